@@ -1,0 +1,10 @@
+# kw_add_test(name sources...): one GoogleTest program; every TEST becomes one ctest test.
+# It links the plug-in's objects, so the tests reach its hidden classes too.
+include(GoogleTest)
+function(kw_add_test name)
+    add_executable(${name} ${ARGN})
+    kw_compile_options(${name})
+    target_link_libraries(${name} PRIVATE brevix_svm_objects brevix_host GTest::gmock GTest::gtest_main)
+    target_compile_definitions(${name} PRIVATE BREVIX_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

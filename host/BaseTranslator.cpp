@@ -1,0 +1,165 @@
+// What every translator has in common.
+#include "host/BaseTranslator.h"
+
+#include <string_view>
+#include <utility>
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
+#include <xercesc/dom/DOMNodeList.hpp>
+#include <xercesc/util/XMLUniDefs.hpp>
+
+#include "host/BXErrorFormater.h"
+#include "host/BXException.h"
+#include "host/DocumentParser.h"
+#include "host/PMMLModelTags.h"
+#include "host/ScoreModel.h"
+#include "host/number_text.h"
+
+namespace KwBrevix_930 {
+
+namespace {
+
+using xercesc::DOMDocument;
+using xercesc::DOMElement;
+using xercesc::DOMNode;
+
+// Sets a pointer for the time of a call.
+class ScopedDictionary {
+public:
+    ScopedDictionary(const ScoreDictionary*& place, const ScoreDictionary* dictionary)
+        : fPlace(place), fBefore(std::exchange(place, dictionary)) {}
+    ~ScopedDictionary() { fPlace = fBefore; }
+    ScopedDictionary(const ScopedDictionary&) = delete;
+    ScopedDictionary& operator=(const ScopedDictionary&) = delete;
+
+private:
+    const ScoreDictionary*& fPlace;
+    const ScoreDictionary* fBefore;
+};
+
+DOMElement* AsElement(DOMNode* node) {
+    return static_cast<DOMElement*>(node);
+}
+
+DOMNode* SkipToElement(DOMNode* node) {
+    while (node && node->getNodeType() != DOMNode::ELEMENT_NODE)
+        node = node->getNextSibling();
+    return node;
+}
+
+}  // namespace
+
+ScoreTranslator::~ScoreTranslator() = default;
+
+BaseTranslator::BaseTranslator(const std::string& transcoder) {
+    if (!transcoder.empty())
+        CreateTranscoder(transcoder);
+}
+
+BaseTranslator::~BaseTranslator() = default;
+
+ScoreModel* BaseTranslator::ParseFromTree(DOMElement* model, ScoreModel* context, const std::string& transcoder) {
+    return ParseFromTree(model, context ? context->GetDictionary() : nullptr, nullptr, transcoder);
+}
+
+ScoreModel* BaseTranslator::ParseFromTree(DOMElement* model, ScoreDictionary* dictionary, ScoreDictionary* results,
+                                          const std::string& transcoder) {
+    const ScopedDictionary scope(fSuppliedDictionary, dictionary);
+    ScoreModel* translated = ParseFromTree(nullptr, nullptr, model, transcoder);
+    if (translated && results)
+        translated->SetResultScoreDictionary(results);
+    return translated;
+}
+
+ScoreModel* BaseTranslator::ParseFromTree(const std::string& text, const std::string& transcoder) {
+    const DocumentHandle document = DocumentParser(!fSupportsOldParser).ParseText(text);
+    return ParseFromTree(document.get(), transcoder);
+}
+
+ScoreModel* BaseTranslator::ParseFromTree(std::istream& stream, const std::string& transcoder) {
+    return ParseFromTree(stream, std::string(), transcoder);
+}
+
+ScoreModel* BaseTranslator::ParseFromTree(DOMDocument* document, ScoreDictionary* dictionary,
+                                          const std::string& transcoder) {
+    const ScopedDictionary scope(fSuppliedDictionary, dictionary);
+    if (document && dictionary) {
+        DOMElement* root = document->getDocumentElement();
+        DOMElement* child = GetFirstChildElt(root);
+        while (child && !HasTag(child, PMMLModelTags::XML_ELE_DATADICTIONARY))
+            child = GetNextSiblingElt(child);
+        if (!child) {
+            const auto tag = BrevixTranscoder().ToWide(PMMLModelTags::XML_ELE_DATADICTIONARY);
+            root->insertBefore(document->createElementNS(root->getNamespaceURI(), tag.c_str()), root->getFirstChild());
+        }
+    }
+    return ParseFromTree(document, transcoder);
+}
+
+ScoreModel* BaseTranslator::ParseFromTree(std::istream& stream, const std::string& encoding,
+                                          const std::string& transcoder) {
+    const DocumentHandle document = DocumentParser(!fSupportsOldParser).ParseStream(stream, encoding);
+    return ParseFromTree(document.get(), transcoder);
+}
+
+xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const DOMElement* element, const std::string& tag) {
+    static const XMLCh kAnyNamespace[] = {xercesc::chAsterisk, xercesc::chNull};
+    const auto wideTag = BrevixTranscoder().ToWide(tag);
+    const bool hasNamespaces = element->getLocalName() != nullptr;
+    return hasNamespaces ? element->getElementsByTagNameNS(kAnyNamespace, wideTag.c_str())
+                         : element->getElementsByTagName(wideTag.c_str());
+}
+
+DOMElement* BaseTranslator::GetFirstChildElt(const DOMNode* node) {
+    return AsElement(SkipToElement(node->getFirstChild()));
+}
+
+DOMElement* BaseTranslator::GetNextSiblingElt(const DOMNode* node) {
+    return AsElement(SkipToElement(node->getNextSibling()));
+}
+
+bool BaseTranslator::IsEqual(const XMLCh* wide, const std::string& narrow) {
+    if (!wide)
+        return false;
+    for (const char c : narrow) {
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return BrevixTranscoder().ToNarrow(wide) == narrow;
+        if (*wide++ != static_cast<unsigned char>(c))
+            return false;
+    }
+    return *wide == 0;
+}
+
+const XMLCh* BaseTranslator::GetLocalName(const DOMElement* element) {
+    if (const XMLCh* localName = element->getLocalName())
+        return localName;
+    const XMLCh* name = element->getTagName();
+    for (const XMLCh* c = name; *c; ++c) {
+        if (*c == xercesc::chColon)
+            name = c + 1;
+    }
+    return name;
+}
+
+bool BaseTranslator::HasTag(const DOMElement* element, const std::string& tag) {
+    return IsEqual(GetLocalName(element), tag);
+}
+
+double BaseTranslator::VerifyDouble(const XMLCh* text) {
+    const std::string narrow = BrevixTranscoder().ToNarrow(text);
+    const auto number = ParseNumber(narrow);
+    if (!number) {
+        BXException error(&gErrorFormater);
+        error.PutErrorMessage(260153, narrow.c_str(), "a number", "the document");
+        throw error;
+    }
+    return *number;
+}
+
+void BaseTranslator::CreateTranscoder(const std::string&) {
+    if (!fTranscoder)
+        fTranscoder = std::make_unique<BrevixTranscoder>();
+}
+
+}  // namespace KwBrevix_930

@@ -1,0 +1,193 @@
+// The host's variable: declarations, look-ups and the rules of missing and invalid values.
+#include "host/DictVar.h"
+
+#include <algorithm>
+#include <cmath>
+#include <ostream>
+
+#include "host/NumericValue.h"
+#include "host/StringValue.h"
+#include "host/number_text.h"
+
+namespace KwBrevix_930 {
+
+ScoreDictVar::~ScoreDictVar() = default;
+
+bool DictVar::Interval::Contains(double number) const {
+    const bool isAboveLeft = !left || (isLeftClosed ? number >= *left : number > *left);
+    const bool isBelowRight = !right || (isRightClosed ? number <= *right : number < *right);
+    return isAboveLeft && isBelowRight;
+}
+
+DictVar::DictVar(std::string name, DataType type, Kind kind) : fName(std::move(name)), fType(type), fKind(kind) {}
+
+DictVar::DictVar(const DictVar& other)
+    : ScoreDictVar(other),
+      fName(other.fName),
+      fType(other.fType),
+      fKind(other.fKind),
+      fIndexByText(other.fIndexByText),
+      fIndexByNumber(other.fIndexByNumber),
+      fLookUpCount(other.fLookUpCount),
+      fMissingValues(other.fMissingValues),
+      fInvalidValues(other.fInvalidValues),
+      fIntervals(other.fIntervals),
+      fTreatment(other.fTreatment),
+      fInvalidReplacement(other.fInvalidReplacement ? other.fInvalidReplacement->Clone() : nullptr),
+      fStats(other.fStats),
+      fIndex(other.fIndex) {
+    for (const ScoreCategory& category : other.fCategories)
+        fCategories.push_back({category.name, std::unique_ptr<ScoreValue>(category.value->Clone())});
+}
+
+DictVar::~DictVar() = default;
+
+std::unique_ptr<DictVar> DictVar::CopyOf(const ScoreDictVar& other) {
+    if (const auto* known = dynamic_cast<const DictVar*>(&other))
+        return std::make_unique<DictVar>(*known);
+    auto copy = std::make_unique<DictVar>(other.GetName(), other.IsString() ? kString : kNumber, other.GetKind());
+    if (const auto* categories = other.GetCategories()) {
+        for (const ScoreCategory& category : *categories)
+            copy->AddCategory(category.name);
+    }
+    copy->fStats = *other.GetVarStats();
+    copy->fIndex = other.GetIndex();
+    return copy;
+}
+
+bool DictVar::AddCategory(const std::string& text) {
+    auto value = MakeValue(text);
+    if (!value)
+        return false;
+    if (GetCategoryIndex(text) >= 0)
+        return true;
+    const auto number = fType == kString ? std::nullopt : std::optional(value->GetDouble());
+    fCategories.push_back({text, std::move(value)});
+    AddToLookUp(text, number);
+    return true;
+}
+
+bool DictVar::AddMissingValue(const std::string& text) {
+    auto value = MakeValue(text);
+    if (!value)
+        return false;
+    fMissingValues.Add(std::move(value));
+    return true;
+}
+
+bool DictVar::AddInvalidValue(const std::string& text) {
+    auto value = MakeValue(text);
+    if (!value)
+        return false;
+    fInvalidValues.Add(std::move(value));
+    return true;
+}
+
+void DictVar::AddInterval(const Interval& interval) {
+    fIntervals.push_back(interval);
+}
+
+void DictVar::SetInvalidTreatment(InvalidTreatment treatment, std::unique_ptr<ScoreValue> replacement) {
+    fTreatment = treatment;
+    fInvalidReplacement = std::move(replacement);
+}
+
+std::optional<double> DictVar::ParseText(std::string_view text) const {
+    if (fType == kString)
+        return std::nullopt;
+    if (fType == kBoolean && (text == "true" || text == "false"))
+        return text == "true" ? 1.0 : 0.0;
+    return ParseNumber(text);
+}
+
+std::unique_ptr<ScoreValue> DictVar::MakeValue(std::string_view text) const {
+    if (fType == kString)
+        return std::make_unique<StringValue>(std::string(text));
+    const auto number = ParseText(text);
+    return number ? std::make_unique<NumericValue>(*number) : nullptr;
+}
+
+bool DictVar::IsOfDataType(const ScoreValue& value) const {
+    if (fType == kString)
+        return value.GetType() == ScoreValue::kString;
+    return value.GetType() == ScoreValue::kNumeric && !std::isnan(value.GetDouble());
+}
+
+bool DictVar::IsDeclaredValid(const ScoreValue& value) const {
+    if (!IsOfDataType(value) || fInvalidValues.Contains(value))
+        return false;
+    const int category = fCategories.empty() ? -1 : GetCategoryIndex(&value);
+    const bool isDeclared = category >= 0 && category < static_cast<int>(fCategories.size());
+    if (fKind != kContinuous)
+        return isDeclared || fCategories.empty();
+    const bool isInRange =
+        fIntervals.empty() || std::any_of(fIntervals.begin(), fIntervals.end(),
+                                          [&](const Interval& range) { return range.Contains(value.GetDouble()); });
+    return isDeclared || isInRange;
+}
+
+bool DictVar::IsMissing(const ScoreValue* value) const {
+    return !value || value == fStats.GetMissingReplacement() || value->IsSystemMissingValue() ||
+           fMissingValues.Contains(*value);
+}
+
+bool DictVar::IsValid(const ScoreValue* value) const {
+    if (!value)
+        return false;
+    if (value == fInvalidReplacement.get())
+        return true;
+    if (fTreatment == kAsIs)
+        return IsString() ? value->GetType() == ScoreValue::kString : value->GetType() == ScoreValue::kNumeric;
+    return IsDeclaredValid(*value);
+}
+
+std::optional<int> DictVar::FindText(const std::string& text) const {
+    const auto found = fIndexByText.find(text);
+    return found == fIndexByText.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<int> DictVar::FindNumber(double number) const {
+    const auto found = fIndexByNumber.find(number);
+    return found == fIndexByNumber.end() ? std::nullopt : std::optional(found->second);
+}
+
+int DictVar::AddToLookUp(const std::string& text, std::optional<double> number) {
+    fIndexByText.emplace(text, fLookUpCount);
+    if (number && !std::isnan(*number))
+        fIndexByNumber.emplace(*number, fLookUpCount);
+    return fLookUpCount++;
+}
+
+int DictVar::GetCategoryIndex(const ScoreValue* value) const {
+    if (!value || !IsOfDataType(*value))
+        return -1;
+    if (fType != kString)
+        return FindNumber(value->GetDouble()).value_or(-1);
+    if (const auto* text = dynamic_cast<const StringValue*>(value))
+        return FindText(text->GetText()).value_or(-1);
+    return FindText(value->GetString()).value_or(-1);
+}
+
+int DictVar::GetCategoryIndex(const std::string& category) const {
+    if (const auto index = FindText(category))
+        return *index;
+    const auto number = ParseText(category);
+    return number ? FindNumber(*number).value_or(-1) : -1;
+}
+
+int DictVar::RegisterCategory(const std::string& category) {
+    const int known = GetCategoryIndex(category);
+    if (known >= 0)
+        return known;
+    const auto number = ParseText(category);
+    if (fType != kString && !number)
+        return -1;
+    return AddToLookUp(category, number);
+}
+
+void DictVar::Display(std::ostream& stream) const {
+    static constexpr const char* kKindNames[] = {"unknown", "continuous", "ordinal", "categorical"};
+    stream << fName << " (" << (IsString() ? "string" : "numeric") << ", " << kKindNames[fKind] << ")";
+}
+
+}  // namespace KwBrevix_930

@@ -1,0 +1,107 @@
+// The host's variable: a field of the data dictionary with its declared values and treatments.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host/ScoreDictVar.h"
+#include "host/ScoreMissingValueSet.h"
+
+namespace KwBrevix_930 {
+
+class BREVIX_HOST_API DictVar : public ScoreDictVar {
+public:
+    /// The storage that a PMML data type leads to.
+    enum DataType { kString, kNumber, kBoolean };
+
+    /// What becomes of a value that the declaration does not allow.
+    enum InvalidTreatment { kReturnInvalid, kAsIs, kAsMissing, kAsValue };
+
+    /// A range of valid numbers; an absent margin is open to infinity.
+    struct Interval {
+        std::optional<double> left;
+        std::optional<double> right;
+        bool isLeftClosed = true;
+        bool isRightClosed = true;
+
+        bool Contains(double number) const;
+    };
+
+    DictVar(std::string name, DataType type, Kind kind);
+    /// Copies a variable of any dictionary, as far as its interface tells what it is; a DictVar is copied whole.
+    static std::unique_ptr<DictVar> CopyOf(const ScoreDictVar& other);
+    DictVar(const DictVar& other);
+    DictVar& operator=(const DictVar&) = delete;
+    ~DictVar() override;
+
+    DataType GetDataType() const { return fType; }
+    void SetName(std::string name) { fName = std::move(name); }
+
+    /// Declares a valid value. Fails: false, and nothing is declared, for a text that is no value of the data type.
+    /// Declared a second time, a value keeps its first place.
+    bool AddCategory(const std::string& text);
+    /// Declares a value that stands for a missing one. Fails: as AddCategory.
+    bool AddMissingValue(const std::string& text);
+    /// Declares a value that is not allowed. Fails: as AddCategory.
+    bool AddInvalidValue(const std::string& text);
+    void AddInterval(const Interval& interval);
+    const std::vector<Interval>& GetIntervals() const { return fIntervals; }
+
+    /// replacement: the value for kAsValue, otherwise null.
+    void SetInvalidTreatment(InvalidTreatment treatment, std::unique_ptr<ScoreValue> replacement);
+    InvalidTreatment GetInvalidTreatment() const { return fTreatment; }
+    const ScoreValue* GetInvalidReplacement() const { return fInvalidReplacement.get(); }
+
+    /// Returns: a text as a value of this variable: a number where the data type is one, true and false as 1 and 0;
+    /// null for a text that is none.
+    std::unique_ptr<ScoreValue> MakeValue(std::string_view text) const;
+    /// Returns: the number that a text is under this variable's data type.
+    std::optional<double> ParseText(std::string_view text) const;
+
+    /// Returns: whether the declaration allows a value, whatever the treatment.
+    bool IsDeclaredValid(const ScoreValue& value) const;
+
+    const std::string& GetName() const override { return fName; }
+    Kind GetKind() const override { return fKind; }
+    bool IsMissing(const ScoreValue* value) const override;
+    bool IsValid(const ScoreValue* value) const override;
+    bool IsString() const override { return fType == kString; }
+    ScoreVarStats* GetVarStats() override { return &fStats; }
+    const ScoreVarStats* GetVarStats() const override { return &fStats; }
+    const std::vector<ScoreCategory>* GetCategories() const override {
+        return fCategories.empty() ? nullptr : &fCategories;
+    }
+    int GetCategoryIndex(const ScoreValue* value) const override;
+    int GetCategoryIndex(const std::string& category) const override;
+    int RegisterCategory(const std::string& category) override;
+    int GetIndex() const override { return fIndex; }
+    void SetIndex(int index) override { fIndex = index; }
+    void Display(std::ostream& stream) const override;
+
+private:
+    bool IsOfDataType(const ScoreValue& value) const;
+    std::optional<int> FindText(const std::string& text) const;
+    std::optional<int> FindNumber(double number) const;
+    int AddToLookUp(const std::string& text, std::optional<double> number);
+
+    std::string fName;
+    DataType fType;
+    Kind fKind;
+    std::vector<ScoreCategory> fCategories;
+    // Both look-ups lead to category indices; those from fCategories.size() on were registered, not declared.
+    std::unordered_map<std::string, int> fIndexByText;
+    std::unordered_map<double, int> fIndexByNumber;
+    int fLookUpCount = 0;
+    ScoreMissingValueSet fMissingValues;
+    ScoreMissingValueSet fInvalidValues;
+    std::vector<Interval> fIntervals;
+    InvalidTreatment fTreatment = kReturnInvalid;
+    std::unique_ptr<ScoreValue> fInvalidReplacement;
+    ScoreVarStats fStats;
+    int fIndex = -1;
+};
+
+}  // namespace KwBrevix_930

@@ -1,0 +1,189 @@
+// Reads XML documents that come from strangers: a Xerces-C DOM parser with its doors closed.
+#include "host/DocumentParser.h"
+
+#include <istream>
+#include <mutex>
+#include <new>
+
+#include <xercesc/dom/DOMImplementation.hpp>
+#include <xercesc/dom/DOMImplementationRegistry.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/ErrorHandler.hpp>
+#include <xercesc/sax/Locator.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/BinInputStream.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/util/XMLEntityResolver.hpp>
+#include <xercesc/util/XMLResourceIdentifier.hpp>
+#include <xercesc/validators/DTD/DTDEntityDecl.hpp>
+
+#include "host/BXErrorFormater.h"
+#include "host/BXException.h"
+#include "host/BrevixTranscoder.h"
+
+namespace KwBrevix_930 {
+
+namespace {
+
+[[noreturn]] void ThrowUnreadable(const std::string& what, XMLFileLoc line, XMLFileLoc column) {
+    BXException error(&gErrorFormater);
+    error.PutErrorMessage(260101, what.c_str(), std::to_string(line).c_str(), std::to_string(column).c_str());
+    throw error;
+}
+
+class Complaints : public xercesc::ErrorHandler {
+public:
+    void warning(const xercesc::SAXParseException&) override {}
+    void error(const xercesc::SAXParseException& fault) override { fatalError(fault); }
+    void fatalError(const xercesc::SAXParseException& fault) override {
+        ThrowUnreadable(BrevixTranscoder().ToNarrow(fault.getMessage()), fault.getLineNumber(),
+                        fault.getColumnNumber());
+    }
+    void resetErrors() override {}
+};
+
+class NoExternalEntities : public xercesc::XMLEntityResolver {
+public:
+    xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* identifier) override {
+        const xercesc::Locator* place = identifier->getLocator();
+        ThrowUnreadable(
+            "the external entity '" + BrevixTranscoder().ToNarrow(identifier->getSystemId()) + "' is refused",
+            place ? place->getLineNumber() : 0, place ? place->getColumnNumber() : 0);
+    }
+};
+
+class GuardedParser : public xercesc::XercesDOMParser {
+public:
+    void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int urlId, const XMLCh* const prefix,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, const XMLSize_t attributeCount,
+                      const bool isEmpty, const bool isRoot) override {
+        if (++fDepth > DocumentParser::kNestingLimit)
+            Refuse("elements are nested more than " + std::to_string(DocumentParser::kNestingLimit) + " deep");
+        XercesDOMParser::startElement(declaration, urlId, prefix, attributes, attributeCount, isEmpty, isRoot);
+    }
+
+    void endElement(const xercesc::XMLElementDecl& declaration, const unsigned int urlId, const bool isRoot,
+                    const XMLCh* const prefix) override {
+        --fDepth;
+        XercesDOMParser::endElement(declaration, urlId, isRoot, prefix);
+    }
+
+    void entityDecl(const xercesc::DTDEntityDecl& declaration, const bool isParameter, const bool isIgnored) override {
+        if (declaration.getValueLen() > static_cast<XMLSize_t>(DocumentParser::kEntityLengthLimit))
+            Refuse("an entity is longer than " + std::to_string(DocumentParser::kEntityLengthLimit) + " characters");
+        XercesDOMParser::entityDecl(declaration, isParameter, isIgnored);
+    }
+
+private:
+    [[noreturn]] void Refuse(const std::string& what) const {
+        const xercesc::Locator* place = getScanner()->getLocator();
+        ThrowUnreadable(what, place->getLineNumber(), place->getColumnNumber());
+    }
+
+    int fDepth = 0;
+};
+
+class StreamOfBytes : public xercesc::BinInputStream {
+public:
+    explicit StreamOfBytes(std::istream& stream) : fStream(stream) {}
+
+    XMLFilePos curPos() const override { return fPosition; }
+    XMLSize_t readBytes(XMLByte* const target, const XMLSize_t most) override {
+        fStream.read(reinterpret_cast<char*>(target), static_cast<std::streamsize>(most));
+        const auto count = static_cast<XMLSize_t>(fStream.gcount());
+        fPosition += count;
+        return count;
+    }
+    const XMLCh* getContentType() const override { return nullptr; }
+
+private:
+    std::istream& fStream;
+    XMLFilePos fPosition = 0;
+};
+
+class StreamSource : public xercesc::InputSource {
+public:
+    explicit StreamSource(std::istream& stream) : fStream(stream) {}
+    xercesc::BinInputStream* makeStream() const override { return new StreamOfBytes(fStream); }
+
+private:
+    std::istream& fStream;
+};
+
+void CloseDoors(GuardedParser& parser, bool useNamespaces) {
+    parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
+    parser.setDoNamespaces(useNamespaces);
+    parser.setDoSchema(false);
+    parser.setLoadSchema(false);
+    parser.setLoadExternalDTD(false);
+    parser.setSkipDTDValidation(true);
+    parser.setDisableDefaultEntityResolution(true);
+    parser.setCreateEntityReferenceNodes(false);
+    parser.setCreateCommentNodes(false);
+}
+
+DocumentHandle Parse(xercesc::InputSource& source, const std::string& encoding, bool useNamespaces) {
+    const BrevixTranscoder transcoder;
+    if (!encoding.empty())
+        source.setEncoding(transcoder.ToWide(encoding).c_str());
+    Complaints complaints;
+    NoExternalEntities noExternalEntities;
+    xercesc::SecurityManager limits;
+    limits.setEntityExpansionLimit(DocumentParser::kEntityExpansionLimit);
+    GuardedParser parser;
+    CloseDoors(parser, useNamespaces);
+    parser.setErrorHandler(&complaints);
+    parser.setXMLEntityResolver(&noExternalEntities);
+    parser.setSecurityManager(&limits);
+    try {
+        parser.parse(source);
+    } catch (const xercesc::XMLException& fault) {
+        ThrowUnreadable(transcoder.ToNarrow(fault.getMessage()), fault.getSrcLine(), 0);
+    } catch (const xercesc::DOMException& fault) {
+        ThrowUnreadable(transcoder.ToNarrow(fault.getMessage()), 0, 0);
+    } catch (const xercesc::OutOfMemoryException&) {
+        throw std::bad_alloc();
+    }
+    DocumentHandle document(parser.adoptDocument());
+    if (!document || !document->getDocumentElement())
+        ThrowUnreadable("there is no element in it", 0, 0);
+    return document;
+}
+
+}  // namespace
+
+void DocumentRelease::operator()(xercesc::DOMDocument* document) const noexcept {
+    document->release();
+}
+
+void DocumentParser::Initialize() {
+    static std::once_flag once;
+    std::call_once(once, [] { xercesc::XMLPlatformUtils::Initialize(); });
+}
+
+DocumentHandle DocumentParser::ParseText(std::string_view text, const std::string& encoding) const {
+    Initialize();
+    static const XMLCh kNoName[] = {0};
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(), kNoName);
+    source.setCopyBufToStream(false);
+    return Parse(source, encoding, fUseNamespaces);
+}
+
+DocumentHandle DocumentParser::ParseStream(std::istream& stream, const std::string& encoding) const {
+    Initialize();
+    StreamSource source(stream);
+    return Parse(source, encoding, fUseNamespaces);
+}
+
+DocumentHandle DocumentParser::CreateDocument(const std::string& rootName) {
+    Initialize();
+    const BrevixTranscoder transcoder;
+    auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(transcoder.ToWide("Core").c_str());
+    return DocumentHandle(implementation->createDocument(nullptr, transcoder.ToWide(rootName).c_str(), nullptr));
+}
+
+}  // namespace KwBrevix_930

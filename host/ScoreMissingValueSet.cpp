@@ -1,0 +1,31 @@
+// The values that a variable declares to stand for a missing one.
+#include "host/ScoreMissingValueSet.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace KwBrevix_930 {
+
+ScoreMissingValueSet::ScoreMissingValueSet() = default;
+ScoreMissingValueSet::~ScoreMissingValueSet() = default;
+
+ScoreMissingValueSet::ScoreMissingValueSet(const ScoreMissingValueSet& other) {
+    for (const auto& value : other.fValues)
+        fValues.emplace_back(value->Clone());
+}
+
+ScoreMissingValueSet& ScoreMissingValueSet::operator=(const ScoreMissingValueSet& other) {
+    ScoreMissingValueSet copy(other);
+    std::swap(fValues, copy.fValues);
+    return *this;
+}
+
+void ScoreMissingValueSet::Add(std::unique_ptr<ScoreValue> value) {
+    fValues.push_back(std::move(value));
+}
+
+bool ScoreMissingValueSet::Contains(const ScoreValue& value) const {
+    return std::any_of(fValues.begin(), fValues.end(), [&value](const auto& missing) { return *missing == value; });
+}
+
+}  // namespace KwBrevix_930

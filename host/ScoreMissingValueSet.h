@@ -1,0 +1,27 @@
+// The values that a variable declares to stand for a missing one.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "host/ScoreValue.h"
+
+namespace KwBrevix_930 {
+
+class BREVIX_HOST_API ScoreMissingValueSet {
+public:
+    ScoreMissingValueSet();
+    ScoreMissingValueSet(const ScoreMissingValueSet& other);
+    ScoreMissingValueSet& operator=(const ScoreMissingValueSet& other);
+    virtual ~ScoreMissingValueSet();
+
+    void Add(std::unique_ptr<ScoreValue> value);
+
+    /// Returns: whether an equal value was added.
+    bool Contains(const ScoreValue& value) const;
+
+private:
+    std::vector<std::unique_ptr<ScoreValue>> fValues;
+};
+
+}  // namespace KwBrevix_930

@@ -1,0 +1,160 @@
+// Reads the fields of a PMML document.
+#include "host/dictionary_reader.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+#include <xercesc/dom/DOMElement.hpp>
+
+#include "host/BXErrorFormater.h"
+#include "host/BXException.h"
+#include "host/BaseDictionary.h"
+#include "host/BaseTranslator.h"
+#include "host/DOMElemUtility.h"
+#include "host/PMMLModelTags.h"
+
+namespace KwBrevix_930 {
+
+namespace {
+
+using Tags = PMMLModelTags;
+using xercesc::DOMElement;
+using xercesc::DOMNode;
+
+[[noreturn]] void RefuseValue(const std::string& value, const char* attribute, const char* element) {
+    BXException error(&gErrorFormater);
+    error.PutErrorMessage(260153, value.c_str(), attribute, element);
+    throw error;
+}
+
+// The place of an attribute's value in a list of allowed ones.
+template <std::size_t N>
+std::size_t ReadChoice(const DOMElemUtility& reader, const DOMElement& element, const char* attribute,
+                       const std::string_view (&choices)[N]) {
+    const std::string value = reader.GetAttributeToString(&element, attribute, true);
+    const auto found = std::find(std::begin(choices), std::end(choices), value);
+    if (found == std::end(choices))
+        RefuseValue(value, attribute, reader.GetElementName(&element).c_str());
+    return static_cast<std::size_t>(found - choices);
+}
+
+void ReadValue(const DOMElemUtility& reader, const DOMElement& element, DictVar& variable) {
+    static constexpr std::string_view kProperties[] = {"valid", "invalid", "missing"};
+    const bool hasProperty = reader.HasAttribute(&element, Tags::XML_ATT_PROPERTY);
+    const std::size_t property = hasProperty ? ReadChoice(reader, element, Tags::XML_ATT_PROPERTY, kProperties) : 0;
+    const std::string text = reader.GetAttributeToString(&element, Tags::XML_ATT_VALUE, true);
+    const bool fits = property == 0   ? variable.AddCategory(text)
+                      : property == 1 ? variable.AddInvalidValue(text)
+                                      : variable.AddMissingValue(text);
+    if (!fits)
+        RefuseValue(text, Tags::XML_ATT_VALUE, Tags::XML_ELE_VALUE);
+}
+
+std::optional<double> ReadMargin(const DOMElemUtility& reader, const DOMElement& element, const char* attribute) {
+    if (!reader.HasAttribute(&element, attribute))
+        return std::nullopt;
+    return reader.GetAttributeToDouble(&element, attribute, true);
+}
+
+void ReadInterval(const DOMElemUtility& reader, const DOMElement& element, DictVar& variable) {
+    static constexpr std::string_view kClosures[] = {"closedClosed", "closedOpen", "openClosed", "openOpen"};
+    const std::size_t closure = ReadChoice(reader, element, Tags::XML_ATT_CLOSURE, kClosures);
+    DictVar::Interval interval;
+    interval.left = ReadMargin(reader, element, Tags::XML_ATT_LEFTMARGIN);
+    interval.right = ReadMargin(reader, element, Tags::XML_ATT_RIGHTMARGIN);
+    interval.isLeftClosed = closure <= 1;
+    interval.isRightClosed = closure % 2 == 0;
+    variable.AddInterval(interval);
+}
+
+std::unique_ptr<DictVar> ReadField(const DOMElemUtility& reader, const DOMElement& field) {
+    const std::string name = reader.GetAttributeToString(&field, Tags::XML_ATT_NAME, true);
+    if (name.empty())
+        RefuseValue(name, Tags::XML_ATT_NAME, Tags::XML_ELE_DATAFIELD);
+    const DictVar::DataType type = ReadDataType(reader, field);
+    auto variable = std::make_unique<DictVar>(name, type, ReadKind(reader, field, type));
+    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&field); child;
+         child = BaseTranslator::GetNextSiblingElt(child)) {
+        if (BaseTranslator::HasTag(child, Tags::XML_ELE_VALUE))
+            ReadValue(reader, *child, *variable);
+        else if (BaseTranslator::HasTag(child, Tags::XML_ELE_INTERVAL))
+            ReadInterval(reader, *child, *variable);
+    }
+    return variable;
+}
+
+const DOMElement* FindMiningSchema(const DOMElemUtility& reader, const DOMNode& dataDictionary) {
+    const DOMElement* beside = BaseTranslator::GetFirstChildElt(dataDictionary.getParentNode());
+    const DOMElement* schema = nullptr;
+    for (; beside && !schema; beside = BaseTranslator::GetNextSiblingElt(beside))
+        schema = reader.GetChildElemByName(beside, Tags::XML_ELE_MININGSCHEMA, false);
+    return schema;
+}
+
+void ReadTreatment(const DOMElemUtility& reader, const DOMElement& miningField, DictVar& variable) {
+    static constexpr std::string_view kTreatments[] = {"returnInvalid", "asIs", "asMissing", "asValue"};
+    const std::size_t treatment = ReadChoice(reader, miningField, Tags::XML_ATT_INVALIDTREATMENT, kTreatments);
+    std::unique_ptr<ScoreValue> replacement;
+    if (treatment == DictVar::kAsValue) {
+        const std::string text = reader.GetAttributeToString(&miningField, Tags::XML_ATT_INVALIDREPLACEMENT, true);
+        replacement = variable.MakeValue(text);
+        if (!replacement)
+            RefuseValue(text, Tags::XML_ATT_INVALIDREPLACEMENT, Tags::XML_ELE_MININGFIELD);
+    }
+    variable.SetInvalidTreatment(static_cast<DictVar::InvalidTreatment>(treatment), std::move(replacement));
+}
+
+}  // namespace
+
+DictVar::DataType ReadDataType(const DOMElemUtility& reader, const DOMElement& field) {
+    const std::string type = reader.GetAttributeToString(&field, Tags::XML_ATT_DATATYPE, true);
+    if (type == "integer" || type == "float" || type == "double" || type == "timeSeconds" ||
+        type.starts_with("dateDaysSince[") || type.starts_with("dateTimeSecondsSince["))
+        return DictVar::kNumber;
+    if (type == "boolean")
+        return DictVar::kBoolean;
+    if (type != "string" && type != "date" && type != "time" && type != "dateTime")
+        RefuseValue(type, Tags::XML_ATT_DATATYPE, reader.GetElementName(&field).c_str());
+    return DictVar::kString;
+}
+
+DictVar::Kind ReadKind(const DOMElemUtility& reader, const DOMElement& field, DictVar::DataType type) {
+    static constexpr std::string_view kKinds[] = {"continuous", "ordinal", "categorical"};
+    if (!reader.HasAttribute(&field, Tags::XML_ATT_OPTYPE))
+        return type == DictVar::kNumber ? DictVar::kContinuous : DictVar::kCategorical;
+    return static_cast<DictVar::Kind>(DictVar::kContinuous + ReadChoice(reader, field, Tags::XML_ATT_OPTYPE, kKinds));
+}
+
+std::unique_ptr<BaseDictionary> ReadDataDictionary(const DOMElemUtility& reader, const DOMNode& node) {
+    auto dictionary = std::make_unique<BaseDictionary>();
+    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&node); child;
+         child = BaseTranslator::GetNextSiblingElt(child)) {
+        if (!BaseTranslator::HasTag(child, Tags::XML_ELE_DATAFIELD))
+            continue;
+        auto variable = ReadField(reader, *child);
+        const std::string name = variable->GetName();
+        if (!dictionary->AddVar(std::move(variable)))
+            RefuseValue(name, Tags::XML_ATT_NAME, Tags::XML_ELE_DATAFIELD);
+    }
+    return dictionary;
+}
+
+void ReadTreatments(const DOMElemUtility& reader, const DOMNode& node, const BaseDictionary& dictionary) {
+    const DOMElement* schema = node.getParentNode() ? FindMiningSchema(reader, node) : nullptr;
+    if (!schema)
+        return;
+    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(schema); child;
+         child = BaseTranslator::GetNextSiblingElt(child)) {
+        if (!BaseTranslator::HasTag(child, Tags::XML_ELE_MININGFIELD) ||
+            !reader.HasAttribute(child, Tags::XML_ATT_INVALIDTREATMENT))
+            continue;
+        auto* variable = dynamic_cast<DictVar*>(
+            dictionary.FindVar(reader.GetAttributeToString(child, Tags::XML_ATT_MININGFIELD_NAME, true)));
+        if (variable)
+            ReadTreatment(reader, *child, *variable);
+    }
+}
+
+}  // namespace KwBrevix_930

@@ -1,0 +1,33 @@
+// Reads the fields of a PMML document: the DataDictionary, and a MiningSchema's treatments of invalid values.
+#pragma once
+
+#include <memory>
+
+#include <xercesc/util/XercesDefs.hpp>
+
+#include "host/DictVar.h"
+
+XERCES_CPP_NAMESPACE_BEGIN
+class DOMElement;
+class DOMNode;
+XERCES_CPP_NAMESPACE_END
+
+namespace KwBrevix_930 {
+
+class BaseDictionary;
+class DOMElemUtility;
+
+/// Errors: see PMMLTranslator::ParseDictionary.
+std::unique_ptr<BaseDictionary> ReadDataDictionary(const DOMElemUtility& reader, const xercesc::DOMNode& node);
+
+/// node: the DataDictionary; the first MiningSchema among the children of the elements beside it counts.
+void ReadTreatments(const DOMElemUtility& reader, const xercesc::DOMNode& node, const BaseDictionary& dictionary);
+
+/// Returns: the storage that a dataType attribute leads to. Errors: BXException 260153 for a text that is no data type.
+DictVar::DataType ReadDataType(const DOMElemUtility& reader, const xercesc::DOMElement& field);
+
+/// Returns: the kind that an optype attribute leads to; where it is absent, continuous for numbers and otherwise
+/// categorical.
+DictVar::Kind ReadKind(const DOMElemUtility& reader, const xercesc::DOMElement& field, DictVar::DataType type);
+
+}  // namespace KwBrevix_930

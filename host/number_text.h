@@ -1,0 +1,25 @@
+// Numbers from text and back, the same under every locale.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/Export.h"
+
+namespace KwBrevix_930 {
+
+/// The number at the start of a text, with the meaning that the C function atof has in the C locale: leading white
+/// space is skipped; decimal and hexadecimal numbers, inf and nan are known; the rest of the text does not matter.
+/// Returns: the number; 0.0 for a text that starts with none; an infinity on overflow; a zero on underflow.
+BREVIX_HOST_API double LeadingNumber(std::string_view text);
+
+/// A whole text as a number: white space around it is ignored, anything else beside the number is refused, hexadecimal
+/// too. Overflow gives an infinity, underflow a zero; inf, INF, -INF and NaN are numbers. Returns: the number, or
+/// nothing when the text is no number.
+BREVIX_HOST_API std::optional<double> ParseNumber(std::string_view text);
+
+/// Returns: the shortest decimal text that reads back to the same double; nan, inf or -inf when it is not finite.
+BREVIX_HOST_API std::string NumberText(double value);
+
+}  // namespace KwBrevix_930

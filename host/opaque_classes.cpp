@@ -1,0 +1,16 @@
+// Anchors of the host classes that models know only by name.
+#include "host/InlineTable.h"
+#include "host/ScoreEncoder.h"
+#include "host/ScoreValueLabel.h"
+#include "host/ScoreValueLabelSet.h"
+#include "host/ScoreValueProbabilitySet.h"
+
+namespace KwBrevix_930 {
+
+ScoreValueLabel::~ScoreValueLabel() = default;
+ScoreValueLabelSet::~ScoreValueLabelSet() = default;
+ScoreValueProbabilitySet::~ScoreValueProbabilitySet() = default;
+ScoreEncoder::~ScoreEncoder() = default;
+InlineTable::~InlineTable() = default;
+
+}  // namespace KwBrevix_930
