@@ -1,0 +1,131 @@
+// A support vector machine model, scored case by case.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/BaseModel.h"
+#include "pmml/SVMModelData.h"
+#include "svm/SVMKernelFunction.h"
+
+namespace KwBrevix_930 {
+
+class ScoreValue;
+
+/// Built by the translator: it is given its dictionaries, then its data, and then scores any number of cases. The first
+/// case that is accessed by index fixes the dictionary indices of the input fields; from then on scoring only reads the
+/// model, so that any number of threads may score at once. The order of summation is fixed everywhere: left to right.
+class SVMModel : public BaseModel {
+public:
+    SVMModel();
+    ~SVMModel() override;
+
+    /// Takes the data over and sets up everything that depends on it: model type, input variables, kernel. Data held so
+    /// far is deleted. Null is ignored. A missing dictionary or an unknown kernel type shows only when a case is
+    /// scored.
+    void SetSupportVectorMachineModel(SVMModelData* data);
+    /// Returns: the data, owned here; null before any was set.
+    const SVMModelData* GetSupportVectorMachineModel() const { return fData.get(); }
+
+    /// target: not owned.
+    void SetTargetVar(const ScoreDictVar* target);
+
+    /// Looks the target variable up and collects its categories, whose order gives the category indices.
+    void SetTargetCategories();
+    const std::vector<ScoreValue*>& GetTargetCategories() const { return fTargetCategoryValues; }
+    const std::vector<std::string>& GetTargetCategoryNames() const { return fTargetCategoryNames; }
+
+    /// Returns: one variable for each column of the vector space, null for a column whose field is nowhere to be found.
+    const std::vector<ScoreDictVar*>& GetInputVars() const { return fInputVars; }
+    const KwSVM_700::SVMKernelFunction* GetKernel() const { return fKernel.get(); }
+
+    void SetPredictionOnly(bool predictionOnly) override;
+    ScoreDictionary* GetVarsOfRole(VarRole role) const override;
+
+    /// record: its values are read, by index where it says so, otherwise by name. result: null, and then created here
+    /// and owned by the caller, or a result that this model made before, which is filled anew. flag: handed to the
+    /// set-up of the dictionary indices. Returns: success; 90029 when the record, the data, the target or the kernel is
+    /// missing, or an input that no replacement excuses; 90027 for an invalid input, or when no category can be chosen.
+    /// Under the policies kUseReplacement and kMarkAsMissing a missing input leaves a result whose prediction is the
+    /// system-missing value or the empty text.
+    KwScore::KwStatus GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) override;
+    ModelType GetModelType() const override;
+    bool GetPredictionOnly() const override;
+    void Display(std::ostream& stream) const override;
+
+private:
+    friend class SVMModelTestAccess;
+
+    using Status = KwScore::KwStatus;
+    using Indices = std::vector<std::int32_t>;
+    using Values = std::vector<double>;
+
+    // What the voting operations answer with; the caller initialises it.
+    struct Vote {
+        std::int32_t category = -1;
+        double confidence = 0.0;
+        Values probabilities;
+    };
+
+    // Set-up.
+    void SetUpModelType(bool isClassification);
+    void SetUpVectorField(const std::vector<std::unique_ptr<SVMVectorField>>& fields, const Indices& types);
+    Status SetUpSVMKFEvaluate(SVMModelData* data);
+    void SetUpDictVarIndex(const ScoreCaseRecord* record, bool flag);
+    ScoreDictVar* FindInputVar(const std::string& name) const;
+
+    // Case scoring.
+    Status CheckReady(const ScoreCaseRecord* record) const;
+    void CreateResult(ScoreResult*& result) const;
+    Status ScoreCase(const ScoreCaseRecord& record, ScoreResult*& result) const;
+    Status FillCaseRecord(ScoreResult*& result, const ScoreCaseRecord* record, bool& isComplete, Indices& indices,
+                          Values& values) const;
+    Status ReadInput(std::size_t position, const ScoreCaseRecord& record, const ScoreCaseRecord* derived,
+                     ScoreResult*& result, double& number) const;
+    double EncodeInput(std::size_t position, const ScoreValue& value) const;
+    Status ScoreSVMByKernelType(const Indices& indices, const Values& values, std::int32_t machine,
+                                double& value) const;
+    Status ScoreSVMClsModel(const Indices& indices, const Values& values, ScoreResult*& result) const;
+    Status ScoreSVMRegModel(const Indices& indices, const Values& values, ScoreResult*& result) const;
+    bool IsMissScoreValue(const ScoreDictVar* variable, const ScoreValue* value) const;
+    bool IsInvalidScoreValue(const ScoreDictVar* variable, const ScoreValue* value) const;
+    const ScoreValue* GetMissReplacement(const ScoreDictVar* variable) const;
+    Status HandleMissInvalidValue(bool isMissing, bool isInvalid, const ScoreDictVar* variable,
+                                  ScoreResult*& result) const;
+    void MarkPredictionMissing(ScoreResult& result) const;
+
+    // Voting: decisions holds one value a machine, in machine order.
+    Status DoVotingForSVMCls(const Values& decisions, Vote& vote) const;
+    Status VoteForOneAgainstOne(const Values& decisions, Vote& vote) const;
+    Status VoteForOneAgainstAll(const Values& decisions, Vote& vote) const;
+    bool PicksTarget(const ST_SUPPORTVECTORMACHINE& machine, double decision) const;
+    Status GetTicketByBinaryClass(const Values& decisions, std::int32_t machine, Vote& vote) const;
+    Status GetZARNTicketByBinaryClass(const Values& decisions, Vote& vote) const;
+    Status GetTicketByMultiClass(const Values& decisions, Vote& vote) const;
+    Status GetZARNTicketByMultiClass(const Values& decisions, Vote& vote) const;
+    Status GetTicketsToCategories(const Values& decisions, Indices& votes) const;
+    Status GetProbablitiesForMultiClass(const Indices& votes, Vote& vote) const;                   // sic
+    Status CalculateClassProbabilites(const Values& decisions, std::vector<Values>& pairs) const;  // sic
+    static double ComputeZARNZValue(double decision, double a, double b);
+    Status DoMultiProbLearn(const std::vector<Values>& pairs, Values& probabilities) const;
+
+    // Results.
+    Status FillSVMClsResult(const Vote& vote, ScoreResult*& result) const;
+    Status FillSVMZARNClsResult(const Vote& vote, ScoreResult*& result) const;
+    Status FillSVMRegResult(double decision, ScoreResult*& result) const;
+    Status FillSVMZARNRegResult(double decision, ScoreResult*& result) const;
+
+    bool fPredictionOnly = false;
+    const ScoreDictVar* fTargetVar = nullptr;
+    ModelType fModelType = kNoModelType;
+    bool fDictVarIndicesReady = false;
+    std::unique_ptr<SVMModelData> fData;
+    std::vector<ScoreDictVar*> fInputVars;
+    std::vector<std::string> fTargetCategoryNames;
+    std::vector<ScoreValue*> fTargetCategoryValues;
+    std::unique_ptr<KwSVM_700::SVMKernelFunction> fKernel;
+};
+
+}  // namespace KwBrevix_930

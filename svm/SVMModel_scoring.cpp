@@ -1,0 +1,192 @@
+// SVMModel: scoring one case. The input vector has one entry for each column: its position and its value.
+#include "host/NumericValue.h"
+#include "host/ScoreCaseRecord.h"
+#include "host/ScoreDictVar.h"
+#include "host/ScoringLog.h"
+#include "host/StringValue.h"
+#include "host/transform/TransformationDictionary.h"
+#include "svm/SVMClsResult.h"
+#include "svm/SVMModel.h"
+#include "svm/SVMRegResult.h"
+#include "svm/status_codes.h"
+
+namespace KwBrevix_930 {
+
+KwScore::KwStatus SVMModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) {
+    Status status = CheckReady(record);
+    if (!status.IsError() && !fDictVarIndicesReady && record->IsAccessedByIndex())
+        SetUpDictVarIndex(record, flag);
+    if (!status.IsError()) {
+        if (!result)
+            CreateResult(result);
+        status = ScoreCase(*record, result);
+    }
+    if (status.IsError())
+        ScoringLog::GetInstance().TraceText(1, "KwStatus error code is :%ld", static_cast<long>(status.GetErrorCode()));
+    return status;
+}
+
+SVMModel::Status SVMModel::CheckReady(const ScoreCaseRecord* record) const {
+    return record && fData && fTargetVar ? Status() : kMissingStatus;
+}
+
+void SVMModel::CreateResult(ScoreResult*& result) const {
+    if (fData->GetIsClassification())
+        result = new SVMClsResult(fTargetVar);
+    else
+        result = new SVMRegResult(fTargetVar);
+}
+
+SVMModel::Status SVMModel::ScoreCase(const ScoreCaseRecord& record, ScoreResult*& result) const {
+    Indices indices;
+    Values values;
+    bool isComplete = false;
+    const Status status = FillCaseRecord(result, &record, isComplete, indices, values);
+    if (status.IsError())
+        return status;
+    if (!fKernel)
+        return kMissingStatus;
+    return fData->GetIsClassification() ? ScoreSVMClsModel(indices, values, result)
+                                        : ScoreSVMRegModel(indices, values, result);
+}
+
+// isComplete: whether every column was given its value.
+SVMModel::Status SVMModel::FillCaseRecord(ScoreResult*& result, const ScoreCaseRecord* record, bool& isComplete,
+                                          Indices& indices, Values& values) const {
+    const auto* transformations = GetTransformationDictionary();
+    const ScoreCaseRecord* derived = transformations && GetDictionary()
+                                         ? transformations->GetValuesForDerivedVars(record, GetDictionary())
+                                         : nullptr;
+    indices.reserve(fInputVars.size());
+    values.reserve(fInputVars.size());
+    Status status;
+    for (std::size_t i = 0; i < fInputVars.size() && !status.IsError(); ++i) {
+        double number = 0.0;
+        status = ReadInput(i, *record, derived, result, number);
+        if (!status.IsError()) {
+            indices.push_back(static_cast<std::int32_t>(i));
+            values.push_back(number);
+        }
+    }
+    isComplete = indices.size() == fInputVars.size();
+    return indices.size() > fInputVars.size() ? kInvalidStatus : status;
+}
+
+namespace {
+
+const ScoreValue* FindValue(const ScoreCaseRecord& record, const ScoreDictVar& variable) {
+    return record.IsAccessedByIndex() ? record.GetValue(variable.GetIndex()) : record.GetValue(variable.GetName());
+}
+
+}  // namespace
+
+SVMModel::Status SVMModel::ReadInput(std::size_t position, const ScoreCaseRecord& record,
+                                     const ScoreCaseRecord* derived, ScoreResult*& result, double& number) const {
+    const ScoreDictVar* variable = fInputVars[position];
+    if (!variable)
+        return kMissingStatus;
+    const ScoreValue* value = FindValue(record, *variable);
+    if (!value && derived)
+        value = FindValue(*derived, *variable);
+    const bool isMissing = IsMissScoreValue(variable, value);
+    const bool isInvalid = !isMissing && IsInvalidScoreValue(variable, value);
+    const Status status = HandleMissInvalidValue(isMissing, isInvalid, variable, result);
+    if (status.IsError())
+        return status;
+    // A replacement excuses a missing value, but the record must hold it.
+    if (!value)
+        return kMissingStatus;
+    number = EncodeInput(position, *value);
+    return {};
+}
+
+double SVMModel::EncodeInput(std::size_t position, const ScoreValue& value) const {
+    switch (fData->GetVectorFieldKinds()[position]) {
+        case SVMVectorField::kFieldRef:
+            return value.GetDouble();
+        case SVMVectorField::kCategoricalPredictor: {
+            const int category = fInputVars[position]->GetCategoryIndex(&value);
+            return category == fData->GetVectorFields()[position]->categoryIndex ? 1.0 : 0.0;
+        }
+        default:
+            return 0.0;
+    }
+}
+
+bool SVMModel::IsMissScoreValue(const ScoreDictVar* variable, const ScoreValue* value) const {
+    return !value || variable->IsMissing(value);
+}
+
+bool SVMModel::IsInvalidScoreValue(const ScoreDictVar* variable, const ScoreValue* value) const {
+    return !variable->IsValid(value);
+}
+
+const ScoreValue* SVMModel::GetMissReplacement(const ScoreDictVar* variable) const {
+    return variable->GetVarStats()->GetMissingReplacement();
+}
+
+SVMModel::Status SVMModel::HandleMissInvalidValue(bool isMissing, bool isInvalid, const ScoreDictVar* variable,
+                                                  ScoreResult*& result) const {
+    if (!result || !variable)
+        return {};
+    if (isMissing) {
+        const MVPolicy policy = GetMissingValuePolicy();
+        if (policy == kUseReplacement && GetMissReplacement(variable))
+            return {};
+        if (policy == kUseReplacement || policy == kMarkAsMissing)
+            MarkPredictionMissing(*result);
+        return kMissingStatus;
+    }
+    return isInvalid ? kInvalidStatus : Status();
+}
+
+void SVMModel::MarkPredictionMissing(ScoreResult& result) const {
+    std::unique_ptr<ScoreValue> absent;
+    if (fTargetVar->IsString())
+        absent = std::make_unique<StringValue>("");
+    else
+        absent = std::make_unique<NumericValue>(NumericValue::GetSysmisValue());
+    if (result.GetScoreResultType() == ScoreResult::kSVMClassification)
+        static_cast<SVMClsResult&>(result).SetOwnedPrediction(std::move(absent));
+    else
+        result.SetPrediction(absent.release());
+}
+
+SVMModel::Status SVMModel::ScoreSVMByKernelType(const Indices& indices, const Values& values, std::int32_t machine,
+                                                double& value) const {
+    if (!fData || machine < 0 || static_cast<std::size_t>(machine) >= fData->GetMachines().size())
+        return {};
+    const ST_SUPPORTVECTORMACHINE* itsMachine = fData->GetMachines()[static_cast<std::size_t>(machine)].get();
+    if (!itsMachine)
+        return {};
+    for (std::size_t k = 0; k < itsMachine->coefficients.size(); ++k) {
+        const SVMVectorInstance& vector = *itsMachine->supportVectors[k];
+        value += fKernel->Evaluate(indices, values, vector.indices, vector.values) * itsMachine->coefficients[k];
+    }
+    value += itsMachine->bias;
+    return {};
+}
+
+SVMModel::Status SVMModel::ScoreSVMClsModel(const Indices& indices, const Values& values, ScoreResult*& result) const {
+    Values decisions(fData->GetMachines().size());
+    for (std::size_t machine = 0; machine < decisions.size(); ++machine) {
+        const Status status =
+            ScoreSVMByKernelType(indices, values, static_cast<std::int32_t>(machine), decisions[machine]);
+        if (status.IsError())
+            return status;
+    }
+    Vote vote;
+    const Status status = DoVotingForSVMCls(decisions, vote);
+    return status.IsError() ? status : FillSVMClsResult(vote, result);
+}
+
+// Deliberate: of several machines only the first counts, and without inputs the result is left as it is.
+SVMModel::Status SVMModel::ScoreSVMRegModel(const Indices& indices, const Values& values, ScoreResult*& result) const {
+    if (indices.empty())
+        return {};
+    double decision = 0.0;
+    const Status status = ScoreSVMByKernelType(indices, values, 0, decision);
+    return status.IsError() ? status : FillSVMRegResult(decision, result);
+}
+
+}  // namespace KwBrevix_930

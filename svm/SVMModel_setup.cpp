@@ -1,0 +1,147 @@
+// SVMModel: taking over the data, and everything that scoring needs to find ready.
+#include <ostream>
+#include <utility>
+
+#include "host/BaseDictionary.h"
+#include "host/ScoreCaseRecord.h"
+#include "host/transform/TransformationDictionary.h"
+#include "svm/SVMKFLinear.h"
+#include "svm/SVMKFPolynomial.h"
+#include "svm/SVMKFRBF.h"
+#include "svm/SVMKFSigmoid.h"
+#include "svm/SVMModel.h"
+
+namespace KwBrevix_930 {
+
+SVMModel::SVMModel() {
+    SetMissingValuePolicy(kUseReplacement);
+}
+
+SVMModel::~SVMModel() = default;
+
+void SVMModel::SetSupportVectorMachineModel(SVMModelData* data) {
+    if (!data)
+        return;
+    if (data != fData.get())
+        fData.reset(data);
+    SetUpModelType(fData->GetIsClassification());
+    SetUpVectorField(fData->GetVectorFields(), fData->GetVectorFieldKinds());
+    SetUpSVMKFEvaluate(fData.get());
+}
+
+void SVMModel::SetUpModelType(bool isClassification) {
+    fModelType = isClassification ? kSVMClassification : kSVMRegression;
+}
+
+void SVMModel::SetUpVectorField(const std::vector<std::unique_ptr<SVMVectorField>>& fields, const Indices& types) {
+    if (fields.empty() || !GetDictionary())
+        return;
+    fInputVars.clear();
+    for (std::size_t k = 0; k < fields.size(); ++k) {
+        if (types[k] != SVMVectorField::kFieldRef && types[k] != SVMVectorField::kCategoricalPredictor)
+            continue;
+        ScoreDictVar* variable = FindInputVar(fields[k]->fieldName);
+        if (types[k] == SVMVectorField::kCategoricalPredictor) {
+            const int index = variable ? variable->RegisterCategory(fields[k]->value) : -1;
+            fields[k]->categoryIndex = index >= 0 ? index : SVMVectorField::kUnknownCategory;
+        }
+        fInputVars.push_back(variable);
+    }
+}
+
+ScoreDictVar* SVMModel::FindInputVar(const std::string& name) const {
+    ScoreDictVar* variable = GetDictionary()->FindVar(name);
+    if (!variable && GetTransformationDictionary())
+        variable = GetTransformationDictionary()->FindVar(name);
+    return variable;
+}
+
+SVMModel::Status SVMModel::SetUpSVMKFEvaluate(SVMModelData* data) {
+    if (!data)
+        return {};
+    fKernel.reset();
+    switch (data->GetKernelType()) {
+        case SVMModelData::kLinear:
+            fKernel = std::make_unique<KwSVM_700::SVMKFLinear>();
+            break;
+        case SVMModelData::kPolynomial:
+            fKernel =
+                std::make_unique<KwSVM_700::SVMKFPolynomial>(data->GetGamma(), data->GetCoef0(), data->GetDegree());
+            break;
+        case SVMModelData::kRadialBasis:
+            fKernel = std::make_unique<KwSVM_700::SVMKFRBF>(data->GetGamma());
+            break;
+        case SVMModelData::kSigmoid:
+            fKernel = std::make_unique<KwSVM_700::SVMKFSigmoid>(data->GetGamma(), data->GetCoef0());
+            break;
+        default:
+            break;
+    }
+    return {};
+}
+
+void SVMModel::SetUpDictVarIndex(const ScoreCaseRecord* record, bool) {
+    if (fDictVarIndicesReady || !GetDictionary())
+        return;
+    for (ScoreDictVar* variable : GetDictionary()->GetVars())
+        variable->SetIndex(record->GetIndex(variable->GetName()));
+    fDictVarIndicesReady = true;
+}
+
+void SVMModel::SetTargetVar(const ScoreDictVar* target) {
+    fTargetVar = target;
+}
+
+void SVMModel::SetTargetCategories() {
+    fTargetVar = GetTargetVar();
+    if (!fTargetVar)
+        return;
+    fTargetCategoryNames.clear();
+    fTargetCategoryValues.clear();
+    const auto* categories = fTargetVar->GetCategories();
+    if (!categories)
+        return;
+    for (const ScoreCategory& category : *categories) {
+        fTargetCategoryNames.push_back(category.name);
+        fTargetCategoryValues.push_back(category.value.get());
+    }
+}
+
+void SVMModel::SetPredictionOnly(bool predictionOnly) {
+    fPredictionOnly = predictionOnly;
+}
+
+bool SVMModel::GetPredictionOnly() const {
+    return fPredictionOnly;
+}
+
+ScoreModel::ModelType SVMModel::GetModelType() const {
+    return fModelType;
+}
+
+ScoreDictionary* SVMModel::GetVarsOfRole(VarRole role) const {
+    if (!GetTargetVar() || !GetDictionary())
+        return nullptr;
+    auto found = std::make_unique<BaseDictionary>();
+    for (const ScoreDictVar* variable : GetDictionary()->GetVars()) {
+        if (GetVarRole(variable) == role)
+            found->AddVar(variable->GetName(), *variable);
+    }
+    return found->GetVarCount() > 0 ? found.release() : nullptr;
+}
+
+// Deliberate: no field list is written, and the categories stand without separators and without a line end.
+void SVMModel::Display(std::ostream& stream) const {
+    stream << "\nBegin Display of SupportVectorMachineModel." << std::endl;
+    stream << "Input Vector fields is: "
+           << " Only prediction? " << (fPredictionOnly ? "True." : "False.") << std::endl;
+    stream << "Target variable: ";
+    if (fTargetVar)
+        fTargetVar->Display(stream);
+    stream << "Target categories: ";
+    for (const std::string& name : fTargetCategoryNames)
+        stream << name;
+    stream << "End of SupportVectorMachineModel display." << std::endl;
+}
+
+}  // namespace KwBrevix_930

@@ -1,0 +1,182 @@
+// SVMModel: from one decision value a machine to a category, a confidence and probabilities.
+#include <algorithm>
+#include <cmath>
+
+#include "svm/PairwiseCoupling.h"
+#include "svm/SVMModel.h"
+#include "svm/status_codes.h"
+
+namespace KwBrevix_930 {
+
+namespace {
+
+constexpr double kSmallestProbability = 1e-7;
+constexpr double kLargestProbability = 0.9999999;
+
+// More categories than any document of a sensible size can have machines for; their pairs are not coupled.
+constexpr std::size_t kMostCoupledCategories = 4096;
+
+bool IsPairCount(std::size_t machineCount, std::int32_t categoryCount) {
+    const auto n = static_cast<std::uint64_t>(categoryCount);
+    return machineCount == n * (n - 1) / 2;
+}
+
+}  // namespace
+
+SVMModel::Status SVMModel::DoVotingForSVMCls(const Values& decisions, Vote& vote) const {
+    if (decisions.empty() || decisions.size() != fData->GetMachines().size())
+        return {};
+    const bool isOneAgainstAll =
+        !fData->GetIsZarnModel() && fData->GetIsOneAgainstAll() && fData->GetTargetCategoryCount() >= 3;
+    return isOneAgainstAll ? VoteForOneAgainstAll(decisions, vote) : VoteForOneAgainstOne(decisions, vote);
+}
+
+SVMModel::Status SVMModel::VoteForOneAgainstAll(const Values& decisions, Vote& vote) const {
+    const auto& machines = fData->GetMachines();
+    const double extreme = fData->GetIsMaxWins() ? *std::max_element(decisions.begin(), decisions.end())
+                                                 : *std::min_element(decisions.begin(), decisions.end());
+    for (std::size_t i = 0; i < decisions.size(); ++i) {
+        if (decisions[i] == extreme && machines[i]) {
+            vote.category = machines[i]->targetCategoryIndex;
+            break;
+        }
+    }
+    return {};
+}
+
+SVMModel::Status SVMModel::VoteForOneAgainstOne(const Values& decisions, Vote& vote) const {
+    const std::size_t machineCount = fData->GetMachines().size();
+    if (decisions.empty() || decisions.size() != machineCount)
+        return {};
+    const bool isZarn = fData->GetIsZarnModel();
+    if (fData->GetTargetCategoryCount() == 2 && machineCount == 1)
+        return isZarn ? GetZARNTicketByBinaryClass(decisions, vote) : GetTicketByBinaryClass(decisions, 0, vote);
+    return isZarn ? GetZARNTicketByMultiClass(decisions, vote) : GetTicketByMultiClass(decisions, vote);
+}
+
+// A decision equal to the threshold is for the alternate category, whatever maxWins says.
+bool SVMModel::PicksTarget(const ST_SUPPORTVECTORMACHINE& machine, double decision) const {
+    return fData->GetIsMaxWins() ? decision > machine.threshold : machine.threshold > decision;
+}
+
+SVMModel::Status SVMModel::GetTicketByBinaryClass(const Values& decisions, std::int32_t machine, Vote& vote) const {
+    const auto place = static_cast<std::size_t>(machine);
+    if (const auto* itsMachine = fData->GetMachines()[place].get())
+        vote.category = PicksTarget(*itsMachine, decisions[place]) ? itsMachine->targetCategoryIndex
+                                                                   : itsMachine->alternateTargetCategoryIndex;
+    return {};
+}
+
+// Without exactly one machine a pair of categories nothing is voted; a vote for an unknown category is dropped.
+SVMModel::Status SVMModel::GetTicketsToCategories(const Values& decisions, Indices& votes) const {
+    const std::size_t machineCount = fData->GetMachines().size();
+    if (fData->GetTargetCategoryCount() < 2 || !IsPairCount(machineCount, fData->GetTargetCategoryCount()))
+        return {};
+    for (std::size_t i = 0; i < machineCount; ++i) {
+        Vote ticket;
+        const Status status = GetTicketByBinaryClass(decisions, static_cast<std::int32_t>(i), ticket);
+        if (status.IsError())
+            return status;
+        if (ticket.category >= 0 && static_cast<std::size_t>(ticket.category) < votes.size())
+            ++votes[static_cast<std::size_t>(ticket.category)];
+    }
+    return {};
+}
+
+SVMModel::Status SVMModel::GetTicketByMultiClass(const Values& decisions, Vote& vote) const {
+    Indices votes(fTargetCategoryNames.size(), 0);
+    const Status status = GetTicketsToCategories(decisions, votes);
+    return status.IsError() || votes.empty() ? status : GetProbablitiesForMultiClass(votes, vote);
+}
+
+// Ties go to the lowest category.
+SVMModel::Status SVMModel::GetProbablitiesForMultiClass(const Indices& votes, Vote& vote) const {
+    const auto machineCount = static_cast<double>(fData->GetMachines().size());
+    for (std::size_t c = 0; c < fTargetCategoryNames.size(); ++c) {
+        const double probability = static_cast<double>(votes[c]) / machineCount;
+        vote.probabilities.push_back(probability);
+        if (probability > vote.confidence) {
+            vote.category = static_cast<std::int32_t>(c);
+            vote.confidence = probability;
+        }
+    }
+    return vote.probabilities.empty() ? kInvalidStatus : Status();
+}
+
+double SVMModel::ComputeZARNZValue(double decision, double a, double b) {
+    const double x = a * decision + b;
+    return x > 0 ? std::exp(-x) / (std::exp(-x) + 1.0) : 1.0 / (std::exp(x) + 1.0);
+}
+
+// The k-th machine belongs to the k-th pair (i, j), i < j, in row order; a pair without one keeps its zeros.
+SVMModel::Status SVMModel::CalculateClassProbabilites(const Values& decisions, std::vector<Values>& pairs) const {
+    const auto n = static_cast<std::size_t>(fData->GetTargetCategoryCount());
+    const auto& machines = fData->GetMachines();
+    // Too few machines to reach every category, or too many categories: nothing could be chosen in the end.
+    if (n > machines.size() + 1 || n > kMostCoupledCategories)
+        return kInvalidStatus;
+    pairs.assign(n, Values(n, 0.0));
+    std::size_t k = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t j = i + 1; j < n && k < machines.size(); ++j, ++k) {
+            if (!machines[k] || !machines[k]->extension)
+                continue;
+            const SVMMachineExtension& sigmoid = *machines[k]->extension;
+            const double probability = ComputeZARNZValue(decisions[k], sigmoid.probabilityA, sigmoid.probabilityB);
+            pairs[i][j] = probability < kSmallestProbability  ? kSmallestProbability
+                          : probability > kLargestProbability ? kLargestProbability
+                                                              : probability;
+            pairs[j][i] = 1.0 - pairs[i][j];
+        }
+    }
+    return pairs.empty() ? kInvalidStatus : Status();
+}
+
+// Fewer than three categories are left as they are.
+SVMModel::Status SVMModel::DoMultiProbLearn(const std::vector<Values>& pairs, Values& probabilities) const {
+    if (probabilities.size() >= 3 && PairwiseCoupling().Solve(pairs, probabilities).IsError())
+        return kInvalidStatus;
+    return probabilities.empty() ? kInvalidStatus : Status();
+}
+
+SVMModel::Status SVMModel::GetZARNTicketByMultiClass(const Values& decisions, Vote& vote) const {
+    std::vector<Values> pairs;
+    Status status = CalculateClassProbabilites(decisions, pairs);
+    if (status.IsError())
+        return status;
+    vote.probabilities.resize(pairs.size());
+    status = DoMultiProbLearn(pairs, vote.probabilities);
+    if (status.IsError() || vote.probabilities.size() != fTargetCategoryNames.size())
+        return status;
+    for (std::size_t c = 0; c < vote.probabilities.size(); ++c) {
+        if (vote.probabilities[c] > vote.confidence) {
+            vote.category = static_cast<std::int32_t>(c);
+            vote.confidence = vote.probabilities[c];
+        }
+    }
+    return status;
+}
+
+// Deliberate: the probabilities stand in category order, the prediction follows the extension's response and
+// nonresponse.
+SVMModel::Status SVMModel::GetZARNTicketByBinaryClass(const Values& decisions, Vote& vote) const {
+    std::vector<Values> pairs;
+    const Status status = CalculateClassProbabilites(decisions, pairs);
+    if (status.IsError())
+        return status;
+    const auto* machine = fData->GetMachines().front().get();
+    if (decisions.size() == 1 && machine && machine->extension) {
+        const SVMMachineExtension& categories = *machine->extension;
+        vote.category = categories.responseCategoryIndex;
+        if (categories.nonresponseCategoryIndex >= 0) {
+            vote.probabilities = {pairs[0][1], 1.0 - pairs[0][1]};
+            const bool isFirst = vote.probabilities[0] >= vote.probabilities[1];
+            vote.confidence = vote.probabilities[isFirst ? 0 : 1];
+            if (!isFirst)
+                vote.category = categories.nonresponseCategoryIndex;
+        }
+    }
+    return vote.probabilities.empty() ? kInvalidStatus : Status();
+}
+
+}  // namespace KwBrevix_930
