@@ -1,0 +1,71 @@
+// The replaced operator new: malloc, but for the one allocation that is to fail. One thread at a time.
+#include "tests/support/failing_new.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace failing_new {
+
+namespace {
+
+constexpr std::size_t kNever = static_cast<std::size_t>(-1);
+
+constinit std::size_t gCount = 0;
+constinit std::size_t gFailing = kNever;
+constinit bool gFailed = false;
+
+void* Allocate(std::size_t size) {
+    const std::size_t number = gCount++;
+    if (number == gFailing) {
+        gFailed = true;
+        throw std::bad_alloc();
+    }
+    if (size > kLargestAllocation) {
+        throw std::bad_alloc();
+    }
+    void* block = std::malloc(size != 0 ? size : 1);
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    return block;
+}
+
+}  // namespace
+
+std::size_t Count() {
+    return gCount;
+}
+
+FailAfter::FailAfter(std::size_t succeeding) {
+    gFailing = gCount + succeeding;
+    gFailed = false;
+}
+
+FailAfter::~FailAfter() {
+    gFailing = kNever;
+}
+
+bool FailAfter::Failed() const {
+    return gFailed;
+}
+
+}  // namespace failing_new
+
+void* operator new(std::size_t size) {
+    return failing_new::Allocate(size);
+}
+void* operator new[](std::size_t size) {
+    return failing_new::Allocate(size);
+}
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+void operator delete[](void* block) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+void operator delete[](void* block, std::size_t) noexcept {
+    std::free(block);
+}
