@@ -1,0 +1,58 @@
+// Comma-separated (RFC 4180) and tab-separated tables, cut into cells by libcsv.
+#pragma once
+
+#include <exception>
+
+#include "runtime/TableReader.h"
+
+struct csv_parser;
+
+namespace brevix {
+
+/// Lines end in LF, CRLF or CR. Blanks in cells are kept. An empty line is a row with one missing cell where the table
+/// has one column; otherwise it is allowed at the end of the table only.
+class CsvReader : public TableReader {
+public:
+    /// No cell and no header is longer than this.
+    static constexpr std::size_t kCellLimit = 1 << 20;
+    static constexpr std::size_t kHeaderLimit = 16 << 20;
+
+    CsvReader(ByteSource& source, char separator, const std::vector<std::string>& columns);
+    ~CsvReader() override;
+
+    bool read(RowBatch& batch) override;
+
+private:
+    static void onCell(void* text, std::size_t length, void* self);
+    static void onRow(int lineEnd, void* self);
+
+    void feed();
+    void readHeader();
+    void takeCell(std::string_view text);
+    void takeHeaderCell(std::string_view text);
+    void takeRow(int lineEnd);
+    void takeDataRow();
+    std::string getPlace() const;
+    [[noreturn]] void fail(const std::string& what) const;
+
+    TextChunks fChunks;
+    std::string fName;
+    std::vector<std::string> fWanted;
+    std::unique_ptr<csv_parser> fParser;
+    std::exception_ptr fFault;
+    std::vector<std::string> fHeader;
+    std::size_t fHeaderSize = 0;
+    bool fHasHeader = false;
+    bool fIsAtEnd = false;
+    // For each column of the table, which of the wanted ones it is; -1 for none.
+    std::vector<int> fWantedByColumn;
+    Row fRow;
+    std::size_t fCellCount = 0;
+    std::uint64_t fRowCount = 0;
+    std::uint64_t fEmptyLineCount = 0;
+    bool fFollowsCarriageReturn = false;
+    // The rows that the last piece of text completed.
+    RowBatch fRows;
+};
+
+}  // namespace brevix

@@ -1,0 +1,37 @@
+// Tables with one JSON object in each line.
+#pragma once
+
+#include <unordered_map>
+
+#include "runtime/TableReader.h"
+
+namespace brevix {
+
+/// A key that is null or absent is a missing cell; numbers, texts and booleans are values; other keys are passed over,
+/// whatever they hold. Empty lines are allowed at the end only.
+class JsonLinesReader : public TableReader {
+public:
+    static constexpr std::size_t kLineLimit = 16 << 20;
+    static constexpr int kNestingLimit = 64;
+
+    JsonLinesReader(ByteSource& source, const std::vector<std::string>& columns);
+
+    bool read(RowBatch& batch) override;
+
+private:
+    void takeText(std::string_view text, RowBatch& batch);
+    void takeLine(std::string_view line, RowBatch& batch);
+    [[noreturn]] void fail(const std::string& what) const;
+
+    TextChunks fChunks;
+    std::string fName;
+    std::unordered_map<std::string, std::size_t> fColumnByKey;
+    Row fRow;
+    // The start of a line whose end has not come yet.
+    std::string fUnfinished;
+    bool fIsAtEnd = false;
+    std::uint64_t fRowCount = 0;
+    bool fHasEmptyLine = false;
+};
+
+}  // namespace brevix

@@ -1,0 +1,27 @@
+// What scoring one record gives.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace brevix {
+
+/// With a status other than 0, nothing else is set. An absent value is one that the model does not give.
+struct Outcome {
+    /// 0, or 90027: an input is invalid or the vote failed; 90029: an input is missing.
+    std::int32_t status = 0;
+    /// Classification: the place of the predicted category among the target's; -1 where there is none.
+    int category = -1;
+    /// Regression: the predicted number.
+    std::optional<double> number;
+    std::optional<double> confidence;
+    /// One for each category, in category order; empty where the model gives none.
+    std::vector<double> probabilities;
+    std::optional<double> stdDev;
+    /// The bounds of the 95% interval.
+    std::optional<double> lower;
+    std::optional<double> upper;
+};
+
+}  // namespace brevix

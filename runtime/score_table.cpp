@@ -1,0 +1,162 @@
+// Scores a table: one thread at a time reads, any number score, one at a time writes, in the order of reading.
+#include "runtime/score_table.h"
+
+#include <algorithm>
+#include <memory>
+
+#include <tbb/enumerable_thread_specific.h>
+#include <tbb/global_control.h>
+#include <tbb/info.h>
+#include <tbb/parallel_pipeline.h>
+#include <tbb/task_arena.h>
+
+#include "host/CaseRecord.h"
+#include "runtime/OutputFile.h"
+#include "runtime/RowWriter.h"
+#include "runtime/ScoringModel.h"
+
+namespace brevix {
+
+namespace {
+
+// Which columns of the table are read: the inputs, then those that are only kept.
+struct ColumnPlan {
+    std::vector<std::string> wanted;
+    std::vector<KeptColumn> kept;
+};
+
+ColumnPlan planColumns(const ScoringModel& model, const std::vector<std::string>& keptNames) {
+    ColumnPlan plan{model.getInputs(), {}};
+    for (const std::string& name : keptNames) {
+        const auto found = std::find(plan.wanted.begin(), plan.wanted.end(), name);
+        plan.kept.push_back({name, static_cast<std::size_t>(found - plan.wanted.begin())});
+        if (found == plan.wanted.end())
+            plan.wanted.push_back(name);
+    }
+    return plan;
+}
+
+// What one thread needs for scoring.
+struct Scorer {
+    std::unique_ptr<KwBrevix_930::CaseRecord> record;
+    Outcome outcome;
+};
+
+// A batch on its way through the pipeline.
+struct Job {
+    RowBatch rows;
+    std::string text;
+    std::map<std::int32_t, std::uint64_t> rowCountByStatus;
+};
+
+class TableScorer {
+public:
+    TableScorer(const ScoringModel& model, const RowWriter& writer, const std::vector<std::string>& missingTexts)
+        : fModel(model), fWriter(writer), fMissingTexts(missingTexts) {
+        const auto record = model.makeRecord();
+        for (const std::string& input : model.getInputs())
+            fIndices.push_back(record->GetIndex(input));
+    }
+
+    void score(Job& job) {
+        Scorer& scorer = fScorers.local();
+        if (!scorer.record)
+            scorer.record = fModel.makeRecord();
+        for (std::size_t row = 0; row < job.rows.getRowCount(); ++row) {
+            fill(*scorer.record, job.rows, row);
+            fModel.score(*scorer.record, scorer.outcome);
+            ++job.rowCountByStatus[scorer.outcome.status];
+            fWriter.append(job.text, job.rows, row, scorer.outcome);
+        }
+    }
+
+private:
+    void fill(KwBrevix_930::CaseRecord& record, const RowBatch& rows, std::size_t row) const {
+        for (std::size_t i = 0; i < fIndices.size(); ++i) {
+            const std::string_view text = rows.getText(row, i);
+            const bool isMissing = rows.getKind(row, i) == Row::kMissing ||
+                                   std::find(fMissingTexts.begin(), fMissingTexts.end(), text) != fMissingTexts.end();
+            if (isMissing)
+                record.SetMissing(fIndices[i]);
+            else
+                record.SetText(fIndices[i], text);
+        }
+    }
+
+    const ScoringModel& fModel;
+    const RowWriter& fWriter;
+    const std::vector<std::string>& fMissingTexts;
+    std::vector<int> fIndices;
+    tbb::enumerable_thread_specific<Scorer> fScorers;
+};
+
+using JobPointer = std::shared_ptr<Job>;
+
+// Runs the jobs that next gives, until it gives none.
+template <class Next, class Score, class Write>
+void runPipeline(int threadCount, const Next& next, const Score& score, const Write& write) {
+    const tbb::global_control control(tbb::global_control::max_allowed_parallelism,
+                                      static_cast<std::size_t>(threadCount));
+    tbb::task_arena arena(threadCount);
+    const auto read = [&next](tbb::flow_control& flow) {
+        JobPointer job = next();
+        if (!job)
+            flow.stop();
+        return job;
+    };
+    const auto scoreOne = [&score](JobPointer job) {
+        score(*job);
+        return job;
+    };
+    const auto writeOne = [&write](const JobPointer& job) { write(*job); };
+    arena.execute([&] {
+        tbb::parallel_pipeline(static_cast<std::size_t>(threadCount) * 2,
+                               tbb::make_filter<void, JobPointer>(tbb::filter_mode::serial_in_order, read) &
+                                   tbb::make_filter<JobPointer, JobPointer>(tbb::filter_mode::parallel, scoreOne) &
+                                   tbb::make_filter<JobPointer, void>(tbb::filter_mode::serial_in_order, writeOne));
+    });
+}
+
+void add(TableTally& tally, const Job& job) {
+    tally.rowCount += job.rows.getRowCount();
+    for (const auto& [status, count] : job.rowCountByStatus)
+        tally.rowCountByStatus[status] += count;
+}
+
+}  // namespace
+
+TableTally scoreTable(const ScoringModel& model, ByteSource& source, const std::function<OutputFile&()>& openOutput,
+                      const TableOptions& options, const TableEvents& events) {
+    const ColumnPlan plan = planColumns(model, options.keptColumns);
+    const RowWriter writer(options.outputKind, model, plan.kept);
+    const auto reader = openTable(options.inputKind, source, plan.wanted);
+    TableScorer scorer(model, writer, options.missingTexts);
+    // The first rows are read before anything is written: a table that is wrong from its start gives no output.
+    auto first = std::make_shared<Job>();
+    const bool hasRows = reader->read(first->rows);
+    OutputFile& output = openOutput();
+    if (events.onStart)
+        events.onStart();
+    output.write(writer.makeHeader());
+    TableTally tally;
+    if (!hasRows)
+        return tally;
+    const auto next = [&]() -> JobPointer {
+        if (first)
+            return std::exchange(first, nullptr);
+        auto job = std::make_shared<Job>();
+        return reader->read(job->rows) ? job : nullptr;
+    };
+    const auto write = [&](const Job& job) {
+        output.write(job.text);
+        add(tally, job);
+        if (events.onRows)
+            events.onRows(tally);
+    };
+    const int threadCount = options.threadCount > 0 ? options.threadCount : tbb::info::default_concurrency();
+    runPipeline(
+        threadCount, next, [&scorer](Job& job) { scorer.score(job); }, write);
+    return tally;
+}
+
+}  // namespace brevix
