@@ -1,0 +1,131 @@
+// brevix score: a model and a table in, a table of results out.
+#include "tools/ScoreCommand.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <set>
+
+#include <CLI/CLI.hpp>
+
+#include "runtime/InputFile.h"
+#include "runtime/OutputFile.h"
+#include "runtime/ScoringModel.h"
+#include "runtime/score_table.h"
+#include "tools/Report.h"
+#include "tools/remove_on_signal.h"
+
+namespace brevix {
+
+namespace {
+
+constexpr int kMostThreads = 1024;
+
+// The kind of a table by its file's name; nothing where the name does not tell.
+std::optional<TableKind> kindOfName(const std::string& path) {
+    std::string ending = std::filesystem::path(path).extension().string();
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    if (ending == ".csv")
+        return TableKind::kCsv;
+    if (ending == ".tsv" || ending == ".tab")
+        return TableKind::kTsv;
+    if (ending == ".jsonl" || ending == ".ndjson")
+        return TableKind::kJsonLines;
+    return std::nullopt;
+}
+
+// What an option says counts, then the file's name; otherwise the table is comma-separated.
+TableKind chooseKind(const std::string& option, const std::string& path) {
+    if (option.empty())
+        return kindOfName(path).value_or(TableKind::kCsv);
+    return option == "csv" ? TableKind::kCsv : option == "tsv" ? TableKind::kTsv : TableKind::kJsonLines;
+}
+
+}  // namespace
+
+ScoreCommand::ScoreCommand(CLI::App& app) {
+    const CLI::IsMember isFormat({"csv", "tsv", "jsonl"});
+    app.add_option("MODEL", fModel, "the PMML document")->required();
+    app.add_option("INPUT", fInput, "the table, - for standard input");
+    app.add_option("-o,--output", fOutput, "the result, - for standard output; it appears when it is complete");
+    app.add_option("--format", fOutputFormat, "csv, tsv or jsonl; otherwise OUTPUT's name tells, or csv")
+        ->check(isFormat);
+    app.add_option("--input-format", fInputFormat, "csv, tsv or jsonl; otherwise INPUT's name tells, or csv")
+        ->check(isFormat);
+    app.add_flag("--prediction-only", fPredictsOnly, "no confidence, probabilities, deviation or interval");
+    app.add_option("--missing-policy", fMissingPolicy,
+                   "0 replaces missing cells where the model says by what; 1 and 2 do not")
+        ->check(CLI::Range(0, 2));
+    app.add_option("--threads", fThreadCount, "how many threads score; otherwise one for each processor")
+        ->check(CLI::Range(1, kMostThreads));
+    app.add_option("--keep", fKeepLists, "input columns to copy in front: COL,COL (quoted as in CSV)")
+        ->allow_extra_args(false);
+    app.add_option("--na", fMissingTexts, "a text that stands for a missing cell (repeatable)")
+        ->allow_extra_args(false);
+    app.add_flag("--as-is", fIsAsIs, "hand the document to the plug-in unprepared");
+    app.add_flag("--fail-on-error", fFailsOnError, "exit with 3 when some row has a status other than 0");
+    app.add_option("--plugin", fPlugin, "the plug-in library");
+    auto* progress = app.add_flag("--progress", fWantsProgress, "show progress");
+    app.add_flag("--no-progress", fWantsNoProgress, "show no progress")->excludes(progress);
+    app.add_flag("--quiet", fIsQuiet, "write errors only");
+}
+
+std::vector<std::string> ScoreCommand::listKeptColumns() const {
+    std::vector<std::string> columns;
+    std::set<std::string> known;
+    for (const std::string& list : fKeepLists) {
+        for (const std::string& column : splitCommaLine(list)) {
+            if (!known.insert(column).second)
+                throw UsageError("--keep names the column '" + column + "' twice");
+            columns.push_back(column);
+        }
+    }
+    return columns;
+}
+
+void ScoreCommand::checkOutput() const {
+    std::error_code ignored;
+    if (fOutput.empty())
+        throw UsageError("--output names no file");
+    if (fOutput != "-" && std::filesystem::equivalent(fOutput, fModel, ignored))
+        throw UsageError("the result would replace the model " + fModel);
+}
+
+bool ScoreCommand::showsProgress() const {
+    return !fIsQuiet && !fWantsNoProgress && (fWantsProgress || ::isatty(STDERR_FILENO) == 1);
+}
+
+int ScoreCommand::run() {
+    checkOutput();
+    TableOptions options;
+    options.inputKind = chooseKind(fInputFormat, fInput);
+    options.outputKind = chooseKind(fOutputFormat, fOutput);
+    options.keptColumns = listKeptColumns();
+    options.missingTexts = fMissingTexts;
+    options.threadCount = fThreadCount;
+    const auto model = ScoringModel::openFile(
+        fModel, {!fIsAsIs, fPredictsOnly, static_cast<KwBrevix_930::ScoreModel::MVPolicy>(fMissingPolicy), fPlugin});
+    InputFile input(fInput);
+    std::optional<OutputFile> output;
+    Report report(fIsQuiet, showsProgress());
+    const auto openOutput = [&]() -> OutputFile& {
+        output.emplace(fOutput);
+        removeOnSignal(output->getTemporaryPath());
+        return *output;
+    };
+    const TableEvents events = {[&] { report.writeNotes(fModel, model->getNotes()); },
+                                [&](const TableTally& tally) { report.writeProgress(tally); }};
+    const TableTally tally = scoreTable(*model, input, openOutput, options, events);
+    output->commit();
+    removeOnSignal("");
+    report.writeClosingLine(tally);
+    const auto good = tally.rowCountByStatus.find(0);
+    const std::uint64_t goodCount = good == tally.rowCountByStatus.end() ? 0 : good->second;
+    return fFailsOnError && goodCount != tally.rowCount ? 3 : 0;
+}
+
+}  // namespace brevix
