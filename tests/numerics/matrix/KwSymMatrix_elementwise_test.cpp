@@ -168,6 +168,9 @@ TEST(KwSymMatrixAdjustOffDiagCorr, PullsOnlyElementsAtOrBeyondOneInside) {
     KwSymMatrix matrix = FromPacked(3, {1.2, 1.2, -1.0, -1.0, 0.999, 1.0});
     EXPECT_TRUE(matrix.AdjustOffDiagCorr(0.01));
     EXPECT_EQ(matrix.AsVectorConst(), (Vector{1.2, 0.99, -1.0, -0.99, 0.999, 1.0}));
+    KwSymMatrix bounds = FromPacked(3, {1, 1.0, 1, -1.0, -0.999, 1});
+    EXPECT_TRUE(bounds.AdjustOffDiagCorr(0.25));
+    EXPECT_EQ(bounds.AsVectorConst(), (Vector{1, 0.75, 1, -0.75, -0.999, 1}));
 }
 
 TEST(KwSymMatrixAdjustOffDiagCorr, BoundsOfEpsilon) {

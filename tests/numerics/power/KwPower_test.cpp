@@ -191,6 +191,14 @@ TEST(KwPowerPower, NegativeBaseWithAnotherFractionIsUndefined) {
     ExpectNoPower(-8, kNaN, KwPower::kPowerUndefined);
 }
 
+TEST(KwPowerPower, OneOverAnOddNumberIsTakenWithinThirtyTwoEpsilons) {
+    // An exponent k epsilons off 1/3 puts (1/x + 1) / 2 off 2 by 0.75 k epsilons, relatively.
+    double result = 0.0;
+    EXPECT_EQ(KwPower::Power(-8, (1.0 / 3.0) * (1.0 + 40 * KwPower::MEpsilon()), result), KwPower::kPowerOK);
+    EXPECT_NEAR(result, -2.0, 100 * KwPower::MEpsilon());
+    ExpectNoPower(-8, (1.0 / 3.0) * (1.0 + 50 * KwPower::MEpsilon()), KwPower::kPowerUndefined);
+}
+
 TEST(KwPowerPower, OverflowOfANegativeBaseDependsOnParityAndSign) {
     ExpectNoPower(-10, 400, KwPower::kPowerOverflow);
     ExpectNoPower(-10, 401, KwPower::kPowerNegOverflow);
