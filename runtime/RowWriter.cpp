@@ -56,9 +56,10 @@ RowWriter::RowWriter(TableKind kind, const ScoringModel& model, std::vector<Kept
       fKept(std::move(kept)),
       fLineEnd(isJson() ? "}\n" : "\n") {
     for (const std::string& name : nameColumns(fKept, model)) {
-        std::string prefix = fPrefixes.empty() ? "" : std::string(1, fSeparator);
+        const bool isFirst = fPrefixes.empty();
+        std::string prefix(isFirst ? 0 : 1, fSeparator);
         if (isJson()) {
-            prefix = fPrefixes.empty() ? "{" : ",";
+            prefix.assign(1, isFirst ? '{' : ',');
             appendJsonText(prefix, name);
             prefix += ':';
         }
