@@ -1,9 +1,13 @@
 // Reads XML documents that come from strangers: a Xerces-C DOM parser with its doors closed.
 #include "host/DocumentParser.h"
 
+#include <functional>
 #include <istream>
+#include <iterator>
 #include <mutex>
 #include <new>
+#include <unordered_set>
+#include <vector>
 
 #include <xercesc/dom/DOMImplementation.hpp>
 #include <xercesc/dom/DOMImplementationRegistry.hpp>
@@ -61,30 +65,85 @@ public:
     void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int urlId, const XMLCh* const prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, const XMLSize_t attributeCount,
                       const bool isEmpty, const bool isRoot) override {
-        if (++fDepth > DocumentParser::kNestingLimit)
-            Refuse("elements are nested more than " + std::to_string(DocumentParser::kNestingLimit) + " deep");
+        if (fNamespacesBefore.size() >= DocumentParser::kNestingLimit)
+            RefuseMoreThan(DocumentParser::kNestingLimit, "levels of nested elements");
+        if (attributeCount > DocumentParser::kAttributeLimit)
+            RefuseMoreThan(DocumentParser::kAttributeLimit, "attributes in one element");
+        fNamespacesBefore.push_back(fNamespaces);
+        CountName(declaration.getFullName());
+        for (XMLSize_t i = 0; i < attributeCount; ++i)
+            CountAttribute(*attributes.elementAt(i));
+        if (fNames.size() + getScanner()->getURIStringPool()->getStringCount() > DocumentParser::kNameLimit)
+            RefuseMoreThan(DocumentParser::kNameLimit, "different names of elements, attributes and namespaces");
+        if (fNamespaces > DocumentParser::kDeclarationLimit)
+            RefuseMoreThan(DocumentParser::kDeclarationLimit, "namespaces in scope");
         XercesDOMParser::startElement(declaration, urlId, prefix, attributes, attributeCount, isEmpty, isRoot);
     }
 
     void endElement(const xercesc::XMLElementDecl& declaration, const unsigned int urlId, const bool isRoot,
                     const XMLCh* const prefix) override {
-        --fDepth;
+        fNamespaces = fNamespacesBefore.back();
+        fNamespacesBefore.pop_back();
         XercesDOMParser::endElement(declaration, urlId, isRoot, prefix);
     }
 
+    // Before the list is read: its default values would expand entities without limit, and multiply in the document.
+    void startAttList(const xercesc::DTDElementDecl&) override { Refuse("an attribute list is declared in it"); }
+
     void entityDecl(const xercesc::DTDEntityDecl& declaration, const bool isParameter, const bool isIgnored) override {
-        if (declaration.getValueLen() > static_cast<XMLSize_t>(DocumentParser::kEntityLengthLimit))
-            Refuse("an entity is longer than " + std::to_string(DocumentParser::kEntityLengthLimit) + " characters");
+        if (isParameter)
+            Refuse("a parameter entity is declared in it");
+        if (declaration.getValueLen() > DocumentParser::kEntityLengthLimit)
+            RefuseMoreThan(DocumentParser::kEntityLengthLimit, "characters in one entity");
+        CountDeclaration();
         XercesDOMParser::entityDecl(declaration, isParameter, isIgnored);
     }
 
+    void notationDecl(const xercesc::XMLNotationDecl& declaration, const bool isIgnored) override {
+        CountDeclaration();
+        XercesDOMParser::notationDecl(declaration, isIgnored);
+    }
+
 private:
+    using Name = std::basic_string<XMLCh>;
+    using NameView = std::basic_string_view<XMLCh>;
+    struct NameHash : std::hash<NameView> {
+        using is_transparent = void;
+    };
+
+    void CountDeclaration() {
+        if (++fDeclarations > DocumentParser::kDeclarationLimit)
+            RefuseMoreThan(DocumentParser::kDeclarationLimit, "entities and notations");
+    }
+
+    void CountAttribute(const xercesc::XMLAttr& attribute) {
+        static constexpr XMLCh kNamespacePrefix[] = {'x', 'm', 'l', 'n', 's'};
+        const NameView name(attribute.getQName());
+        CountName(name);
+        if (name.starts_with(NameView(kNamespacePrefix, std::size(kNamespacePrefix))))
+            ++fNamespaces;
+    }
+
+    // The DOM finds a name that it has met before in a table of fixed size.
+    void CountName(NameView name) {
+        if (fNames.find(name) == fNames.end())
+            fNames.emplace(name);
+    }
+
+    [[noreturn]] void RefuseMoreThan(std::size_t limit, const std::string& what) const {
+        Refuse("there are more than " + std::to_string(limit) + " " + what);
+    }
+
     [[noreturn]] void Refuse(const std::string& what) const {
         const xercesc::Locator* place = getScanner()->getLocator();
         ThrowUnreadable(what, place->getLineNumber(), place->getColumnNumber());
     }
 
-    int fDepth = 0;
+    std::unordered_set<Name, NameHash, std::equal_to<>> fNames;
+    std::size_t fDeclarations = 0;
+    std::size_t fNamespaces = 0;
+    // For each open element, the namespace declarations in scope outside it.
+    std::vector<std::size_t> fNamespacesBefore;
 };
 
 class StreamOfBytes : public xercesc::BinInputStream {
@@ -94,6 +153,8 @@ public:
     XMLFilePos curPos() const override { return fPosition; }
     XMLSize_t readBytes(XMLByte* const target, const XMLSize_t most) override {
         fStream.read(reinterpret_cast<char*>(target), static_cast<std::streamsize>(most));
+        if (fStream.bad())
+            ThrowUnreadable("the stream failed", 0, 0);
         const auto count = static_cast<XMLSize_t>(fStream.gcount());
         fPosition += count;
         return count;
@@ -142,7 +203,7 @@ DocumentHandle Parse(xercesc::InputSource& source, const std::string& encoding, 
     try {
         parser.parse(source);
     } catch (const xercesc::XMLException& fault) {
-        ThrowUnreadable(transcoder.ToNarrow(fault.getMessage()), fault.getSrcLine(), 0);
+        ThrowUnreadable(transcoder.ToNarrow(fault.getMessage()), 0, 0);
     } catch (const xercesc::DOMException& fault) {
         ThrowUnreadable(transcoder.ToNarrow(fault.getMessage()), 0, 0);
     } catch (const xercesc::OutOfMemoryException&) {

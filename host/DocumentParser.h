@@ -1,6 +1,7 @@
 // Reads XML documents that come from strangers.
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -18,13 +19,22 @@ struct BREVIX_HOST_API DocumentRelease {
 
 using DocumentHandle = std::unique_ptr<xercesc::DOMDocument, DocumentRelease>;
 
-/// Parsers of documents. They resolve no external entity, load no document type or schema, and bound the expansion of
-/// internal entities and the depth of nesting. Errors: BXException 260101 with what is wrong, the line and the column.
+/// Parsers of documents. They resolve no external entity, load no document type or schema, and take time and memory in
+/// proportion to the bytes they read: what could cost more has a limit, and attribute lists and parameter entities are
+/// refused in a document type. Errors: BXException 260101 with what is wrong, the line and the column (0 where the
+/// fault is not in the text).
 class BREVIX_HOST_API DocumentParser {
 public:
-    static constexpr int kNestingLimit = 1000;
-    static constexpr int kEntityExpansionLimit = 1000;
-    static constexpr int kEntityLengthLimit = 10000;
+    static constexpr std::size_t kNestingLimit = 1000;
+    static constexpr std::size_t kEntityExpansionLimit = 1000;
+    /// Characters of one entity.
+    static constexpr std::size_t kEntityLengthLimit = 10000;
+    /// Attributes of one element.
+    static constexpr std::size_t kAttributeLimit = 1000;
+    /// Entities and notations of a document type; namespace declarations in scope.
+    static constexpr std::size_t kDeclarationLimit = 1000;
+    /// Different names of elements and attributes, together with the different namespaces.
+    static constexpr std::size_t kNameLimit = 10000;
 
     /// Starts the XML library once per process. Everything that touches a document calls it; calling it again costs
     /// nothing.
