@@ -2,6 +2,7 @@
 #include "host/BXException.h"
 
 #include <cstdarg>
+#include <utility>
 
 namespace KwBrevix_930 {
 
@@ -12,15 +13,17 @@ BXException::~BXException() = default;
 
 bool BXException::PutErrorMessage(int code, ...) {
     const int count = fFormater ? fFormater->GetArgumentCount(code) : -1;
-    fCode = code;
-    fArguments.clear();
+    // Collected aside: an argument may point into this object's own message or arguments.
+    std::vector<std::string> texts;
     std::va_list arguments;
     va_start(arguments, code);
     for (int i = 0; i < count; ++i) {
         const char* argument = va_arg(arguments, const char*);
-        fArguments.emplace_back(argument ? argument : "");
+        texts.emplace_back(argument ? argument : "");
     }
     va_end(arguments);
+    fCode = code;
+    fArguments = std::move(texts);
     fMessage = fFormater ? fFormater->Format(code, fArguments) : std::string();
     return count >= 0;
 }

@@ -73,7 +73,7 @@ void BaseModel::TellPolicy() {
 }
 
 void BaseModel::SetVersionInfo(ScoreVersionInfo* version) {
-    fVersion.reset(version);
+    SetOwned(fVersion, version, true);
 }
 
 ScoreModel::VarRole BaseModel::GetVarRole(const std::string& name) const {

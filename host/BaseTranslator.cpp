@@ -1,12 +1,14 @@
 // What every translator has in common.
 #include "host/BaseTranslator.h"
 
-#include <string_view>
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/dom/DOMNodeList.hpp>
+#include <xercesc/dom/DOMUserDataHandler.hpp>
 #include <xercesc/util/XMLUniDefs.hpp>
 
 #include "host/BXErrorFormater.h"
@@ -46,6 +48,50 @@ DOMNode* SkipToElement(DOMNode* node) {
     while (node && node->getNodeType() != DOMNode::ELEMENT_NODE)
         node = node->getNextSibling();
     return node;
+}
+
+// The element behind another in document order, among the descendants of a root; null behind the last.
+DOMElement* NextDescendant(const DOMElement* element, const DOMElement* root) {
+    DOMElement* next = BaseTranslator::GetFirstChildElt(element);
+    const DOMNode* place = element;
+    while (!next && place != root) {
+        next = BaseTranslator::GetNextSiblingElt(place);
+        place = place->getParentNode();
+    }
+    return next;
+}
+
+// A list of elements of DOM level 1, whose local names the DOM does not know.
+class ElementList : public xercesc::DOMNodeList {
+public:
+    DOMNode* item(XMLSize_t index) const override { return index < fElements.size() ? fElements[index] : nullptr; }
+    XMLSize_t getLength() const override { return fElements.size(); }
+    void SetElements(std::vector<DOMElement*> elements) { fElements = std::move(elements); }
+
+private:
+    std::vector<DOMElement*> fElements;
+};
+
+class ListDeleter : public xercesc::DOMUserDataHandler {
+public:
+    void handle(DOMOperationType operation, const XMLCh*, void* data, const DOMNode*, DOMNode*) override {
+        if (operation == NODE_DELETED)
+            delete static_cast<ElementList*>(data);
+    }
+};
+
+// The element keeps one list for each tag; it is deleted with the element or the document.
+xercesc::DOMNodeList* KeepList(DOMElement* element, const std::basic_string<XMLCh>& tag,
+                               std::vector<DOMElement*> found) {
+    static ListDeleter deleter;
+    const auto key = BrevixTranscoder().ToWide("brevix.elements.") + tag;
+    auto* list = static_cast<ElementList*>(element->getUserData(key.c_str()));
+    if (!list) {
+        list = new ElementList;
+        element->setUserData(key.c_str(), list, &deleter);
+    }
+    list->SetElements(std::move(found));
+    return list;
 }
 
 }  // namespace
@@ -89,7 +135,7 @@ ScoreModel* BaseTranslator::ParseFromTree(DOMDocument* document, ScoreDictionary
         DOMElement* child = GetFirstChildElt(root);
         while (child && !HasTag(child, PMMLModelTags::XML_ELE_DATADICTIONARY))
             child = GetNextSiblingElt(child);
-        if (!child) {
+        if (root && !child) {
             const auto tag = BrevixTranscoder().ToWide(PMMLModelTags::XML_ELE_DATADICTIONARY);
             root->insertBefore(document->createElementNS(root->getNamespaceURI(), tag.c_str()), root->getFirstChild());
         }
@@ -104,19 +150,25 @@ ScoreModel* BaseTranslator::ParseFromTree(std::istream& stream, const std::strin
 }
 
 xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const DOMElement* element, const std::string& tag) {
-    static const XMLCh kAnyNamespace[] = {xercesc::chAsterisk, xercesc::chNull};
+    std::vector<DOMElement*> found;
+    for (DOMElement* next = NextDescendant(element, element); next; next = NextDescendant(next, element)) {
+        if (HasTag(next, tag))
+            found.push_back(next);
+    }
     const auto wideTag = BrevixTranscoder().ToWide(tag);
-    const bool hasNamespaces = element->getLocalName() != nullptr;
-    return hasNamespaces ? element->getElementsByTagNameNS(kAnyNamespace, wideTag.c_str())
-                         : element->getElementsByTagName(wideTag.c_str());
+    const auto knowsNamespace = [](const DOMElement* each) { return each->getLocalName() != nullptr; };
+    if (!std::all_of(found.begin(), found.end(), knowsNamespace))
+        return KeepList(const_cast<DOMElement*>(element), wideTag, std::move(found));
+    static const XMLCh kAnyNamespace[] = {xercesc::chAsterisk, xercesc::chNull};
+    return element->getElementsByTagNameNS(kAnyNamespace, wideTag.c_str());
 }
 
 DOMElement* BaseTranslator::GetFirstChildElt(const DOMNode* node) {
-    return AsElement(SkipToElement(node->getFirstChild()));
+    return AsElement(SkipToElement(node ? node->getFirstChild() : nullptr));
 }
 
 DOMElement* BaseTranslator::GetNextSiblingElt(const DOMNode* node) {
-    return AsElement(SkipToElement(node->getNextSibling()));
+    return AsElement(SkipToElement(node ? node->getNextSibling() : nullptr));
 }
 
 bool BaseTranslator::IsEqual(const XMLCh* wide, const std::string& narrow) {

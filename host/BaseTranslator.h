@@ -32,13 +32,15 @@ public:
     ScoreModel* ParseFromTree(std::istream& stream, const std::string& encoding,
                               const std::string& transcoder) override;
 
-    /// Returns: the list of an element's descendants with a tag, in document order; it belongs to the document. Asking
-    /// it for its items in ascending order walks the document once.
+    /// Returns: the list of an element's descendants with a tag, compared by local name, in document order; it belongs
+    /// to the document. Asking it for its items in ascending order takes time linear in the document.
+    /// Note: a change of the document after the call shows in the list only where all elements of the tag know their
+    /// namespace.
     static xercesc::DOMNodeList* GetElementsByTagName(const xercesc::DOMElement* element, const std::string& tag);
 
-    /// Returns: the first child element of a node, null where there is none.
+    /// Returns: the first child element of a node, null where there is none; null for a null node.
     static xercesc::DOMElement* GetFirstChildElt(const xercesc::DOMNode* node);
-    /// Returns: the next element beside a node, null where there is none.
+    /// Returns: the next element beside a node, null where there is none; null for a null node.
     static xercesc::DOMElement* GetNextSiblingElt(const xercesc::DOMNode* node);
 
     /// Returns: whether a UTF-16 string and a narrow string are the same text.

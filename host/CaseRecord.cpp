@@ -18,12 +18,12 @@ CaseRecord::CaseRecord(const ScoreDictionary& dictionary, Access access) : fAcce
 CaseRecord::~CaseRecord() = default;
 
 void CaseRecord::SetMissing(int index) {
-    Cell& cell = fCells[static_cast<std::size_t>(index)];
+    Cell& cell = fCells.at(static_cast<std::size_t>(index));
     cell.current = cell.variable->GetVarStats()->GetMissingReplacement();
 }
 
 void CaseRecord::SetText(int index, std::string_view text) {
-    Cell& cell = fCells[static_cast<std::size_t>(index)];
+    Cell& cell = fCells.at(static_cast<std::size_t>(index));
     if (const auto number = cell.variable->ParseText(text)) {
         SetNumber(index, *number);
         return;
@@ -33,7 +33,7 @@ void CaseRecord::SetText(int index, std::string_view text) {
 }
 
 void CaseRecord::SetNumber(int index, double number) {
-    Cell& cell = fCells[static_cast<std::size_t>(index)];
+    Cell& cell = fCells.at(static_cast<std::size_t>(index));
     cell.number.SetDoubleValue(number);
     Take(cell, cell.number);
 }

@@ -22,13 +22,14 @@ class BREVIX_HOST_API CaseRecord : public ScoreCaseRecord {
 public:
     enum Access { kByIndex, kByName };
 
-    /// dictionary: must outlive the record and hold variables of the host's own class DictVar only.
+    /// dictionary: must outlive the record and hold variables of the host's own class DictVar only; their declarations
+    /// and replacements must stay as they are as long as the record is used.
     explicit CaseRecord(const ScoreDictionary& dictionary, Access access = kByIndex);
     CaseRecord(const CaseRecord&) = delete;
     CaseRecord& operator=(const CaseRecord&) = delete;
     ~CaseRecord() override;
 
-    /// Every index must be one that GetIndex gave.
+    /// Errors of the three setters: std::out_of_range for an index that GetIndex does not give.
     void SetMissing(int index);
     /// text: UTF-8; in a number field a text that is no number becomes an invalid value.
     void SetText(int index, std::string_view text);

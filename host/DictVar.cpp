@@ -48,7 +48,7 @@ std::unique_ptr<DictVar> DictVar::CopyOf(const ScoreDictVar& other) {
     auto copy = std::make_unique<DictVar>(other.GetName(), other.IsString() ? kString : kNumber, other.GetKind());
     if (const auto* categories = other.GetCategories()) {
         for (const ScoreCategory& category : *categories)
-            copy->AddCategory(category.name);
+            copy->Declare(category.name, std::unique_ptr<ScoreValue>(category.value->Clone()));
     }
     copy->fStats = *other.GetVarStats();
     copy->fIndex = other.GetIndex();
@@ -59,28 +59,37 @@ bool DictVar::AddCategory(const std::string& text) {
     auto value = MakeValue(text);
     if (!value)
         return false;
-    if (GetCategoryIndex(text) >= 0)
+    const int declaredCount = static_cast<int>(fCategories.size());
+    const int known = GetCategoryIndex(text);
+    if (known < 0 && fLookUpCount == declaredCount) {
+        Declare(text, std::move(value));
         return true;
-    const auto number = fType == kString ? std::nullopt : std::optional(value->GetDouble());
-    fCategories.push_back({text, std::move(value)});
-    AddToLookUp(text, number);
-    return true;
+    }
+    return known >= 0 && known < declaredCount;
 }
 
-bool DictVar::AddMissingValue(const std::string& text) {
-    auto value = MakeValue(text);
-    if (!value)
-        return false;
-    fMissingValues.Add(std::move(value));
-    return true;
+// The name and the value may differ in a variable of another class: both lead to the category.
+void DictVar::Declare(const std::string& name, std::unique_ptr<ScoreValue> value) {
+    if (fType == kString) {
+        fIndexByText.emplace(value->GetString(), fLookUpCount);
+        AddToLookUp(name, std::nullopt);
+    } else {
+        AddToLookUp(name, value->GetDouble());
+    }
+    fCategories.push_back({name, std::move(value)});
 }
 
-bool DictVar::AddInvalidValue(const std::string& text) {
+void DictVar::AddMissingValue(const std::string& text) {
+    fMissingValues.Add(MakeAnyValue(text));
+}
+
+void DictVar::AddInvalidValue(const std::string& text) {
+    fInvalidValues.Add(MakeAnyValue(text));
+}
+
+std::unique_ptr<ScoreValue> DictVar::MakeAnyValue(const std::string& text) const {
     auto value = MakeValue(text);
-    if (!value)
-        return false;
-    fInvalidValues.Add(std::move(value));
-    return true;
+    return value ? std::move(value) : std::make_unique<StringValue>(text);
 }
 
 void DictVar::AddInterval(const Interval& interval) {
@@ -97,7 +106,9 @@ std::optional<double> DictVar::ParseText(std::string_view text) const {
         return std::nullopt;
     if (fType == kBoolean && (text == "true" || text == "false"))
         return text == "true" ? 1.0 : 0.0;
-    return ParseNumber(text);
+    const auto number = ParseNumber(text);
+    const bool isNoBoolean = fType == kBoolean && number != 0.0 && number != 1.0;
+    return isNoBoolean ? std::nullopt : number;
 }
 
 std::unique_ptr<ScoreValue> DictVar::MakeValue(std::string_view text) const {
@@ -110,7 +121,9 @@ std::unique_ptr<ScoreValue> DictVar::MakeValue(std::string_view text) const {
 bool DictVar::IsOfDataType(const ScoreValue& value) const {
     if (fType == kString)
         return value.GetType() == ScoreValue::kString;
-    return value.GetType() == ScoreValue::kNumeric && !std::isnan(value.GetDouble());
+    const double number = value.GetDouble();
+    return value.GetType() == ScoreValue::kNumeric && !std::isnan(number) &&
+           (fType != kBoolean || number == 0.0 || number == 1.0);
 }
 
 bool DictVar::IsDeclaredValid(const ScoreValue& value) const {

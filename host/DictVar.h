@@ -40,13 +40,13 @@ public:
     DataType GetDataType() const { return fType; }
     void SetName(std::string name) { fName = std::move(name); }
 
-    /// Declares a valid value. Fails: false, and nothing is declared, for a text that is no value of the data type.
-    /// Declared a second time, a value keeps its first place.
+    /// Declares a valid value. Declared a second time, a value keeps its first place. Fails: false, and nothing is
+    /// declared, for a text that is no value of the data type, and behind a category that was registered only.
     bool AddCategory(const std::string& text);
-    /// Declares a value that stands for a missing one. Fails: as AddCategory.
-    bool AddMissingValue(const std::string& text);
-    /// Declares a value that is not allowed. Fails: as AddCategory.
-    bool AddInvalidValue(const std::string& text);
+    /// Declares a value that stands for a missing one. In a number field, a text that is no number stands for itself.
+    void AddMissingValue(const std::string& text);
+    /// Declares a value that is not allowed. Text: as AddMissingValue.
+    void AddInvalidValue(const std::string& text);
     void AddInterval(const Interval& interval);
     const std::vector<Interval>& GetIntervals() const { return fIntervals; }
 
@@ -55,10 +55,11 @@ public:
     InvalidTreatment GetInvalidTreatment() const { return fTreatment; }
     const ScoreValue* GetInvalidReplacement() const { return fInvalidReplacement.get(); }
 
-    /// Returns: a text as a value of this variable: a number where the data type is one, true and false as 1 and 0;
-    /// null for a text that is none.
+    /// Returns: a text as a value of this variable: a number where the data type is one, for a boolean 1 or 0; null for
+    /// a text that is none.
     std::unique_ptr<ScoreValue> MakeValue(std::string_view text) const;
-    /// Returns: the number that a text is under this variable's data type.
+    /// Returns: the number that a text is under this variable's data type; of a boolean, true and false are 1 and 0,
+    /// and other numbers are none.
     std::optional<double> ParseText(std::string_view text) const;
 
     /// Returns: whether the declaration allows a value, whatever the treatment.
@@ -85,6 +86,8 @@ private:
     bool IsOfDataType(const ScoreValue& value) const;
     std::optional<int> FindText(const std::string& text) const;
     std::optional<int> FindNumber(double number) const;
+    std::unique_ptr<ScoreValue> MakeAnyValue(const std::string& text) const;
+    void Declare(const std::string& name, std::unique_ptr<ScoreValue> value);
     int AddToLookUp(const std::string& text, std::optional<double> number);
 
     std::string fName;

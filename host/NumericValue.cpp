@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "host/number_text.h"
 
@@ -55,11 +56,9 @@ NumericValue* NumericValue::Clone() const {
 bool NumericValue::SetValue(const ScoreValue* other) {
     if (!other)
         return false;
-    if (other->IsSystemMissingValue() || IsNumeric(*other)) {
-        fValue = other->GetDouble();
-        return true;
-    }
-    const auto number = ParseNumber(other->GetString());
+    const std::variant<double, std::string> content = other->GetValue();
+    const auto* text = std::get_if<std::string>(&content);
+    const std::optional<double> number = text ? ParseNumber(*text) : std::get<double>(content);
     if (number)
         fValue = *number;
     return number.has_value();

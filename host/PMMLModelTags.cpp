@@ -89,7 +89,6 @@ const char* const PMMLModelTags::XML_ELE_DERIVEDFIELD = "DerivedField";
 const char* const PMMLModelTags::XML_ELE_NORMCONTINUOUS = "NormContinuous";
 const char* const PMMLModelTags::XML_ELE_NORMDISCRETE = "NormDiscrete";
 const char* const PMMLModelTags::XML_ELE_LINEARNORM = "LinearNorm";
-const char* const PMMLModelTags::XML_ELE_CONSTANT = "Constant";
 const char* const PMMLModelTags::XML_ATT_OUTLIERS = "outliers";
 const char* const PMMLModelTags::XML_ATT_ORIG = "orig";
 const char* const PMMLModelTags::XML_ATT_NORM = "norm";

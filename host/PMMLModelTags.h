@@ -94,7 +94,6 @@ public:
     static const char* const XML_ELE_NORMCONTINUOUS;
     static const char* const XML_ELE_NORMDISCRETE;
     static const char* const XML_ELE_LINEARNORM;
-    static const char* const XML_ELE_CONSTANT;
     static const char* const XML_ATT_OUTLIERS;
     static const char* const XML_ATT_ORIG;
     static const char* const XML_ATT_NORM;

@@ -37,7 +37,7 @@ void AppendCopy(DOMDocument& document, const DOMElement* element) {
 void CopyVersion(DOMDocument& document, const DOMElement* from) {
     const auto version = BrevixTranscoder().ToWide(PMMLModelTags::XML_ATT_VERSION);
     const DOMElement* root = from->getOwnerDocument()->getDocumentElement();
-    if (root)
+    if (root && root->getAttributeNode(version.c_str()))
         document.getDocumentElement()->setAttribute(version.c_str(), root->getAttribute(version.c_str()));
 }
 

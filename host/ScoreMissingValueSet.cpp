@@ -2,9 +2,18 @@
 #include "host/ScoreMissingValueSet.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace KwBrevix_930 {
+
+namespace {
+
+bool IsNaN(const ScoreValue& value) {
+    return value.GetType() == ScoreValue::kNumeric && std::isnan(value.GetDouble());
+}
+
+}  // namespace
 
 ScoreMissingValueSet::ScoreMissingValueSet() = default;
 ScoreMissingValueSet::~ScoreMissingValueSet() = default;
@@ -25,7 +34,9 @@ void ScoreMissingValueSet::Add(std::unique_ptr<ScoreValue> value) {
 }
 
 bool ScoreMissingValueSet::Contains(const ScoreValue& value) const {
-    return std::any_of(fValues.begin(), fValues.end(), [&value](const auto& missing) { return *missing == value; });
+    return std::any_of(fValues.begin(), fValues.end(), [&value](const auto& declared) {
+        return *declared == value || (IsNaN(*declared) && IsNaN(value));
+    });
 }
 
 }  // namespace KwBrevix_930

@@ -43,10 +43,11 @@ void ScoringLog::TraceText(int level, const char* format, ...) {
         return;
     std::va_list arguments;
     va_start(arguments, format);
-    const std::string line = FormatLine(format, arguments);
+    const std::string line = FormatLine(format, arguments) + '\n';
     va_end(arguments);
     const std::lock_guard lock(fMutex);
-    *fStream << line << '\n' << std::flush;
+    // Unformatted: a width or fill that the stream was left with does not show.
+    fStream->write(line.data(), static_cast<std::streamsize>(line.size())).flush();
 }
 
 void ScoringLog::SetStream(std::ostream* stream) {

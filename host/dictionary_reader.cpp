@@ -45,10 +45,11 @@ void ReadValue(const DOMElemUtility& reader, const DOMElement& element, DictVar&
     const bool hasProperty = reader.HasAttribute(&element, Tags::XML_ATT_PROPERTY);
     const std::size_t property = hasProperty ? ReadChoice(reader, element, Tags::XML_ATT_PROPERTY, kProperties) : 0;
     const std::string text = reader.GetAttributeToString(&element, Tags::XML_ATT_VALUE, true);
-    const bool fits = property == 0   ? variable.AddCategory(text)
-                      : property == 1 ? variable.AddInvalidValue(text)
-                                      : variable.AddMissingValue(text);
-    if (!fits)
+    if (property == 1)
+        variable.AddInvalidValue(text);
+    else if (property == 2)
+        variable.AddMissingValue(text);
+    else if (!variable.AddCategory(text))
         RefuseValue(text, Tags::XML_ATT_VALUE, Tags::XML_ELE_VALUE);
 }
 
@@ -85,12 +86,18 @@ std::unique_ptr<DictVar> ReadField(const DOMElemUtility& reader, const DOMElemen
     return variable;
 }
 
+// Of several models in a document, the first support vector machine is the one that is read.
 const DOMElement* FindMiningSchema(const DOMElemUtility& reader, const DOMNode& dataDictionary) {
     const DOMElement* beside = BaseTranslator::GetFirstChildElt(dataDictionary.getParentNode());
-    const DOMElement* schema = nullptr;
-    for (; beside && !schema; beside = BaseTranslator::GetNextSiblingElt(beside))
-        schema = reader.GetChildElemByName(beside, Tags::XML_ELE_MININGSCHEMA, false);
-    return schema;
+    const DOMElement* firstSchema = nullptr;
+    for (; beside; beside = BaseTranslator::GetNextSiblingElt(beside)) {
+        const DOMElement* schema = reader.GetChildElemByName(beside, Tags::XML_ELE_MININGSCHEMA, false);
+        if (BaseTranslator::HasTag(beside, Tags::XML_ELE_SVMMODEL))
+            return schema;
+        if (!firstSchema)
+            firstSchema = schema;
+    }
+    return firstSchema;
 }
 
 void ReadTreatment(const DOMElemUtility& reader, const DOMElement& miningField, DictVar& variable) {
@@ -142,7 +149,7 @@ std::unique_ptr<BaseDictionary> ReadDataDictionary(const DOMElemUtility& reader,
 }
 
 void ReadTreatments(const DOMElemUtility& reader, const DOMNode& node, const BaseDictionary& dictionary) {
-    const DOMElement* schema = node.getParentNode() ? FindMiningSchema(reader, node) : nullptr;
+    const DOMElement* schema = FindMiningSchema(reader, node);
     if (!schema)
         return;
     for (const DOMElement* child = BaseTranslator::GetFirstChildElt(schema); child;

@@ -20,7 +20,8 @@ class DOMElemUtility;
 /// Errors: see PMMLTranslator::ParseDictionary.
 std::unique_ptr<BaseDictionary> ReadDataDictionary(const DOMElemUtility& reader, const xercesc::DOMNode& node);
 
-/// node: the DataDictionary; the first MiningSchema among the children of the elements beside it counts.
+/// node: the DataDictionary. The MiningSchema of the first SupportVectorMachineModel beside it counts, without one the
+/// first MiningSchema among the children of the elements beside it.
 void ReadTreatments(const DOMElemUtility& reader, const xercesc::DOMNode& node, const BaseDictionary& dictionary);
 
 /// Returns: the storage that a dataType attribute leads to. Errors: BXException 260153 for a text that is no data type.

@@ -19,8 +19,13 @@ std::string_view Trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kWhiteSpace) - first + 1);
 }
 
-bool IsHexadecimal(std::string_view digits) {
-    return digits.size() > 2 && digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X');
+// Whether a hexadecimal number starts here: behind the prefix stands a digit, or a point and a digit.
+bool IsHexadecimal(std::string_view text) {
+    constexpr std::string_view kDigits = "0123456789abcdefABCDEF";
+    if (!text.starts_with("0x") && !text.starts_with("0X"))
+        return false;
+    text.remove_prefix(text.substr(2).starts_with('.') ? 3 : 2);
+    return !text.empty() && kDigits.find(text.front()) != std::string_view::npos;
 }
 
 // Position of the leading digit of a number that from_chars has accepted, as a power of its base: 0 for 3.5, -2 for
@@ -82,11 +87,8 @@ Scanned ScanNumber(std::string_view text, bool allowHexadecimal) {
     const bool isNegative = text.starts_with('-');
     if (isNegative || text.starts_with('+'))
         text.remove_prefix(1);
-    Scanned result;
-    if (allowHexadecimal && IsHexadecimal(text))
-        result = ScanUnsigned(text.substr(2), true);
-    if (!result.isNumber)
-        result = ScanUnsigned(text, false);
+    Scanned result =
+        allowHexadecimal && IsHexadecimal(text) ? ScanUnsigned(text.substr(2), true) : ScanUnsigned(text, false);
     if (isNegative)
         result.value = -result.value;
     return result;

@@ -2,11 +2,13 @@
 #include "host/transform/TransformationDictionary.h"
 
 #include <atomic>
+#include <cmath>
 
 #include "host/NumericValue.h"
 #include "host/ScoreCaseRecord.h"
 #include "host/ScoreDictionary.h"
 #include "host/StringValue.h"
+#include "host/number_text.h"
 
 namespace KwBrevix_930 {
 
@@ -89,8 +91,10 @@ struct ThreadCache {
     std::unique_ptr<DerivedRecord> record;
 };
 
-const ScoreValue* FindValue(const ScoreCaseRecord& record, const ScoreDictVar& variable) {
-    return record.IsAccessedByIndex() ? record.GetValue(variable.GetIndex()) : record.GetValue(variable.GetName());
+const ScoreValue* FindValue(const ScoreCaseRecord* record, const ScoreDictVar& variable) {
+    if (!record)
+        return nullptr;
+    return record->IsAccessedByIndex() ? record->GetValue(variable.GetIndex()) : record->GetValue(variable.GetName());
 }
 
 // The state of a raw value, under the variable's own rules.
@@ -109,21 +113,36 @@ void ReadRaw(const ScoreDictVar& variable, const ScoreValue* value, bool usesRep
     }
 }
 
+// Makes a result one of the derived field's own data type.
+void FitToType(const TransformVar& variable, DerivedValue& result) {
+    if (result.state == DerivedValue::kNumber && variable.IsString()) {
+        result.state = DerivedValue::kText;
+        result.text = NumberText(result.number);
+    } else if (result.state == DerivedValue::kText && !variable.IsString()) {
+        const auto number = variable.ParseText(result.text);
+        result.state = number ? DerivedValue::kNumber : DerivedValue::kInvalid;
+        result.number = number.value_or(0.0);
+    }
+    if (result.state == DerivedValue::kNumber && std::isnan(result.number))
+        result.state = DerivedValue::kInvalid;
+}
+
 }  // namespace
 
 TransformationDictionary::TransformationDictionary() : fSerialNumber(NextSerialNumber()) {}
 TransformationDictionary::~TransformationDictionary() = default;
 
 bool TransformationDictionary::AddVar(std::unique_ptr<TransformVar> variable) {
-    if (!fVarByName.emplace(variable->GetName(), variable.get()).second)
+    if (!fPlaceByName.emplace(variable->GetName(), fVars.size()).second)
         return false;
     fVars.push_back(std::move(variable));
+    fSerialNumber = NextSerialNumber();
     return true;
 }
 
 TransformVar* TransformationDictionary::FindVar(const std::string& name) const {
-    const auto found = fVarByName.find(name);
-    return found == fVarByName.end() ? nullptr : found->second;
+    const auto found = fPlaceByName.find(name);
+    return found == fPlaceByName.end() ? nullptr : fVars[found->second].get();
 }
 
 void TransformationDictionary::SetUpDerivedCaseRecord() {
@@ -142,15 +161,17 @@ const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const S
     for (std::size_t i = 0; i < fVars.size(); ++i) {
         const Expression& expression = fVars[i]->GetExpression();
         DerivedValue& result = cache.record->Derived(i);
-        if (const ScoreDictVar* source = dictionary->FindVar(expression.GetFieldName())) {
-            ReadRaw(*source, FindValue(*record, *source), fUsesReplacements, raw);
+        const ScoreDictVar* source = dictionary ? dictionary->FindVar(expression.GetFieldName()) : nullptr;
+        const auto derived = fPlaceByName.find(expression.GetFieldName());
+        if (source) {
+            ReadRaw(*source, FindValue(record, *source), fUsesReplacements, raw);
             expression.Evaluate(*source, raw, result);
-        } else if (const TransformVar* derived = FindVar(expression.GetFieldName())) {
-            const int place = derived->GetIndex() - kFirstDerivedIndex;
-            expression.Evaluate(*derived, cache.record->Derived(static_cast<std::size_t>(place)), result);
+        } else if (derived != fPlaceByName.end() && derived->second < i) {
+            expression.Evaluate(*fVars[derived->second], cache.record->Derived(derived->second), result);
         } else {
             result.state = DerivedValue::kMissing;
         }
+        FitToType(*fVars[i], result);
         cache.record->Publish(i);
     }
     return cache.record.get();

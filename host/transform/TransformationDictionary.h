@@ -38,7 +38,8 @@ public:
     /// Computes the derived fields of one case. record, dictionary: the raw values and their variables, by index where
     /// the record says so. A field that reads an invalid value becomes invalid, one that reads a missing value missing,
     /// unless its expression says what stands in. Returns: a record that belongs to the calling thread and holds its
-    /// values until the thread's next call.
+    /// values until the thread's next call, of this dictionary or another.
+    /// Note: without a dictionary, or without a record, every raw value is missing.
     const ScoreCaseRecord* GetValuesForDerivedVars(const ScoreCaseRecord* record,
                                                    const ScoreDictionary* dictionary) const;
 
@@ -47,9 +48,10 @@ public:
 
 private:
     std::vector<std::unique_ptr<TransformVar>> fVars;
-    std::unordered_map<std::string, TransformVar*> fVarByName;
+    std::unordered_map<std::string, std::size_t> fPlaceByName;
     bool fUsesReplacements = true;
-    // Tells this dictionary's records from those of any other in the thread's cache, also after this one has ended.
+    // Tells this dictionary's records from those of any other in the threads' caches, also after this one has ended or
+    // has gained a field.
     std::uint64_t fSerialNumber;
 };
 

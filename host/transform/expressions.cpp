@@ -58,15 +58,13 @@ void NormContinuousExpression::Evaluate(const ScoreDictVar&, const DerivedValue&
         std::find_if(fPoints.begin() + 1, fPoints.end() - 1, [x](const Point& p) { return x <= p.original; });
     const Point& right = *above;
     const Point& left = *(above - 1);
-    const double slope = (right.normalised - left.normalised) / (right.original - left.original);
-    SetNumber(result, left.normalised + (x - left.original) * slope);
+    const double share = (x - left.original) / (right.original - left.original);
+    SetNumber(result, left.normalised + share * (right.normalised - left.normalised));
 }
 
-NormDiscreteExpression::NormDiscreteExpression(std::string field, std::string value, std::optional<double> mapMissingTo)
-    : Expression(std::move(field)),
-      fEncodedValues{std::move(value)},
-      fNumber(ParseNumber(fEncodedValues.front())),
-      fMapMissingTo(mapMissingTo) {}
+NormDiscreteExpression::NormDiscreteExpression(std::string field, std::string value, std::optional<double> number,
+                                               std::optional<double> mapMissingTo)
+    : Expression(std::move(field)), fEncodedValues{std::move(value)}, fNumber(number), fMapMissingTo(mapMissingTo) {}
 
 void NormDiscreteExpression::Evaluate(const ScoreDictVar& source, const DerivedValue& value,
                                       DerivedValue& result) const {

@@ -45,7 +45,9 @@ private:
 /// or what the source variable has registered for the value.
 class NormDiscreteExpression : public Expression {
 public:
-    NormDiscreteExpression(std::string field, std::string value, std::optional<double> mapMissingTo);
+    /// number: the value as a number of the field's data type; none where it is no such number.
+    NormDiscreteExpression(std::string field, std::string value, std::optional<double> number,
+                           std::optional<double> mapMissingTo);
     void Evaluate(const ScoreDictVar& source, const DerivedValue& value, DerivedValue& result) const override;
     const std::vector<std::string>& GetAllEncodedValues() const override { return fEncodedValues; }
 

@@ -1,6 +1,7 @@
 // Reads the derived fields of a PMML document.
 #include "host/transform/transformation_reader.h"
 
+#include <cmath>
 #include <optional>
 #include <string>
 
@@ -37,25 +38,47 @@ std::optional<double> ReadOptionalNumber(const DOMElemUtility& reader, const DOM
     return reader.GetAttributeToDouble(&element, attribute, true);
 }
 
+// What a derived field may read.
+struct KnownFields {
+    const ScoreDictionary& raw;
+    const TransformationDictionary& derived;
+
+    const ScoreDictVar* Find(const std::string& name) const {
+        const ScoreDictVar* variable = raw.FindVar(name);
+        return variable ? variable : derived.FindVar(name);
+    }
+};
+
+// The replacement is one of the derived field's data type.
 std::unique_ptr<Expression> ReadFieldRef(const DOMElemUtility& reader, const DOMElement& element,
                                          DictVar::DataType type, const std::string& field) {
-    std::optional<DerivedValue> replacement;
-    if (reader.HasAttribute(&element, Tags::XML_ATT_MISSREPVALUE)) {
-        replacement.emplace();
-        if (type == DictVar::kString) {
-            replacement->state = DerivedValue::kText;
-            replacement->text = reader.GetAttributeToString(&element, Tags::XML_ATT_MISSREPVALUE, true);
-        } else {
-            replacement->state = DerivedValue::kNumber;
-            replacement->number = reader.GetAttributeToDouble(&element, Tags::XML_ATT_MISSREPVALUE, true);
-        }
-    }
-    return std::make_unique<FieldRefExpression>(field, std::move(replacement));
+    if (!reader.HasAttribute(&element, Tags::XML_ATT_MISSREPVALUE))
+        return std::make_unique<FieldRefExpression>(field, std::nullopt);
+    const std::string text = reader.GetAttributeToString(&element, Tags::XML_ATT_MISSREPVALUE, true);
+    if (type == DictVar::kString)
+        return std::make_unique<FieldRefExpression>(field, DerivedValue{DerivedValue::kText, 0.0, text});
+    const auto number = DictVar(std::string(), type, DictVar::kContinuous).ParseText(text);
+    if (!number)
+        Refuse(260153, text, Tags::XML_ATT_MISSREPVALUE, Tags::XML_ELE_FIELDREF);
+    return std::make_unique<FieldRefExpression>(field, DerivedValue{DerivedValue::kNumber, *number, {}});
+}
+
+[[noreturn]] void RefuseText(const DOMElemUtility& reader, const DOMElement& element, const char* attribute) {
+    Refuse(260153, reader.GetAttributeToString(&element, attribute, true), attribute, reader.GetElementName(&element));
+}
+
+double ReadFinite(const DOMElemUtility& reader, const DOMElement& element, const char* attribute) {
+    const double number = reader.GetAttributeToDouble(&element, attribute, true);
+    if (!std::isfinite(number))
+        RefuseText(reader, element, attribute);
+    return number;
 }
 
 NormContinuousExpression::Outliers ReadOutliers(const DOMElemUtility& reader, const DOMElement& element) {
-    const std::string text = reader.GetAttributeToString(&element, Tags::XML_ATT_OUTLIERS, false);
-    if (text.empty() || text == "asIs")
+    if (!reader.HasAttribute(&element, Tags::XML_ATT_OUTLIERS))
+        return NormContinuousExpression::kAsIs;
+    const std::string text = reader.GetAttributeToString(&element, Tags::XML_ATT_OUTLIERS, true);
+    if (text == "asIs")
         return NormContinuousExpression::kAsIs;
     if (text == "asMissingValues")
         return NormContinuousExpression::kAsMissingValues;
@@ -71,10 +94,10 @@ std::unique_ptr<Expression> ReadNormContinuous(const DOMElemUtility& reader, con
          child = BaseTranslator::GetNextSiblingElt(child)) {
         if (!BaseTranslator::HasTag(child, Tags::XML_ELE_LINEARNORM))
             continue;
-        const double original = reader.GetAttributeToDouble(child, Tags::XML_ATT_ORIG, true);
-        if (!points.empty() && !(original > points.back().original))
-            Refuse(260153, NumberText(original), Tags::XML_ATT_ORIG, Tags::XML_ELE_LINEARNORM);
-        points.push_back({original, reader.GetAttributeToDouble(child, Tags::XML_ATT_NORM, true)});
+        const double original = ReadFinite(reader, *child, Tags::XML_ATT_ORIG);
+        if (!points.empty() && original <= points.back().original)
+            RefuseText(reader, *child, Tags::XML_ATT_ORIG);
+        points.push_back({original, ReadFinite(reader, *child, Tags::XML_ATT_NORM)});
     }
     if (points.size() < 2)
         Refuse(260115, Tags::XML_ELE_LINEARNORM, Tags::XML_ELE_NORMCONTINUOUS);
@@ -82,20 +105,30 @@ std::unique_ptr<Expression> ReadNormContinuous(const DOMElemUtility& reader, con
                                                       ReadOptionalNumber(reader, element, Tags::XML_ATT_MISSREPVALUE));
 }
 
+std::unique_ptr<Expression> ReadNormDiscrete(const DOMElemUtility& reader, const DOMElement& element,
+                                             const ScoreDictVar& source) {
+    const std::string value = reader.GetAttributeToString(&element, Tags::XML_ATT_VALUE, true);
+    const auto* variable = dynamic_cast<const DictVar*>(&source);
+    const auto number = variable ? variable->ParseText(value) : ParseNumber(value);
+    return std::make_unique<NormDiscreteExpression>(source.GetName(), value, number,
+                                                    ReadOptionalNumber(reader, element, Tags::XML_ATT_MISSREPVALUE));
+}
+
 std::unique_ptr<Expression> ReadExpression(const DOMElemUtility& reader, const DOMElement& element,
-                                           DictVar::DataType type) {
+                                           DictVar::DataType type, const KnownFields& fields) {
     const bool isFieldRef = BaseTranslator::HasTag(&element, Tags::XML_ELE_FIELDREF);
     const bool isNormContinuous = BaseTranslator::HasTag(&element, Tags::XML_ELE_NORMCONTINUOUS);
     if (!isFieldRef && !isNormContinuous && !BaseTranslator::HasTag(&element, Tags::XML_ELE_NORMDISCRETE))
         Refuse(260102, reader.GetElementName(&element), Tags::XML_ELE_DERIVEDFIELD);
     const std::string field = reader.GetAttributeToString(&element, Tags::XML_ATT_SVM_FIELD, true);
+    const ScoreDictVar* source = fields.Find(field);
+    if (!source)
+        Refuse(260103, "field", field, Tags::XML_ELE_DERIVEDFIELD);
     if (isFieldRef)
         return ReadFieldRef(reader, element, type, field);
     if (isNormContinuous)
         return ReadNormContinuous(reader, element, field);
-    return std::make_unique<NormDiscreteExpression>(field,
-                                                    reader.GetAttributeToString(&element, Tags::XML_ATT_VALUE, true),
-                                                    ReadOptionalNumber(reader, element, Tags::XML_ATT_MISSREPVALUE));
+    return ReadNormDiscrete(reader, element, *source);
 }
 
 // The first child that is an expression: what only describes the field is passed over.
@@ -109,10 +142,13 @@ const DOMElement* FindExpression(const DOMElement& derivedField) {
     return child;
 }
 
-std::unique_ptr<TransformVar> ReadDerivedField(const DOMElemUtility& reader, const DOMElement& element) {
+std::unique_ptr<TransformVar> ReadDerivedField(const DOMElemUtility& reader, const DOMElement& element,
+                                               const KnownFields& fields) {
     const std::string name = reader.GetAttributeToString(&element, Tags::XML_ATT_NAME, true);
+    if (name.empty() || fields.Find(name))
+        RefuseText(reader, element, Tags::XML_ATT_NAME);
     const DictVar::DataType type = ReadDataType(reader, element);
-    auto expression = ReadExpression(reader, *FindExpression(element), type);
+    auto expression = ReadExpression(reader, *FindExpression(element), type, fields);
     return std::make_unique<TransformVar>(name, type, ReadKind(reader, element, type), std::move(expression));
 }
 
@@ -127,13 +163,7 @@ std::unique_ptr<TransformationDictionary> ReadTransformations(const DOMElemUtili
             continue;
         if (!BaseTranslator::HasTag(child, Tags::XML_ELE_DERIVEDFIELD))
             Refuse(260102, reader.GetElementName(child), reader.GetElementName(&element));
-        auto variable = ReadDerivedField(reader, *child);
-        const std::string name = variable->GetName();
-        const std::string field = variable->GetFieldName();
-        if (!dictionary.FindVar(field) && !transformations->FindVar(field))
-            Refuse(260103, "field", field, Tags::XML_ELE_DERIVEDFIELD);
-        if (dictionary.FindVar(name) || !transformations->AddVar(std::move(variable)))
-            Refuse(260153, name, Tags::XML_ATT_NAME, Tags::XML_ELE_DERIVEDFIELD);
+        transformations->AddVar(ReadDerivedField(reader, *child, {dictionary, *transformations}));
     }
     return transformations;
 }
