@@ -203,7 +203,7 @@ struct SplitLine {
 
 }  // namespace
 
-std::vector<std::string> splitCommaLine(const std::string& line) {
+std::vector<std::string> CsvReader::splitLine(const std::string& line) {
     csv_parser parser;
     csv_init(&parser, CSV_STRICT | CSV_STRICT_FINI);
     csv_set_space_func(&parser, isNeverBlank);

@@ -1,9 +1,12 @@
 // Comma-separated (RFC 4180) and tab-separated tables, cut into cells by libcsv.
 #pragma once
 
+#include <cstdint>
 #include <exception>
 
+#include "runtime/Row.h"
 #include "runtime/TableReader.h"
+#include "runtime/TextChunks.h"
 
 struct csv_parser;
 
@@ -21,6 +24,9 @@ public:
     ~CsvReader() override;
 
     bool read(RowBatch& batch) override;
+
+    /// Returns: the cells of one line of comma-separated values. Fails: Error for quotes that are wrong.
+    static std::vector<std::string> splitLine(const std::string& line);
 
 private:
     static void onCell(void* text, std::size_t length, void* self);

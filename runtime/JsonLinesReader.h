@@ -1,9 +1,12 @@
 // Tables with one JSON object in each line.
 #pragma once
 
+#include <cstdint>
 #include <unordered_map>
 
+#include "runtime/Row.h"
 #include "runtime/TableReader.h"
+#include "runtime/TextChunks.h"
 
 namespace brevix {
 

@@ -11,11 +11,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include "runtime/CsvReader.h"
 #include "runtime/InputFile.h"
 #include "runtime/OutputFile.h"
 #include "runtime/ScoringModel.h"
 #include "runtime/score_table.h"
 #include "tools/Report.h"
+#include "tools/UsageError.h"
 #include "tools/remove_on_signal.h"
 
 namespace brevix {
@@ -78,7 +80,7 @@ std::vector<std::string> ScoreCommand::listKeptColumns() const {
     std::vector<std::string> columns;
     std::set<std::string> known;
     for (const std::string& list : fKeepLists) {
-        for (const std::string& column : splitCommaLine(list)) {
+        for (const std::string& column : CsvReader::splitLine(list)) {
             if (!known.insert(column).second)
                 throw UsageError("--keep names the column '" + column + "' twice");
             columns.push_back(column);

@@ -1,7 +1,6 @@
 // brevix score: a model and a table in, a table of results out.
 #pragma once
 
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -10,12 +9,6 @@ class App;
 }
 
 namespace brevix {
-
-/// A command line that asks for what cannot be.
-class UsageError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 class ScoreCommand {
 public:

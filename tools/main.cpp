@@ -12,6 +12,7 @@
 
 #include "tools/Report.h"
 #include "tools/ScoreCommand.h"
+#include "tools/UsageError.h"
 
 namespace {
 

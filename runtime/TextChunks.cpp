@@ -1,5 +1,5 @@
-// Where bytes come from.
-#include "runtime/ByteSource.h"
+// A source's text, piece by piece.
+#include "runtime/TextChunks.h"
 
 #include "runtime/Error.h"
 

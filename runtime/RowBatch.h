@@ -1,0 +1,33 @@
+// Some rows of a table.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "runtime/Row.h"
+
+namespace brevix {
+
+/// Some rows that follow each other. Columns are counted in the order in which they were asked for.
+class RowBatch {
+public:
+    void clear();
+    void append(const Row& row);
+
+    std::size_t getRowCount() const { return fRowCount; }
+    Row::Kind getKind(std::size_t row, std::size_t column) const { return fCells[row * fWidth + column].kind; }
+    /// Returns: the cell's text as it stands in the table; numbers too.
+    std::string_view getText(std::size_t row, std::size_t column) const {
+        const Row::Cell& cell = fCells[row * fWidth + column];
+        return std::string_view(fText).substr(cell.start, cell.length);
+    }
+
+private:
+    std::size_t fRowCount = 0;
+    std::size_t fWidth = 0;
+    std::vector<Row::Cell> fCells;
+    std::string fText;
+};
+
+}  // namespace brevix
