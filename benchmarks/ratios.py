@@ -36,13 +36,19 @@ def baselines(subject, names):
                 yield name, words.removeprefix("BM_").rstrip("_")
 
 
+def in_order(name):
+    family, _, argument = name.partition("/")
+    return family, int(argument) if argument.isdecimal() else 0, argument
+
+
 def main(arguments):
     if len(arguments) != 1:
         sys.exit("usage: ratios.py RESULT.json")
     found = medians(arguments[0])
     print("| benchmark | median | baseline | its median | ratio |\n|---|---:|---|---:|---:|")
-    for subject, (time, unit) in found.items():
-        for name, kind in baselines(subject, found):
+    for subject in sorted(found, key=in_order):
+        time, unit = found[subject]
+        for name, kind in sorted(baselines(subject, found)):
             other, other_unit = found[name]
             if other_unit != unit:
                 sys.exit(f"{subject} and {name} have different units")
