@@ -41,6 +41,10 @@ def in_order(name):
     return family, int(argument) if argument.isdecimal() else 0, argument
 
 
+def short(time):
+    return f"{time:.0f}" if time >= 100 else f"{time:.3g}"
+
+
 def main(arguments):
     if len(arguments) != 1:
         sys.exit("usage: ratios.py RESULT.json")
@@ -52,7 +56,7 @@ def main(arguments):
             other, other_unit = found[name]
             if other_unit != unit:
                 sys.exit(f"{subject} and {name} have different units")
-            print(f"| `{subject.removeprefix('BM_')}` | {time:.4g} {unit} | `{kind}` | {other:.4g} {unit} "
+            print(f"| `{subject.removeprefix('BM_')}` | {short(time)} {unit} | `{kind}` | {short(other)} {unit} "
                   f"| {time / other:.2f} |")
 
 
