@@ -27,7 +27,7 @@ struct ModelOptions {
     bool predictsOnly = false;
     KwBrevix_930::ScoreModel::MVPolicy missingPolicy = KwBrevix_930::ScoreModel::kUseReplacement;
     /// The plug-in's path; empty: PluginLibrary::findDefault().
-    std::string plugin;
+    std::string plugin = {};
 };
 
 /// Scores its own first case while it is opened; from then on any number of threads may score at once, each with a

@@ -274,7 +274,7 @@ std::vector<std::string> prepareDocument(const ModelDocument& document) {
                        " machines stand for all pairs and were read as one-against-one");
     const std::size_t derived = mergeTransformations(document);
     note(derived,
-         counted(derived, "derived field was", "derived fields were") +
+         counted(derived, "derived field", "derived fields") +
              (document.isVersionTwo() ? " of LocalTransformations put behind those of the TransformationDictionary"
                                       : " of the TransformationDictionary put in front of LocalTransformations"));
     dropFunctions(document);

@@ -19,9 +19,9 @@ struct TableOptions {
     TableKind inputKind = TableKind::kCsv;
     TableKind outputKind = TableKind::kCsv;
     /// Input columns that are copied in front of the results.
-    std::vector<std::string> keptColumns;
+    std::vector<std::string> keptColumns = {};
     /// Texts that stand for a missing cell, beside the empty one.
-    std::vector<std::string> missingTexts;
+    std::vector<std::string> missingTexts = {};
     /// 0: one for each processor.
     int threadCount = 0;
 };
@@ -34,9 +34,9 @@ struct TableTally {
 /// What the caller of scoreTable wants to hear of; never called by two threads at once.
 struct TableEvents {
     /// The table's first rows are read, nothing is written yet.
-    std::function<void()> onStart;
+    std::function<void()> onStart = {};
     /// Some rows more are written.
-    std::function<void(const TableTally&)> onRows;
+    std::function<void(const TableTally&)> onRows = {};
 };
 
 /// Makes one result row for each row of the source. openOutput is called when the header of the source has been found

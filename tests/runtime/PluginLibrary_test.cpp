@@ -1,0 +1,51 @@
+// The plug-in, loaded at run time.
+#include "runtime/PluginLibrary.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "runtime/Error.h"
+
+namespace {
+
+using brevix::PluginLibrary;
+using testing::AllOf;
+using testing::HasSubstr;
+
+std::string faultOf(const std::string& path) {
+    try {
+        const PluginLibrary library(path);
+    } catch (const brevix::Error& fault) {
+        return fault.what();
+    }
+    return "no fault";
+}
+
+TEST(PluginLibrary, GivesANewTranslatorEachTime) {
+    const PluginLibrary library(BREVIX_PLUGIN);
+    const auto first = library.makeTranslator();
+    const auto second = library.makeTranslator();
+    EXPECT_NE(first, nullptr);
+    EXPECT_NE(first, second);
+}
+
+TEST(PluginLibrary, FileThatIsNoLibraryIsRefusedByName) {
+    EXPECT_THAT(faultOf("/nowhere/libbrevix_svm.so"),
+                AllOf(HasSubstr("/nowhere/libbrevix_svm.so"), HasSubstr("cannot be loaded")));
+    EXPECT_THAT(faultOf(BREVIX_SOURCE_DIR "/README.md"), HasSubstr("cannot be loaded"));
+}
+
+TEST(PluginLibrary, BareNameIsAFileOfTheWorkingFolder) {
+    // The loader itself would find this one.
+    EXPECT_THAT(faultOf("libm.so.6"), HasSubstr("cannot be loaded"));
+}
+
+TEST(PluginLibrary, LibraryWithoutTheEntryPointIsRefused) {
+    EXPECT_THAT(faultOf(BREVIX_HOST_LIBRARY), HasSubstr("has no entry point GiveMyTranslator"));
+}
+
+TEST(PluginLibrary, IsFoundBesideTheProgram) {
+    EXPECT_THAT(PluginLibrary::findDefault(), testing::EndsWith("libbrevix_svm.so"));
+}
+
+}  // namespace
