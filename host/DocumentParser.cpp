@@ -87,6 +87,19 @@ public:
         XercesDOMParser::endElement(declaration, urlId, isRoot, prefix);
     }
 
+    // Beside a document type that is not read whole, the scanner would leave out the entities that it does not know.
+    void doctypeDecl(const xercesc::DTDElementDecl& declaration, const XMLCh* const publicId,
+                     const XMLCh* const systemId, const bool hasInternalSubset, const bool hasExternalSubset) override {
+        getScanner()->setHasNoDTD(true);
+        XercesDOMParser::doctypeDecl(declaration, publicId, systemId, hasInternalSubset, hasExternalSubset);
+    }
+
+    // Again, because a reference to an unknown parameter entity has the same effect.
+    void endIntSubset() override {
+        getScanner()->setHasNoDTD(true);
+        XercesDOMParser::endIntSubset();
+    }
+
     // Before the list is read: its default values would expand entities without limit, and multiply in the document.
     void startAttList(const xercesc::DTDElementDecl&) override { Refuse("an attribute list is declared in it"); }
 
