@@ -11,6 +11,7 @@
 #include "host/PMMLTranslator.h"
 #include "host/ScoreDictVar.h"
 #include "pmml/SVMModelData.h"
+#include "pmml/element_text.h"
 #include "pmml/step_errors.h"
 #include "svm/SVMModel.h"
 
@@ -65,7 +66,8 @@ void SupportVectorMachineReader::ReadGeneralAttributes(const DOMElement& element
     if (fReader.GetAttributeToString(&element, Tags::XML_ATT_SVM_MAXWINS, false) == "true")
         fData.SetMaxWins();
     const DOMElement* targets = fReader.GetChildElemByName(&element, Tags::XML_ELE_TARGETS, false);
-    if (targets && dictionary && !translator.HandleTargets(targets, dictionary))
+    const auto isHandled = [&] { return translator.HandleTargets(targets, dictionary); };
+    if (targets && dictionary && !ReadOrThrow(isHandled, 260221, Tags::XML_ELE_TARGETS))
         ThrowError(260221, Tags::XML_ELE_TARGETS);
     CheckTargets(fReader.GetNodeListLength(&element, Tags::XML_ELE_SVM_SVM, false));
 }
@@ -186,11 +188,11 @@ std::unique_ptr<SVMMachineExtension> SupportVectorMachineReader::ReadRegressionE
     const DOMElement* element = fReader.GetChildElemByName(&extension, Tags::XML_ELE_SVM_STANDARDDEVIATION, false);
     if (!element)
         return nullptr;
-    const XMLCh* text = element->getTextContent();
+    const std::string text = ElementText(fReader.GetTranscoder(), *element);
+    const auto wideText = fReader.GetTranscoder().ToWide(text);
     auto result = std::make_unique<SVMMachineExtension>();
-    result->standardDeviation = ReadOrThrow([&] { return BaseTranslator::VerifyDouble(text); }, 260153,
-                                            fReader.GetTranscoder().ToNarrow(text).c_str(),
-                                            Tags::XML_ELE_SVM_STANDARDDEVIATION, Tags::XML_ELE_EXTENSION);
+    result->standardDeviation = ReadOrThrow([&] { return BaseTranslator::VerifyDouble(wideText.c_str()); }, 260153,
+                                            text.c_str(), Tags::XML_ELE_SVM_STANDARDDEVIATION, Tags::XML_ELE_EXTENSION);
     return result;
 }
 

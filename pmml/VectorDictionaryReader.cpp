@@ -1,6 +1,8 @@
 // Reads a VectorDictionary element.
 #include "pmml/VectorDictionaryReader.h"
 
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -28,15 +30,31 @@ namespace {
 using Tags = PMMLModelTags;
 using xercesc::DOMElement;
 
+// The characters that separate the tokens of an array.
+class SeparatorTable {
+public:
+    explicit SeparatorTable(const char* characters) {
+        for (; *characters; ++characters)
+            fIsSeparator[static_cast<unsigned char>(*characters)] = true;
+    }
+    bool Contains(char c) const { return fIsSeparator[static_cast<unsigned char>(c)]; }
+
+private:
+    std::array<bool, 256> fIsSeparator{};
+};
+
 // Hands on each token between separators, as strtok finds them.
 template <typename Take>
-void ForEachToken(std::string_view text, Take take) {
-    const std::string_view separators = Tags::XML_VAL_SVM_SEPARATORS;
-    std::size_t first = text.find_first_not_of(separators);
-    while (first != std::string_view::npos) {
-        const std::size_t end = std::min(text.find_first_of(separators, first), text.size());
-        take(text.substr(first, end - first));
-        first = text.find_first_not_of(separators, end);
+void ForEachToken(const std::string& text, Take take) {
+    static const SeparatorTable separators(Tags::XML_VAL_SVM_SEPARATORS);
+    const char* const end = text.data() + text.size();
+    for (const char* first = text.data(); first != end;) {
+        const char* last = first;
+        while (last != end && !separators.Contains(*last))
+            ++last;
+        if (last != first)
+            take(std::string_view(first, static_cast<std::size_t>(last - first)));
+        first = last == end ? end : last + 1;
     }
 }
 
@@ -45,10 +63,16 @@ void ForEachToken(std::string_view text, Take take) {
 }
 
 // An index as read, truncated; it and the zero-based index that it leads to must be 32-bit numbers.
-std::int32_t ToIndex(double number) {
-    const double index = std::trunc(number);
-    constexpr double kLowest = std::numeric_limits<std::int32_t>::min() + 1.0;
-    constexpr double kLargest = std::numeric_limits<std::int32_t>::max();
+std::int32_t ToIndex(std::string_view token) {
+    constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min() + 1;
+    constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
+    // Nearly all indices are plain whole numbers, which need no arithmetic of doubles.
+    std::int32_t whole = 0;
+    const char* const end = token.data() + token.size();
+    const auto parsed = std::from_chars(token.data(), end, whole);
+    if (parsed.ec == std::errc() && parsed.ptr == end && whole >= kLowest)
+        return whole;
+    const double index = std::trunc(LeadingNumber(token));
     if (!(index >= kLowest && index <= kLargest))
         ThrowBadIndices();
     return static_cast<std::int32_t>(index);
@@ -177,7 +201,7 @@ void VectorDictionaryReader::ImplyZeros(std::int32_t length) {
 
 void VectorDictionaryReader::ReadIndices(const DOMElement& indices) {
     ForEachToken(ElementText(fReader.GetTranscoder(), indices),
-                 [this](std::string_view token) { fIndices.push_back(ToIndex(LeadingNumber(token))); });
+                 [this](std::string_view token) { fIndices.push_back(ToIndex(token)); });
 }
 
 void VectorDictionaryReader::ReadEntries(const DOMElement& entries) {
