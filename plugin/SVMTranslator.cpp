@@ -18,6 +18,7 @@
 #include "pmml/SVMModelData.h"
 #include "pmml/SupportVectorMachineReader.h"
 #include "pmml/VectorDictionaryReader.h"
+#include "pmml/step_errors.h"
 #include "svm/SVMModel.h"
 
 namespace KwBrevix_930 {
@@ -60,7 +61,10 @@ ScoreModel* SVMTranslator::ParseFromTree(DOMDocument* document, const std::strin
 
 std::unique_ptr<SVMModel> SVMTranslator::Translate(const DOMDocument& document) {
     const DOMElemUtility reader(this, GetTranscoder());
-    const DOMElement& root = *document.getDocumentElement();
+    const DOMElement* documentElement = document.getDocumentElement();
+    if (!documentElement)
+        ThrowError(260115, Tags::XML_ELE_SVMMODEL, Tags::XML_ELE_PMML);
+    const DOMElement& root = *documentElement;
     const DOMElement& element = *reader.GetChildElemByName(&root, Tags::XML_ELE_SVMMODEL, true);
     auto model = std::make_unique<SVMModel>();
     ReadApplication(reader, root, *model);

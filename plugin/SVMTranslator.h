@@ -25,6 +25,8 @@ public:
     ScoreModel* ParseFromTree(xercesc::DOMDocument* document, const std::string& transcoder) override;
 
 private:
+    friend class SVMTranslatorTestAccess;
+
     std::unique_ptr<SVMModel> Translate(const xercesc::DOMDocument& document);
     void ReadApplication(const DOMElemUtility& reader, const xercesc::DOMElement& root, SVMModel& model) const;
     void ReadDictionary(const DOMElemUtility& reader, const xercesc::DOMElement& root, SVMModel& model);
