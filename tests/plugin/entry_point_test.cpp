@@ -1,0 +1,101 @@
+// The entry point, called as a host calls it: in the built library, loaded at run time, through base classes only.
+#include "plugin/entry_point.h"
+
+#include <dlfcn.h>
+
+#include <memory>
+#include <type_traits>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/svm_document.h"
+
+namespace KwBrevix_930 {
+namespace {
+
+using test_support::Regression;
+using test_support::ScoreOf;
+using test_support::TwoCategories;
+
+static_assert(std::is_same_v<decltype(&GiveMyTranslator), ScoreTranslator* (*)()>);
+static_assert(std::has_virtual_destructor_v<ScoreTranslator> && std::has_virtual_destructor_v<ScoreModel>);
+
+class LoadedLibrary : public testing::Test {
+protected:
+    void SetUp() override {
+        fHandle = dlopen(BREVIX_SVM_FILE, RTLD_NOW | RTLD_LOCAL);
+        ASSERT_NE(fHandle, nullptr) << dlerror();
+        fEntry = reinterpret_cast<decltype(&GiveMyTranslator)>(dlsym(fHandle, "GiveMyTranslator"));
+        ASSERT_NE(fEntry, nullptr) << dlerror();
+        ASSERT_NE(fEntry, &GiveMyTranslator) << "the test program's own";
+    }
+    void TearDown() override {
+        if (fHandle)
+            dlclose(fHandle);
+    }
+
+    std::unique_ptr<ScoreTranslator> Translator() const { return std::unique_ptr<ScoreTranslator>(fEntry()); }
+
+    void* fHandle = nullptr;
+    decltype(&GiveMyTranslator) fEntry = nullptr;
+};
+
+TEST_F(LoadedLibrary, GivesANewTranslatorToEachCaller) {
+    const auto first = Translator();
+    const auto second = Translator();
+    ASSERT_NE(first, nullptr);
+    ASSERT_NE(second, nullptr);
+    EXPECT_NE(first, second);
+}
+
+TEST_F(LoadedLibrary, TranslatesAndScores) {
+    const std::unique_ptr<ScoreModel> model(Translator()->ParseFromTree(Regression().Text(), std::string()));
+    ASSERT_NE(model, nullptr);
+    EXPECT_EQ(model->GetModelType(), ScoreModel::kSVMRegression);
+    const auto score = ScoreOf(*model, {{"x1", "3"}, {"x2", "0.75"}, {"color", "red"}});
+    ASSERT_EQ(score.code, 0);
+    EXPECT_EQ(score.Number(), 0.75 * (0.5 * 3 - 1.25) - 0.5 * (2.5 * 0.75) + 0.125);
+}
+
+TEST_F(LoadedLibrary, TranslatorAndModelAreDeletedThroughTheirBases) {
+    ScoreTranslator* translator = fEntry();
+    ScoreModel* model = translator->ParseFromTree(TwoCategories().Text(), std::string());
+    delete translator;
+    EXPECT_EQ(ScoreOf(*model, {{"x1", "3"}, {"x2", "0.75"}, {"color", "red"}}).Text(), "yes");
+    delete model;
+}
+
+TEST_F(LoadedLibrary, ItsExceptionsAreCaughtByType) {
+    const auto translator = Translator();
+    int code = 0;
+    try {
+        translator->ParseFromTree(TwoCategories().Remove("<LinearKernelType/>").Text(), std::string());
+    } catch (const BXException& error) {
+        code = error.GetErrorCode();
+        EXPECT_EQ(error.GetArguments(), (std::vector<std::string>{"LinearKernelType", "SupportVectorMachineModel"}));
+    }
+    EXPECT_EQ(code, 260115);
+    EXPECT_THROW(translator->ParseFromTree("<PMML/>", std::string()), std::exception);
+}
+
+TEST_F(LoadedLibrary, AnExceptionOutlivesTheTranslatorThatRaisedIt) {
+    auto translator = Translator();
+    std::unique_ptr<BXException> kept;
+    try {
+        translator->ParseFromTree("<PMML/>", std::string());
+    } catch (const BXException& error) {
+        kept = std::make_unique<BXException>(error);
+    }
+    translator.reset();
+    ASSERT_NE(kept, nullptr);
+    EXPECT_EQ(kept->GetErrorCode(), 260115);
+    EXPECT_NE(std::string(kept->what()).find("SupportVectorMachineModel"), std::string::npos);
+}
+
+TEST(EntryPoint, GivesASupportVectorMachineTranslator) {
+    const std::unique_ptr<ScoreTranslator> translator(GiveMyTranslator());
+    EXPECT_NE(dynamic_cast<SVMTranslator*>(translator.get()), nullptr);
+}
+
+}  // namespace
+}  // namespace KwBrevix_930
