@@ -174,13 +174,14 @@ DOMElement* BaseTranslator::GetNextSiblingElt(const DOMNode* node) {
 bool BaseTranslator::IsEqual(const XMLCh* wide, const std::string& narrow) {
     if (!wide)
         return false;
+    const XMLCh* next = wide;
     for (const char c : narrow) {
         if (static_cast<unsigned char>(c) >= 0x80)
             return BrevixTranscoder().ToNarrow(wide) == narrow;
-        if (*wide++ != static_cast<unsigned char>(c))
+        if (*next++ != static_cast<unsigned char>(c))
             return false;
     }
-    return *wide == 0;
+    return *next == 0;
 }
 
 const XMLCh* BaseTranslator::GetLocalName(const DOMElement* element) {
