@@ -1,7 +1,9 @@
 // Class probabilities from pairwise probabilities.
 #include "svm/PairwiseCoupling.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "numerics/matrix/KwSymMatrix.h"
 
@@ -15,10 +17,8 @@ void FillQ(const std::vector<std::vector<double>>& r, KwSymMatrix& q) {
     const std::size_t n = r.size();
     for (std::size_t t = 0; t < n; ++t) {
         double diagonal = 0.0;
-        for (std::size_t j = 0; j < n; ++j) {
-            if (j != t)
-                diagonal += r[j][t] * r[j][t];
-        }
+        for (std::size_t j = 0; j < n; ++j)
+            diagonal += r[j][t] * r[j][t];
         q.SetElem(static_cast<int>(t), static_cast<int>(t), diagonal);
         for (std::size_t j = 0; j < t; ++j)
             q.SetElem(static_cast<int>(t), static_cast<int>(j), -r[j][t] * r[t][j]);
@@ -31,6 +31,17 @@ void Normalise(std::vector<double>& p) {
         sum += probability;
     for (double& probability : p)
         probability /= sum;
+}
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+// No pair covers a category whose diagonal element is 0; its update would divide by it and leave nothing but NaN.
+bool CoversAllCategories(const KwSymMatrix& q, int n) {
+    for (int t = 0; t < n; ++t) {
+        if (q.GetElem(t, t) == 0.0)
+            return false;
+    }
+    return true;
 }
 
 void UpdateComponents(const KwSymMatrix& q, std::vector<double>& p) {
@@ -46,11 +57,11 @@ void UpdateComponents(const KwSymMatrix& q, std::vector<double>& p) {
     }
 }
 
-// The largest deviation from the fixed point; NaN is never the largest.
+// The largest deviation from the fixed point.
 double LargestError(const std::vector<double>& qp, double pqp) {
     double largest = 0.0;
     for (const double component : qp)
-        largest = std::fmax(largest, std::fabs(component - pqp));
+        largest = std::max(largest, std::fabs(component - pqp));
     return largest;
 }
 
@@ -63,16 +74,25 @@ KwScore::KwStatus PairwiseCoupling::Solve(const std::vector<std::vector<double>>
     if (!q.IsValidMatrix())
         return {};
     FillQ(r, q);
+    const bool isCovered = CoversAllCategories(q, static_cast<int>(n));
     const double tolerance = 0.005 / static_cast<double>(n);
     std::vector<double> qp;
     for (int iteration = 0; iteration < kMaxIterations; ++iteration) {
         if (fInterruption && fInterruption())
             return {1, true};
-        UpdateComponents(q, p);
+        if (isCovered)
+            UpdateComponents(q, p);
+        else
+            p.assign(n, kNaN);
         if (!q.ComputeSV(p, qp))
             break;
         const double pqp = q.ComputeVSW(p, p);
-        if (std::isnan(pqp) || LargestError(qp, pqp) < tolerance)
+        if (std::isnan(pqp)) {
+            // No further iteration could bring a number back.
+            p.assign(n, kNaN);
+            break;
+        }
+        if (LargestError(qp, pqp) < tolerance)
             break;
     }
     return {};

@@ -21,8 +21,8 @@ public:
     /// hook: asked before each iteration; true ends the iterations with an error.
     void SetInterruption(std::function<bool()> hook) { fInterruption = std::move(hook); }
 
-    /// r: n by n, diagonal unused. p: n entries, overwritten by the probabilities, which sum to 1; the state of the
-    /// last iteration when there is no convergence. A category that no pair covers makes all of them NaN. Returns:
+    /// r: n by n, with a zero diagonal. p: n entries, overwritten by the probabilities, which sum to 1; the state of
+    /// the last iteration when there is no convergence. A category that no pair covers makes all of them NaN. Returns:
     /// success; error 1 when the interruption hook asked to stop.
     KwScore::KwStatus Solve(const std::vector<std::vector<double>>& r, std::vector<double>& p) const;
 

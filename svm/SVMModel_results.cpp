@@ -1,9 +1,10 @@
 // SVMModel: filling the result of a case.
+#include "svm/SVMModel.h"
+
 #include <cmath>
 
 #include "host/NumericValue.h"
 #include "svm/SVMClsResult.h"
-#include "svm/SVMModel.h"
 #include "svm/SVMRegResult.h"
 #include "svm/status_codes.h"
 

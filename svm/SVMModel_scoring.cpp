@@ -1,4 +1,6 @@
 // SVMModel: scoring one case. The input vector has one entry for each column: its position and its value.
+#include "svm/SVMModel.h"
+
 #include "host/NumericValue.h"
 #include "host/ScoreCaseRecord.h"
 #include "host/ScoreDictVar.h"
@@ -6,7 +8,6 @@
 #include "host/StringValue.h"
 #include "host/transform/TransformationDictionary.h"
 #include "svm/SVMClsResult.h"
-#include "svm/SVMModel.h"
 #include "svm/SVMRegResult.h"
 #include "svm/status_codes.h"
 
@@ -14,7 +15,7 @@ namespace KwBrevix_930 {
 
 KwScore::KwStatus SVMModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) {
     Status status = CheckReady(record);
-    if (!status.IsError() && !fDictVarIndicesReady && record->IsAccessedByIndex())
+    if (record && !fDictVarIndicesReady && record->IsAccessedByIndex())
         SetUpDictVarIndex(record, flag);
     if (!status.IsError()) {
         if (!result)
@@ -44,8 +45,6 @@ SVMModel::Status SVMModel::ScoreCase(const ScoreCaseRecord& record, ScoreResult*
     const Status status = FillCaseRecord(result, &record, isComplete, indices, values);
     if (status.IsError())
         return status;
-    if (!fKernel)
-        return kMissingStatus;
     return fData->GetIsClassification() ? ScoreSVMClsModel(indices, values, result)
                                         : ScoreSVMRegModel(indices, values, result);
 }
@@ -100,7 +99,11 @@ SVMModel::Status SVMModel::ReadInput(std::size_t position, const ScoreCaseRecord
     return {};
 }
 
+// Kinds are looked up by position. A model that was given data without columns keeps the input variables of the data
+// before, for which there are none.
 double SVMModel::EncodeInput(std::size_t position, const ScoreValue& value) const {
+    if (position >= fData->GetVectorFieldKinds().size())
+        return 0.0;
     switch (fData->GetVectorFieldKinds()[position]) {
         case SVMVectorField::kFieldRef:
             return value.GetDouble();
@@ -159,6 +162,8 @@ SVMModel::Status SVMModel::ScoreSVMByKernelType(const Indices& indices, const Va
     const ST_SUPPORTVECTORMACHINE* itsMachine = fData->GetMachines()[static_cast<std::size_t>(machine)].get();
     if (!itsMachine)
         return {};
+    if (!fKernel && !itsMachine->coefficients.empty())
+        return kMissingStatus;
     for (std::size_t k = 0; k < itsMachine->coefficients.size(); ++k) {
         const SVMVectorInstance& vector = *itsMachine->supportVectors[k];
         value += fKernel->Evaluate(indices, values, vector.indices, vector.values) * itsMachine->coefficients[k];

@@ -1,6 +1,7 @@
 // SVMModel: taking over the data, and everything that scoring needs to find ready.
+#include "svm/SVMModel.h"
+
 #include <ostream>
-#include <utility>
 
 #include "host/BaseDictionary.h"
 #include "host/ScoreCaseRecord.h"
@@ -9,7 +10,6 @@
 #include "svm/SVMKFPolynomial.h"
 #include "svm/SVMKFRBF.h"
 #include "svm/SVMKFSigmoid.h"
-#include "svm/SVMModel.h"
 
 namespace KwBrevix_930 {
 
@@ -120,7 +120,7 @@ ScoreModel::ModelType SVMModel::GetModelType() const {
 }
 
 ScoreDictionary* SVMModel::GetVarsOfRole(VarRole role) const {
-    if (!GetTargetVar() || !GetDictionary())
+    if (!fTargetVar || !GetDictionary())
         return nullptr;
     auto found = std::make_unique<BaseDictionary>();
     for (const ScoreDictVar* variable : GetDictionary()->GetVars()) {

@@ -1,9 +1,10 @@
 // SVMModel: from one decision value a machine to a category, a confidence and probabilities.
+#include "svm/SVMModel.h"
+
 #include <algorithm>
 #include <cmath>
 
 #include "svm/PairwiseCoupling.h"
-#include "svm/SVMModel.h"
 #include "svm/status_codes.h"
 
 namespace KwBrevix_930 {
@@ -33,6 +34,8 @@ SVMModel::Status SVMModel::DoVotingForSVMCls(const Values& decisions, Vote& vote
 
 SVMModel::Status SVMModel::VoteForOneAgainstAll(const Values& decisions, Vote& vote) const {
     const auto& machines = fData->GetMachines();
+    if (decisions.empty() || decisions.size() != machines.size())
+        return {};
     const double extreme = fData->GetIsMaxWins() ? *std::max_element(decisions.begin(), decisions.end())
                                                  : *std::min_element(decisions.begin(), decisions.end());
     for (std::size_t i = 0; i < decisions.size(); ++i) {
@@ -60,8 +63,11 @@ bool SVMModel::PicksTarget(const ST_SUPPORTVECTORMACHINE& machine, double decisi
 }
 
 SVMModel::Status SVMModel::GetTicketByBinaryClass(const Values& decisions, std::int32_t machine, Vote& vote) const {
+    const auto& machines = fData->GetMachines();
     const auto place = static_cast<std::size_t>(machine);
-    if (const auto* itsMachine = fData->GetMachines()[place].get())
+    if (place >= machines.size() || place >= decisions.size())
+        return {};
+    if (const auto* itsMachine = machines[place].get())
         vote.category = PicksTarget(*itsMachine, decisions[place]) ? itsMachine->targetCategoryIndex
                                                                    : itsMachine->alternateTargetCategoryIndex;
     return {};
@@ -70,7 +76,8 @@ SVMModel::Status SVMModel::GetTicketByBinaryClass(const Values& decisions, std::
 // Without exactly one machine a pair of categories nothing is voted; a vote for an unknown category is dropped.
 SVMModel::Status SVMModel::GetTicketsToCategories(const Values& decisions, Indices& votes) const {
     const std::size_t machineCount = fData->GetMachines().size();
-    if (fData->GetTargetCategoryCount() < 2 || !IsPairCount(machineCount, fData->GetTargetCategoryCount()))
+    if (decisions.size() != machineCount || fData->GetTargetCategoryCount() < 2 ||
+        !IsPairCount(machineCount, fData->GetTargetCategoryCount()))
         return {};
     for (std::size_t i = 0; i < machineCount; ++i) {
         Vote ticket;
@@ -92,6 +99,7 @@ SVMModel::Status SVMModel::GetTicketByMultiClass(const Values& decisions, Vote& 
 // Ties go to the lowest category.
 SVMModel::Status SVMModel::GetProbablitiesForMultiClass(const Indices& votes, Vote& vote) const {
     const auto machineCount = static_cast<double>(fData->GetMachines().size());
+    vote.probabilities.reserve(fTargetCategoryNames.size());
     for (std::size_t c = 0; c < fTargetCategoryNames.size(); ++c) {
         const double probability = static_cast<double>(votes[c]) / machineCount;
         vote.probabilities.push_back(probability);
@@ -112,13 +120,13 @@ double SVMModel::ComputeZARNZValue(double decision, double a, double b) {
 SVMModel::Status SVMModel::CalculateClassProbabilites(const Values& decisions, std::vector<Values>& pairs) const {
     const auto n = static_cast<std::size_t>(fData->GetTargetCategoryCount());
     const auto& machines = fData->GetMachines();
-    // Too few machines to reach every category, or too many categories: nothing could be chosen in the end.
-    if (n > machines.size() + 1 || n > kMostCoupledCategories)
-        return kInvalidStatus;
-    pairs.assign(n, Values(n, 0.0));
+    pairs.clear();
+    if (n <= kMostCoupledCategories)
+        pairs.assign(n, Values(n, 0.0));
+    const std::size_t pairCount = std::min(machines.size(), decisions.size());
     std::size_t k = 0;
-    for (std::size_t i = 0; i < n; ++i) {
-        for (std::size_t j = i + 1; j < n && k < machines.size(); ++j, ++k) {
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        for (std::size_t j = i + 1; j < n && k < pairCount; ++j, ++k) {
             if (!machines[k] || !machines[k]->extension)
                 continue;
             const SVMMachineExtension& sigmoid = *machines[k]->extension;
@@ -140,6 +148,9 @@ SVMModel::Status SVMModel::DoMultiProbLearn(const std::vector<Values>& pairs, Va
 }
 
 SVMModel::Status SVMModel::GetZARNTicketByMultiClass(const Values& decisions, Vote& vote) const {
+    // Too few machines to reach every category: coupling would leave nothing to choose, at a great price for many.
+    if (static_cast<std::size_t>(fData->GetTargetCategoryCount()) > fData->GetMachines().size() + 1)
+        return kInvalidStatus;
     std::vector<Values> pairs;
     Status status = CalculateClassProbabilites(decisions, pairs);
     if (status.IsError())
@@ -164,7 +175,8 @@ SVMModel::Status SVMModel::GetZARNTicketByBinaryClass(const Values& decisions, V
     const Status status = CalculateClassProbabilites(decisions, pairs);
     if (status.IsError())
         return status;
-    const auto* machine = fData->GetMachines().front().get();
+    const auto& machines = fData->GetMachines();
+    const auto* machine = machines.empty() ? nullptr : machines.front().get();
     if (decisions.size() == 1 && machine && machine->extension) {
         const SVMMachineExtension& categories = *machine->extension;
         vote.category = categories.responseCategoryIndex;
