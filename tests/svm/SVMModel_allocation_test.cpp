@@ -1,0 +1,171 @@
+// What scoring a case allocates, and what coupling does when memory is short.
+#include <gtest/gtest.h>
+
+#include "host/CaseRecord.h"
+#include "svm/PairwiseCoupling.h"
+#include "svm/SVMClsResult.h"
+#include "tests/support/failing_new.h"
+#include "tests/svm/svm_samples.h"
+
+namespace KwBrevix_930 {
+namespace {
+
+using svm_samples::AddCategoryColumn;
+using svm_samples::AddExtension;
+using svm_samples::AddMachine;
+using svm_samples::AddNumericColumn;
+using svm_samples::AddSupportVector;
+using svm_samples::Bench;
+using svm_samples::NewClassification;
+using svm_samples::NewRegression;
+using svm_samples::Values;
+
+// Two numeric columns, one category column, and support vectors in every machine.
+void AddColumns(Bench& bench, SVMModelData& data) {
+    bench.AddVar("a");
+    bench.AddVar("b");
+    bench.AddVar("color", DictVar::kString, ScoreDictVar::kCategorical).AddCategory("red");
+    AddNumericColumn(data, "a");
+    AddNumericColumn(data, "b");
+    AddCategoryColumn(data, "color", "red");
+}
+
+void AddFilledMachine(SVMModelData& data, std::int32_t i, std::int32_t j) {
+    ST_SUPPORTVECTORMACHINE& machine = AddMachine(data, 0.375, i, j);
+    for (int vector = 0; vector < 20; ++vector)
+        AddSupportVector(data, machine, vector - 9.5, {0, 1, 2}, {0.25 * vector, 1.5, 1.0});
+    AddExtension(machine, i, j, -1.0, 0.125);
+}
+
+// The allocations of each of ten cases into one result, the first two left out.
+std::vector<std::size_t> CountCases(Bench& bench) {
+    CaseRecord record(bench.dictionary);
+    ScoreResult* result = nullptr;
+    std::vector<std::size_t> counts(10);
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        record.SetNumber(record.GetIndex("a"), 0.625 * static_cast<double>(i));
+        record.SetNumber(record.GetIndex("b"), 2.5);
+        record.SetText(record.GetIndex("color"), "red");
+        const std::size_t before = failing_new::Count();
+        const auto status = bench.model.GetScore(&record, result, false);
+        counts[i] = failing_new::Count() - before;
+        EXPECT_FALSE(status.IsError());
+    }
+    delete result;
+    counts.erase(counts.begin(), counts.begin() + 2);
+    return counts;
+}
+
+TEST(GetScoreAllocation, OfARegressionIsTheTwoVectorsOfTheCase) {
+    Bench bench;
+    auto data = NewRegression();
+    AddColumns(bench, *data);
+    AddFilledMachine(*data, -1, -1);
+    bench.TakeData(std::move(data));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 2));
+}
+
+std::unique_ptr<SVMModelData> PairsOf(Bench& bench, std::int32_t n) {
+    auto data = NewClassification(n);
+    AddColumns(bench, *data);
+    for (std::int32_t i = 0; i < n; ++i) {
+        for (std::int32_t j = i + 1; j < n; ++j)
+            AddFilledMachine(*data, i, j);
+    }
+    return data;
+}
+
+TEST(GetScoreAllocation, OfTwoCategoriesAddsTheDecisions) {
+    Bench bench({"no", "yes"});
+    bench.TakeData(PairsOf(bench, 2));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 3));
+}
+
+TEST(GetScoreAllocation, OfVotingAddsDecisionsVotesAndProbabilities) {
+    Bench bench({"a", "b", "c", "d", "e"});
+    bench.TakeData(PairsOf(bench, 5));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 5));
+}
+
+TEST(GetScoreAllocation, OfOneAgainstAllAddsTheDecisions) {
+    Bench bench({"a", "b", "c", "d", "e"});
+    auto data = PairsOf(bench, 5);
+    data->SetIsOneAgainstAll(true);
+    bench.TakeData(std::move(data));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 3));
+}
+
+// Decisions, the pairs and their five rows and the row they are copied from, probabilities, the matrix and its product.
+TEST(GetScoreAllocation, OfCouplingAddsItsWorkingVectors) {
+    Bench bench({"a", "b", "c", "d", "e"});
+    auto data = PairsOf(bench, 5);
+    data->SetIsZarnModel(true);
+    bench.TakeData(std::move(data));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 2 + 1 + 7 + 1 + 2));
+}
+
+TEST(GetScoreAllocation, TheFirstCaseAddsItsResult) {
+    Bench bench;
+    auto data = NewRegression();
+    AddColumns(bench, *data);
+    AddFilledMachine(*data, -1, -1);
+    bench.TakeData(std::move(data));
+    CaseRecord record(bench.dictionary);
+    record.SetNumber(record.GetIndex("a"), 1.5);
+    record.SetNumber(record.GetIndex("b"), 2.5);
+    record.SetText(record.GetIndex("color"), "red");
+    ScoreResult* result = nullptr;
+    const std::size_t before = failing_new::Count();
+    bench.model.GetScore(&record, result, false);
+    EXPECT_EQ(failing_new::Count() - before, 2u + 2u) << "the result and its prediction";
+    delete result;
+}
+
+TEST(GetScoreAllocation, OfAHugeCountOfCategoriesStaysSmall) {
+    Bench bench({"a", "b"});
+    SVMModelData& data = bench.TakeData(NewClassification(2147483647));
+    data.SetIsZarnModel(true);
+    AddExtension(AddMachine(data), 0, 1, -1.0, 0.0);
+    std::vector<Values> pairs;
+    const Values decisions = {0.5};
+    const std::size_t before = failing_new::Count();
+    EXPECT_EQ(bench.access.PairProbabilities(decisions, pairs).GetErrorCode(), 90027);
+    EXPECT_EQ(failing_new::Count(), before);
+}
+
+// Short of memory. The iterations end at once, without an error.
+
+const std::vector<Values> kPairs = {{0.0, 0.625, 0.25}, {0.375, 0.0, 0.875}, {0.75, 0.125, 0.0}};
+
+TEST(CouplingAllocation, WithoutAMatrixProbabilitiesStayEven) {
+    Values p(3);
+    bool isError = true;
+    {
+        const failing_new::FailAfter failure(0);
+        isError = PairwiseCoupling().Solve(kPairs, p).IsError();
+        EXPECT_TRUE(failure.Failed());
+    }
+    EXPECT_FALSE(isError);
+    EXPECT_EQ(p, Values(3, 1.0 / 3.0));
+}
+
+TEST(CouplingAllocation, WithoutAProductTheFirstIterationStands) {
+    Values p(3);
+    bool isError = true;
+    {
+        const failing_new::FailAfter failure(1);
+        isError = PairwiseCoupling().Solve(kPairs, p).IsError();
+        EXPECT_TRUE(failure.Failed());
+    }
+    EXPECT_FALSE(isError);
+    Values first;
+    int asked = 0;
+    PairwiseCoupling coupling;
+    coupling.SetInterruption([&asked] { return ++asked > 1; });
+    coupling.Solve(kPairs, first);
+    EXPECT_EQ(p, first);
+    EXPECT_NE(p, Values(3, 1.0 / 3.0));
+}
+
+}  // namespace
+}  // namespace KwBrevix_930

@@ -1,0 +1,113 @@
+// Many threads score one model after its first case.
+#include <atomic>
+#include <cmath>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "host/CaseRecord.h"
+#include "host/transform/TransformationDictionary.h"
+#include "svm/SVMClsResult.h"
+#include "tests/svm/svm_samples.h"
+
+namespace KwBrevix_930 {
+namespace {
+
+using svm_samples::AddCategoryColumn;
+using svm_samples::AddExtension;
+using svm_samples::AddMachine;
+using svm_samples::AddNumericColumn;
+using svm_samples::AddSupportVector;
+using svm_samples::Bench;
+using svm_samples::NewClassification;
+using svm_samples::NewScaledVar;
+
+// Four categories, probabilities, a derived field, a category field and a radial basis kernel.
+struct Busy : Bench {
+    Busy() : Bench({"a", "b", "c", "d"}) {
+        AddVar("x");
+        AddVar("color", DictVar::kString, ScoreDictVar::kCategorical).AddCategory("red");
+        static_cast<DictVar&>(*dictionary.FindVar("color")).AddCategory("blue");
+        transformations.AddVar(NewScaledVar("half", "x", 0.5));
+        transformations.SetUpDerivedCaseRecord();
+        model.SetTransformationScoreDictionary(&transformations);
+        auto data = NewClassification(4);
+        data->SetIsZarnModel(true);
+        data->SetKernelType(SVMModelData::kRadialBasis);
+        data->SetGamma(0.375);
+        AddNumericColumn(*data, "x");
+        AddNumericColumn(*data, "half");
+        AddCategoryColumn(*data, "color", "blue");
+        double seed = 0.125;
+        for (std::int32_t i = 0; i < 4; ++i) {
+            for (std::int32_t j = i + 1; j < 4; ++j) {
+                ST_SUPPORTVECTORMACHINE& machine = AddMachine(*data, seed - 0.5, i, j);
+                for (int vector = 0; vector < 5; ++vector, seed = std::fmod(seed * 7.3125 + 0.4375, 2.0))
+                    AddSupportVector(*data, machine, seed - 1.0, {0, 1, 2}, {seed, 1.5 - seed, 1.0});
+                AddExtension(machine, i, j, -1.25, 0.0625);
+            }
+        }
+        TakeData(std::move(data));
+    }
+
+    TransformationDictionary transformations;
+};
+
+void Fill(CaseRecord& record, int number) {
+    record.Clear();
+    record.SetNumber(record.GetIndex("x"), 0.0078125 * number - 2.0);
+    if (number % 17 != 0)
+        record.SetText(record.GetIndex("color"), number % 2 ? "red" : "blue");
+}
+
+// The prediction, the confidence and all probabilities, or the code of the status.
+std::vector<double> Answer(SVMModel& model, const CaseRecord& record, ScoreResult*& result) {
+    const auto status = model.GetScore(&record, result, false);
+    if (status.IsError())
+        return {static_cast<double>(status.GetErrorCode())};
+    const auto& classification = static_cast<const SVMClsResult&>(*result);
+    std::vector<double> answer = {result->GetPrediction()->GetString()[0] * 1.0, result->GetConfidence()};
+    for (const auto& [category, probability] : classification.GetAllValuePercent())
+        answer.push_back(probability);
+    return answer;
+}
+
+TEST(SVMModelThreads, GiveEqualResults) {
+    constexpr int kCases = 500;
+    constexpr int kThreads = 8;
+    Busy bench;
+    std::vector<std::vector<double>> expected;
+    {
+        CaseRecord record(bench.dictionary);
+        ScoreResult* result = nullptr;
+        for (int number = 0; number < kCases; ++number) {
+            Fill(record, number);
+            expected.push_back(Answer(bench.model, record, result));
+        }
+        delete result;
+    }
+    EXPECT_EQ(expected[0], std::vector<double>{90029.0});
+    EXPECT_EQ(expected[1].size(), 6u);
+    EXPECT_NE(expected[1], expected[399]);
+    std::atomic<int> differences{0};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < kThreads; ++thread) {
+        threads.emplace_back([&, thread] {
+            CaseRecord record(bench.dictionary);
+            ScoreResult* result = nullptr;
+            for (int i = 0; i < kCases; ++i) {
+                const int number = (i + thread * 61) % kCases;
+                Fill(record, number);
+                if (Answer(bench.model, record, result) != expected[static_cast<std::size_t>(number)])
+                    ++differences;
+            }
+            delete result;
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(differences, 0);
+}
+
+}  // namespace
+}  // namespace KwBrevix_930
