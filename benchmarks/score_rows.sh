@@ -44,6 +44,7 @@ for rows in "$@"; do
         BEGIN {
             split(seconds, at)
             elapsed = at[2] - at[1]
-            printf "| %d | %.2f | %.0f | %.0f | %.1f |\n", rows, elapsed, rows / elapsed, rows * hertz / ticks, peak / 1024
+            perProcessor = ticks > 0 ? rows * hertz / ticks : 0
+            printf "| %d | %.2f | %.0f | %.0f | %.1f |\n", rows, elapsed, rows / elapsed, perProcessor, peak / 1024
         }'
 done
