@@ -56,6 +56,9 @@ ScoreModel* SVMTranslator::ParseFromTree(DOMDocument* document, const std::strin
     } catch (const BXException& error) {
         SVMTranslatorDictionary = nullptr;
         throw BXException(error);
+    } catch (...) {
+        SVMTranslatorDictionary = nullptr;
+        throw;
     }
 }
 

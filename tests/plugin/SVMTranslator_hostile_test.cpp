@@ -191,7 +191,7 @@ TEST_P(HostileDocuments, SeveralDamagesAtRandomAreAModelOrAnError) {
         return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random);
     };
     Counts counts;
-    for (int round = 0; round < 1500; ++round) {
+    for (int round = 0; round < 600; ++round) {
         SCOPED_TRACE("round " + std::to_string(round));
         const DocumentHandle document = Fresh();
         for (std::size_t damages = 1 + below(3); damages > 0; --damages) {
@@ -215,7 +215,7 @@ TEST_P(HostileDocuments, BytesChangedAtRandomAreAModelOrAnError) {
     std::mt19937 random(static_cast<unsigned>(GetParam()) + 11);
     const std::string whole = Documents()[GetParam()].Text();
     Counts counts;
-    for (int round = 0; round < 1500; ++round) {
+    for (int round = 0; round < 2000; ++round) {
         SCOPED_TRACE("round " + std::to_string(round));
         std::string text = whole;
         for (auto damages = 1 + random() % 3; damages > 0; --damages) {

@@ -13,18 +13,10 @@
 #include "host/ScoreVersionInfo.h"
 #include "host/ScoringLog.h"
 #include "host/transform/TransformationDictionary.h"
+#include "tests/support/SVMTranslatorTestAccess.h"
 #include "tests/support/svm_document.h"
 
 namespace KwBrevix_930 {
-
-// Opens what the translator keeps to itself.
-class SVMTranslatorTestAccess {
-public:
-    static const ScoreDictionary* Dictionary(const SVMTranslator& translator) {
-        return translator.SVMTranslatorDictionary;
-    }
-};
-
 namespace {
 
 using test_support::Failure;

@@ -1,0 +1,56 @@
+// Memory: every allocation of a translation made to fail in turn.
+#include <memory>
+#include <new>
+
+#include <gtest/gtest.h>
+#include <xercesc/util/OutOfMemoryException.hpp>
+
+#include "host/DocumentParser.h"
+#include "plugin/SVMTranslator.h"
+#include "tests/support/SVMTranslatorTestAccess.h"
+#include "tests/support/failing_new.h"
+#include "tests/support/svm_document.h"
+
+namespace KwBrevix_930 {
+namespace {
+
+using failing_new::FailAfter;
+
+// Holds an extension, derived fields and replacements, so that every kind of object is made.
+test_support::SvmDocument Document() {
+    return test_support::TwoCategories()
+        .InsertBefore("<LinearKernelType/>",
+                      R"(<LocalTransformations><DerivedField name="z" optype="continuous" dataType="double">)"
+                      R"(<NormDiscrete field="color" value="red"/></DerivedField></LocalTransformations>)")
+        .Replace(R"(<FieldRef field="x2"/>)", R"(<FieldRef field="z" mapMissingTo="0.5"/>)")
+        .Replace(R"(<MiningField name="x2"/>)", R"(<MiningField name="x2" missingValueReplacement="0.5"/>)")
+        .Replace(R"(alternateTargetCategory="no">)",
+                 R"(alternateTargetCategory="no"><Extension extender="ZARN"><ResponseCategory response="yes")"
+                 R"( nonresponse="no"/><ProbabilityParam A="-1.5" B="0.375"/></Extension>)");
+}
+
+// Under the address sanitizer this also shows that nothing leaks and nothing is deleted twice.
+TEST(SVMTranslatorAllocation, AFailedOnePassesThroughAndLeavesTheTranslatorUsable) {
+    const DocumentHandle document = DocumentParser().ParseText(Document().Text());
+    SVMTranslator translator;
+    // The XML library makes the document's lists now: it leaks where its own allocations for them fail.
+    delete translator.ParseFromTree(document.get(), std::string());
+    std::size_t failures = 0;
+    for (std::unique_ptr<ScoreModel> model; !model; ++failures) {
+        const FailAfter failure(failures);
+        try {
+            model.reset(translator.ParseFromTree(document.get(), std::string()));
+        } catch (const std::bad_alloc&) {
+            EXPECT_EQ(SVMTranslatorTestAccess::Dictionary(translator), nullptr);
+        } catch (const xercesc::OutOfMemoryException&) {
+            EXPECT_EQ(SVMTranslatorTestAccess::Dictionary(translator), nullptr);
+        }
+        ASSERT_EQ(model == nullptr, failure.Failed()) << failures;
+    }
+    EXPECT_GT(failures, 100u);
+    const std::unique_ptr<ScoreModel> model(translator.ParseFromTree(document.get(), std::string()));
+    EXPECT_EQ(test_support::ScoreOf(*model, {{"x1", "9"}, {"color", "blue"}}).code, 0);
+}
+
+}  // namespace
+}  // namespace KwBrevix_930
