@@ -86,7 +86,8 @@ void SupportVectorMachineReader::CheckTargets(std::uint64_t machineCount) {
     const bool isFree = !isRegression && categoryCount > 2 && fData.GetIsOneAgainstAll();
     const bool fits = isRegression ? categoryCount == 1 && machineCount == 1
                                    : isFree || machineCount == categoryCount * (categoryCount - 1) / 2;
-    if (!fits || (target->GetKind() == ScoreDictVar::kCategorical && categoryCount == 0))
+    // A categorical target without categories fits no number of machines.
+    if (!fits)
         ThrowError(260221, Tags::XML_ELE_TARGETS);
     fData.SetTargetCategoryCount(static_cast<std::int32_t>(categoryCount));
     fModel.SetTargetCategories();
