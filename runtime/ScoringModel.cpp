@@ -174,11 +174,10 @@ void ScoringModel::readRegression(const ScoreResult& result, Outcome& outcome) c
         outcome.number = presentValue(prediction->GetDouble());
     if (result.GetScoreResultType() != ScoreResult::kSVMRegression)
         return;
-    const auto& regression = static_cast<const KwBrevix_930::SVMRegResult&>(result);
-    outcome.stdDev = presentValue(regression.GetStdDev(), -1.0);
+    outcome.stdDev = presentValue(static_cast<const KwBrevix_930::ScoreRegResult&>(result).GetStdDev(), -1.0);
     double lower = NumericValue::GetSysmisValue();
     double upper = lower;
-    regression.GetCI(lower, upper);
+    static_cast<const KwBrevix_930::SVMRegResult&>(result).GetCI(lower, upper);
     outcome.lower = presentValue(lower);
     outcome.upper = presentValue(upper);
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 
+#include <tbb/concurrent_queue.h>
 #include <tbb/enumerable_thread_specific.h>
 #include <tbb/global_control.h>
 #include <tbb/info.h>
@@ -108,7 +109,7 @@ void runPipeline(int threadCount, const Next& next, const Score& score, const Wr
         score(*job);
         return job;
     };
-    const auto writeOne = [&write](const JobPointer& job) { write(*job); };
+    const auto writeOne = [&write](const JobPointer& job) { write(job); };
     arena.execute([&] {
         tbb::parallel_pipeline(static_cast<std::size_t>(threadCount) * 2,
                                tbb::make_filter<void, JobPointer>(tbb::filter_mode::serial_in_order, read) &
@@ -141,17 +142,24 @@ TableTally scoreTable(const ScoringModel& model, ByteSource& source, const std::
     TableTally tally;
     if (!hasRows)
         return tally;
+    // Jobs that are written serve again: their memory stays what the largest batches took.
+    tbb::concurrent_queue<JobPointer> freeJobs;
     const auto next = [&]() -> JobPointer {
         if (first)
             return std::exchange(first, nullptr);
-        auto job = std::make_shared<Job>();
+        JobPointer job;
+        if (!freeJobs.try_pop(job))
+            job = std::make_shared<Job>();
         return reader->read(job->rows) ? job : nullptr;
     };
-    const auto write = [&](const Job& job) {
-        output.write(job.text);
-        add(tally, job);
+    const auto write = [&](const JobPointer& job) {
+        output.write(job->text);
+        add(tally, *job);
         if (events.onRows)
             events.onRows(tally);
+        job->text.clear();
+        job->rowCountByStatus.clear();
+        freeJobs.push(job);
     };
     const int threadCount = options.threadCount > 0 ? options.threadCount : tbb::info::default_concurrency();
     runPipeline(

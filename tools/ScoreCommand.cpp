@@ -12,6 +12,7 @@
 #include <CLI/CLI.hpp>
 
 #include "runtime/CsvReader.h"
+#include "runtime/Error.h"
 #include "runtime/InputFile.h"
 #include "runtime/OutputFile.h"
 #include "runtime/ScoringModel.h"
@@ -47,6 +48,14 @@ TableKind chooseKind(const std::string& option, const std::string& path) {
     return option == "csv" ? TableKind::kCsv : option == "tsv" ? TableKind::kTsv : TableKind::kJsonLines;
 }
 
+std::vector<std::string> splitNames(const std::string& list) {
+    try {
+        return CsvReader::splitLine(list);
+    } catch (const Error& fault) {
+        throw UsageError(std::string("--keep: ") + fault.what());
+    }
+}
+
 }  // namespace
 
 ScoreCommand::ScoreCommand(CLI::App& app) {
@@ -80,7 +89,7 @@ std::vector<std::string> ScoreCommand::listKeptColumns() const {
     std::vector<std::string> columns;
     std::set<std::string> known;
     for (const std::string& list : fKeepLists) {
-        for (const std::string& column : CsvReader::splitLine(list)) {
+        for (const std::string& column : splitNames(list)) {
             if (!known.insert(column).second)
                 throw UsageError("--keep names the column '" + column + "' twice");
             columns.push_back(column);
