@@ -14,6 +14,18 @@
 #include "host/DocumentParser.h"
 #include "tests/host/error_of.h"
 
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define BREVIX_TEST_LEAKS
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__)
+#define BREVIX_TEST_LEAKS
+#endif
+#if defined(BREVIX_TEST_LEAKS)
+#include <sanitizer/lsan_interface.h>
+#endif
+
 namespace {
 
 using KwBrevix_930::BrevixTranscoder;
@@ -131,6 +143,24 @@ TEST_F(ForbiddenFile, IsNotReadByANotationOrAnUnparsedEntity) {
                   "");
 }
 
+// For its lifetime, what is allocated may be lost: the XML library loses the nodes of a content model that it gives up.
+class LeaksOfTheLibrary {
+public:
+#if defined(BREVIX_TEST_LEAKS)
+    LeaksOfTheLibrary() {
+        __lsan_disable();
+    }
+    ~LeaksOfTheLibrary() {
+        __lsan_enable();
+    }
+#else
+    LeaksOfTheLibrary() {}
+    ~LeaksOfTheLibrary() {}
+#endif
+    LeaksOfTheLibrary(const LeaksOfTheLibrary&) = delete;
+    LeaksOfTheLibrary& operator=(const LeaksOfTheLibrary&) = delete;
+};
+
 // Each entity holds the one before it ten times.
 std::string Laughs(int levels) {
     std::string text = "<!ENTITY l0 'lol'>";
@@ -191,12 +221,14 @@ TEST(Nesting, IsNotCountedForElementsBesideEachOther) {
     ExpectRead("<a>" + Repeat("<b/><c></c>", 5000) + "</a>");
 }
 
-TEST(DocumentType, MayNestItsContentModelsAsItLikes) {
-    const std::string model = Repeat("(b,", 100'000) + "b" + Repeat(")", 100'000);
-    EXPECT_EQ(
-        ErrorOf([&] { DocumentParser().ParseText("<!DOCTYPE a [<!ELEMENT a " + model + ">]><a/>"); }).GetErrorCode(),
-        260101);
+TEST(DocumentType, MayDeclareWideContentModels) {
     ExpectRead("<!DOCTYPE a [<!ELEMENT a (b" + Numbered(",b", "", 20'000) + ")>]><a/>");
+}
+
+TEST(DocumentType, IsRefusedWhenItsContentModelsAreNestedTooDeep) {
+    const LeaksOfTheLibrary allowed;
+    const std::string model = Repeat("(b,", 100'000) + "b" + Repeat(")", 100'000);
+    ExpectRefused("<!DOCTYPE a [<!ELEMENT a " + model + ">]><a/>", "");
 }
 
 TEST(DocumentType, DeclaresOnlySoManyEntitiesAndNotations) {
