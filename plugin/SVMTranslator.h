@@ -20,8 +20,9 @@ public:
     using PMMLTranslator::ParseFromTree;
 
     /// document: stays the caller's, and is not needed afterwards. transcoder: the name of the transcoder, which is
-    /// created on first use. Returns: a new SVMModel, owned by the caller; null for a null document. Errors:
-    /// BXException, for which docs/errors.md lists codes and arguments; nothing leaks.
+    /// created on first use.
+    /// Returns: a new SVMModel, owned by the caller; null for a null document.
+    /// Errors: BXException, for which docs/errors.md lists codes and arguments; nothing leaks.
     ScoreModel* ParseFromTree(xercesc::DOMDocument* document, const std::string& transcoder) override;
 
 private:

@@ -30,9 +30,9 @@ public:
     SupportVectorMachineReader(const DOMElemUtility& reader, SVMModel& model, SVMModelData& data);
 
     /// isScorable, functionName, threshold, classificationMethod, maxWins and Targets. translator, dictionary: handle
-    /// the Targets; the dictionary may be null. Errors: 260281 (isScorable, PMML); 260153 (value, functionName,
-    /// SupportVectorMachineModel); 260221 (Targets) when the targets cannot be handled or do not fit the number of
-    /// machines.
+    /// the Targets; the dictionary may be null.
+    /// Errors: 260281 (isScorable, PMML); 260153 (value, functionName, SupportVectorMachineModel); 260221 (Targets)
+    /// when the targets cannot be handled or do not fit the number of machines.
     void ReadGeneralAttributes(const xercesc::DOMElement& element, const PMMLTranslator& translator,
                                const ScoreDictionary* dictionary);
 
