@@ -330,6 +330,7 @@ TEST(SVMModelSetUp, WithoutTargetTheCategoriesStayAndTheTargetGoes) {
     bench.model.SetVarRole("y", ScoreModel::kActive);
     bench.model.SetTargetCategories();
     EXPECT_EQ(bench.model.GetTargetCategories().size(), 2u);
+    EXPECT_EQ(bench.model.GetTargetCategoryNames().size(), 2u);
     const FakeRecord record(true);
     ScoreResult* result = nullptr;
     EXPECT_EQ(bench.model.GetScore(&record, result, false).GetErrorCode(), 90029);
