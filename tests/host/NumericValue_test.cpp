@@ -21,6 +21,10 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 const double kSysmis = NumericValue::GetSysmisValue();
 
+bool AreEqual(const ScoreValue& left, const ScoreValue& right) {
+    return left == right;
+}
+
 TEST(NumericValue, SystemMissingIsTheMostNegativeFiniteDouble) {
     EXPECT_EQ(kSysmis, -std::numeric_limits<double>::max());
     EXPECT_TRUE(NumericValue(kSysmis).IsSystemMissingValue());
@@ -60,7 +64,7 @@ TEST(NumericValue, CloneIsAnEqualObjectOfItsOwn) {
     const std::unique_ptr<ScoreValue> clone(value.Clone());
     EXPECT_NE(clone.get(), &value);
     EXPECT_EQ(clone->GetType(), ScoreValue::kNumeric);
-    EXPECT_TRUE(*clone == value);
+    EXPECT_TRUE(AreEqual(*clone, value));
 }
 
 TEST(NumericValue, TakesOverNumbersTextsAndTimes) {
@@ -97,24 +101,24 @@ TEST(NumericValue, ComparesAsItsNumber) {
     EXPECT_TRUE(low <= high);
     EXPECT_FALSE(low > high);
     EXPECT_FALSE(low >= high);
-    EXPECT_FALSE(low == high);
+    EXPECT_FALSE(AreEqual(low, high));
     EXPECT_FALSE(high < low);
     EXPECT_TRUE(high > low);
     EXPECT_TRUE(high >= low);
     EXPECT_TRUE(low <= NumericValue(-1.5));
     EXPECT_TRUE(low >= NumericValue(-1.5));
-    EXPECT_TRUE(low == NumericValue(-1.5));
+    EXPECT_TRUE(AreEqual(low, NumericValue(-1.5)));
     EXPECT_FALSE(low < NumericValue(-1.5));
     EXPECT_FALSE(low > NumericValue(-1.5));
-    EXPECT_TRUE(NumericValue(0.0) == NumericValue(-0.0));
-    EXPECT_TRUE(NumericValue(kInfinity) == NumericValue(kInfinity));
-    EXPECT_TRUE(NumericValue(kSysmis) == NumericValue(kSysmis));
+    EXPECT_TRUE(AreEqual(NumericValue(0.0), NumericValue(-0.0)));
+    EXPECT_TRUE(AreEqual(NumericValue(kInfinity), NumericValue(kInfinity)));
+    EXPECT_TRUE(AreEqual(NumericValue(kSysmis), NumericValue(kSysmis)));
     EXPECT_TRUE(NumericValue(-kInfinity) < NumericValue(kSysmis));
 }
 
 TEST(NumericValue, NaNComparesWithNothing) {
     const NumericValue nan(kNaN);
-    EXPECT_FALSE(nan == nan);
+    EXPECT_FALSE(AreEqual(nan, nan));
     EXPECT_FALSE(nan < NumericValue(1.0));
     EXPECT_FALSE(nan <= nan);
     EXPECT_FALSE(nan > NumericValue(1.0));
