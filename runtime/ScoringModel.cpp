@@ -109,7 +109,7 @@ ScoringModel::ScoringModel(std::unique_ptr<PluginLibrary> plugin, const ModelDoc
         throw Error("the plug-in gives no model with fields and a target");
     describeTarget();
     fInputs = findInputs(document, *fModel->GetDictionary(), fModel->GetTransformationDictionary());
-    refuseUnbuilt(document, fInputs);
+    refuseUnbuilt(document, *fModel->GetDictionary(), fInputs);
     fColumns = listOutputColumns(document, fTarget);
     const auto ignored = noteIgnored(document);
     fNotes.insert(fNotes.end(), ignored.begin(), ignored.end());

@@ -70,8 +70,14 @@ bool isAnyOf(const std::string& text, std::initializer_list<const char*> texts) 
     return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
-void checkMiningField(const ModelDocument& document, const DOMElement& field, Complaints& complaints) {
-    const std::string name = document.getAttribute(field, Tags::XML_ATT_MININGFIELD_NAME);
+void checkMiningField(const ModelDocument& document, const DOMElement& field,
+                      const KwBrevix_930::ScoreDictVar& variable, Complaints& complaints) {
+    static constexpr const char* kKindNames[] = {"", "continuous", "ordinal", "categorical"};
+    const std::string& name = variable.GetName();
+    const std::string kind = document.getAttribute(field, Tags::XML_ATT_OPTYPE);
+    if (!kind.empty() && kind != kKindNames[variable.GetKind()])
+        complaints.push_back("MiningField " + quoted(name) + " asks for optype=" + quoted(kind) +
+                             ", which is not that of its DataField");
     const std::string outliers = document.getAttribute(field, Tags::XML_ATT_OUTLIERS);
     if (!outliers.empty() && outliers != "asIs")
         complaints.push_back("MiningField " + quoted(name) + " asks for outliers=" + quoted(outliers));
@@ -164,12 +170,14 @@ std::vector<std::string> findInputs(const ModelDocument& document, const KwBrevi
     return inputs;
 }
 
-void refuseUnbuilt(const ModelDocument& document, const std::vector<std::string>& inputs) {
+void refuseUnbuilt(const ModelDocument& document, const KwBrevix_930::ScoreDictionary& dictionary,
+                   const std::vector<std::string>& inputs) {
     const std::unordered_set<std::string> isInput(inputs.begin(), inputs.end());
     Complaints complaints;
     for (const DOMElement* field : document.getMiningFields()) {
-        if (isInput.contains(document.getAttribute(*field, Tags::XML_ATT_MININGFIELD_NAME)))
-            checkMiningField(document, *field, complaints);
+        const std::string name = document.getAttribute(*field, Tags::XML_ATT_MININGFIELD_NAME);
+        if (isInput.contains(name))
+            checkMiningField(document, *field, *dictionary.FindVar(name), complaints);
     }
     for (const DOMElement* target :
          document.findChildren(document.findChild(document.getModel(), Tags::XML_ELE_TARGETS), Tags::XML_ELE_TARGET))

@@ -23,9 +23,10 @@ void requireModel(const ModelDocument& document);
 std::vector<std::string> findInputs(const ModelDocument& document, const KwBrevix_930::ScoreDictionary& dictionary,
                                     const KwBrevix_930::TransformationDictionary* transformations);
 
-/// Looks for what would change results and is not built, in the MiningFields of the inputs and in Targets.
-/// Fails: one Error that names every such element, attribute and field.
-void refuseUnbuilt(const ModelDocument& document, const std::vector<std::string>& inputs);
+/// Looks for what would change results and is not built, in the MiningFields of the inputs and in Targets. dictionary:
+/// the inputs' variables. Fails: one Error that names every such element, attribute and field.
+void refuseUnbuilt(const ModelDocument& document, const KwBrevix_930::ScoreDictionary& dictionary,
+                   const std::vector<std::string>& inputs);
 
 /// Returns: one note for each thing beside the model that is left out of account, such as a second model.
 std::vector<std::string> noteIgnored(const ModelDocument& document);

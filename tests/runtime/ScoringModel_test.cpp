@@ -288,6 +288,24 @@ TEST(ScoringModel, MiningFieldsThatAskForMoreAreRefusedTogether) {
     EXPECT_EQ(faultOf(document), "no fault");
 }
 
+TEST(ScoringModel, MiningFieldMayRepeatTheKindOfItsDataFieldButNotChangeIt) {
+    SmallDocument document;
+    document.miningFields = R"(<MiningField name="hue" usageType="target"/><MiningField name="x" optype="continuous"/>)"
+                            R"(<MiningField name="y" optype="categorical"/>)";
+    EXPECT_EQ(faultOf(document),
+              "not supported: MiningField 'y' asks for optype='categorical', which is not that of its DataField");
+}
+
+TEST(ScoringModel, LocalTransformationsAreEvaluatedUnpreparedToo) {
+    SmallDocument document;
+    document.afterSchema = "<LocalTransformations>" + derived("p", "x") + "</LocalTransformations>";
+    document.vectorFields = R"(<FieldRef field="p"/><FieldRef field="y"/>)";
+    const auto model = open(document, {.prepares = false});
+    EXPECT_THAT(model->getInputs(), ElementsAre("x", "y"));
+    EXPECT_EQ(predict(*model, {{"x", "-0.5"}, {"y", "0.25"}}), "red");
+    EXPECT_THAT(model->getNotes(), IsEmpty());
+}
+
 TEST(ScoringModel, MoreThanTenComplaintsAreCounted) {
     SmallDocument document;
     for (int i = 0; i < 14; ++i)
