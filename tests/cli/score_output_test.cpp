@@ -5,6 +5,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <fstream>
+
 #include <gmock/gmock.h>
 
 #include "tests/cli/Command.h"
@@ -293,7 +295,33 @@ TEST_F(ScoreOutput, SignalToEndLeavesNothingBehind) {
     EXPECT_THAT(listFiles(), ElementsAre("endless", "model.pmml", "table.csv"));
 }
 
+// Rows that come through a pipe, some of them late.
+pid_t feedSlowly(const std::string& fifo) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        std::ofstream pipe(fifo);
+        pipe << "x,y\n1,2\n" << std::flush;
+        ::usleep(2300000);
+        pipe << "3,4\n5,6\n" << std::flush;
+        pipe.close();
+        ::_exit(0);
+    }
+    return child;
+}
+
 TEST_F(ScoreOutput, ProgressIsShownWhenAskedForOnLongWorkOnly) {
+    const std::string fifo = path("slow");
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    for (const bool isAskedFor : {true, false}) {
+        const pid_t feeder = feedSlowly(fifo);
+        std::vector<std::string> arguments = {"score", fModel, fifo};
+        if (isAskedFor)
+            arguments.emplace_back("--progress");
+        const auto lines = runBrevix(arguments).errLines();
+        ::waitpid(feeder, nullptr, 0);
+        EXPECT_EQ(lines.size(), isAskedFor ? 2u : 1u) << "standard error is no terminal";
+        EXPECT_THAT(lines.front(), MatchesRegex(isAskedFor ? "3 rows, [0-9]+ rows/s" : "3 rows, .* status 0: 3"));
+    }
     EXPECT_THAT(runBrevix({"score", fModel, fTable, "--progress"}).errLines(), ElementsAre(HasSubstr("4 rows, ")));
     EXPECT_THAT(runBrevix({"score", fModel, fTable, "--no-progress"}).errLines(), ElementsAre(HasSubstr("4 rows, ")));
 }
