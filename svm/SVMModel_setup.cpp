@@ -130,7 +130,8 @@ ScoreDictionary* SVMModel::GetVarsOfRole(VarRole role) const {
     return found->GetVarCount() > 0 ? found.release() : nullptr;
 }
 
-// Deliberate: no field list is written, and the categories stand without separators and without a line end.
+// Deliberate: no field list is written, the categories stand without separators and without a line end, and without
+// categories the display ends where they would stand.
 void SVMModel::Display(std::ostream& stream) const {
     stream << "\nBegin Display of SupportVectorMachineModel." << std::endl;
     stream << "Input Vector fields is: "
@@ -139,6 +140,8 @@ void SVMModel::Display(std::ostream& stream) const {
     if (fTargetVar)
         fTargetVar->Display(stream);
     stream << "Target categories: ";
+    if (fTargetCategoryNames.empty())
+        return;
     for (const std::string& name : fTargetCategoryNames)
         stream << name;
     stream << "End of SupportVectorMachineModel display." << std::endl;

@@ -14,8 +14,9 @@ namespace {
 constexpr double kSmallestProbability = 1e-7;
 constexpr double kLargestProbability = 0.9999999;
 
-// More categories than any document of a sensible size can have machines for; their pairs are not coupled.
-constexpr std::size_t kMostCoupledCategories = 4096;
+// A sweep of the coupling costs the cube of the number of categories: beyond this many, a case could take minutes, and
+// its pairs are not coupled.
+constexpr std::size_t kMostCoupledCategories = 512;
 
 bool IsPairCount(std::size_t machineCount, std::int32_t categoryCount) {
     const auto n = static_cast<std::uint64_t>(categoryCount);

@@ -56,16 +56,29 @@ TEST(HostileData, PairsOfAHugeCountAreNotAllocated) {
     EXPECT_EQ(votes, Indices(2, 0));
 }
 
-// 4000 categories without a single probability: coupling them would outlast the time that a
-// test is given.
+// A sweep costs the cube of the number of categories; at 512 it still takes a moment, beyond that nothing is coupled.
+TEST(HostileData, MoreThan512CategoriesAreNotCoupled) {
+    for (const int count : {512, 513}) {
+        Bench bench({"a", "b"});
+        SVMModelData& data = bench.TakeData(NewClassification(count));
+        for (int k = 0; k < count; ++k)
+            AddExtension(AddMachine(data, 0.5, 0, 1), 0, 1, 1.0, 0.0);
+        std::vector<Values> pairs;
+        const auto status = bench.access.PairProbabilities(Values(static_cast<std::size_t>(count), 0.5), pairs);
+        EXPECT_EQ(status.GetErrorCode(), count == 512 ? 0 : 90027);
+        EXPECT_EQ(pairs.size(), count == 512 ? 512u : 0u);
+    }
+}
+
+// 500 categories without a single probability: a hundred sweeps over them would take many seconds.
 TEST(HostileData, ManyCategoriesWithoutExtensionsAreDecidedAtOnce) {
     Bench bench({"a", "b"});
-    SVMModelData& data = bench.TakeData(NewClassification(4000));
+    SVMModelData& data = bench.TakeData(NewClassification(500));
     data.SetIsZarnModel(true);
-    for (int k = 0; k < 3999; ++k)
+    for (int k = 0; k < 499; ++k)
         AddMachine(data, 0.5, 0, 1);
     Vote vote;
-    bench.access.DoVoting(Values(3999, 0.5), vote);
+    bench.access.DoVoting(Values(499, 0.5), vote);
     EXPECT_EQ(vote.category, -1);
 }
 
