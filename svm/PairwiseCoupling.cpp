@@ -75,7 +75,6 @@ KwScore::KwStatus PairwiseCoupling::Solve(const std::vector<std::vector<double>>
         return {};
     FillQ(r, q);
     const bool isCovered = CoversAllCategories(q, static_cast<int>(n));
-    const double tolerance = 0.005 / static_cast<double>(n);
     std::vector<double> qp;
     for (int iteration = 0; iteration < kMaxIterations; ++iteration) {
         if (fInterruption && fInterruption())
@@ -92,7 +91,7 @@ KwScore::KwStatus PairwiseCoupling::Solve(const std::vector<std::vector<double>>
             p.assign(n, kNaN);
             break;
         }
-        if (LargestError(qp, pqp) < tolerance)
+        if (HasConverged(LargestError(qp, pqp), n))
             break;
     }
     return {};

@@ -22,9 +22,14 @@ public:
     void SetInterruption(std::function<bool()> hook) { fInterruption = std::move(hook); }
 
     /// r: n by n, with a zero diagonal. p: n entries, overwritten by the probabilities, which sum to 1; the state of
-    /// the last iteration when there is no convergence. A category that no pair covers makes all of them NaN. Returns:
-    /// success; error 1 when the interruption hook asked to stop.
+    /// the last iteration when there is no convergence. A category that no pair covers, or a NaN, makes all of them
+    /// NaN, and no further iteration is begun.
+    /// Returns: success; error 1 when the interruption hook asked to stop.
     KwScore::KwStatus Solve(const std::vector<std::vector<double>>& r, std::vector<double>& p) const;
+
+    /// error: the largest deviation from the fixed point after an iteration over n categories.
+    /// Returns: whether it is strictly below 0.005 / n.
+    static bool HasConverged(double error, std::size_t n) { return error < 0.005 / static_cast<double>(n); }
 
 private:
     std::function<bool()> fInterruption;

@@ -12,6 +12,7 @@
 
 namespace KwBrevix_930 {
 
+class PairwiseCoupling;
 class ScoreValue;
 
 /// Built by the translator: it is given its dictionaries, then its data, and then scores any number of cases. The first
@@ -109,7 +110,8 @@ private:
     Status GetProbablitiesForMultiClass(const Indices& votes, Vote& vote) const;                   // sic
     Status CalculateClassProbabilites(const Values& decisions, std::vector<Values>& pairs) const;  // sic
     static double ComputeZARNZValue(double decision, double a, double b);
-    Status DoMultiProbLearn(const std::vector<Values>& pairs, Values& probabilities) const;
+    Status DoMultiProbLearn(const std::vector<Values>& pairs, const PairwiseCoupling& coupling,
+                            Values& probabilities) const;
 
     // Results.
     Status FillSVMClsResult(const Vote& vote, ScoreResult*& result) const;

@@ -14,9 +14,9 @@ namespace {
 constexpr double kSmallestProbability = 1e-7;
 constexpr double kLargestProbability = 0.9999999;
 
-// A sweep of the coupling costs the cube of the number of categories: beyond this many, a case could take minutes, and
-// its pairs are not coupled.
-constexpr std::size_t kMostCoupledCategories = 512;
+// A sweep of the coupling costs the cube of the number of categories. A document pays for that with one machine a pair;
+// where machines are lacking, more categories than this are not coupled.
+constexpr std::size_t kMostCategoriesWithoutAllPairs = 512;
 
 bool IsPairCount(std::size_t machineCount, std::int32_t categoryCount) {
     const auto n = static_cast<std::uint64_t>(categoryCount);
@@ -122,7 +122,7 @@ SVMModel::Status SVMModel::CalculateClassProbabilites(const Values& decisions, s
     const auto n = static_cast<std::size_t>(fData->GetTargetCategoryCount());
     const auto& machines = fData->GetMachines();
     pairs.clear();
-    if (n <= kMostCoupledCategories)
+    if (n <= kMostCategoriesWithoutAllPairs || IsPairCount(machines.size(), fData->GetTargetCategoryCount()))
         pairs.assign(n, Values(n, 0.0));
     const std::size_t pairCount = std::min(machines.size(), decisions.size());
     std::size_t k = 0;
@@ -142,8 +142,9 @@ SVMModel::Status SVMModel::CalculateClassProbabilites(const Values& decisions, s
 }
 
 // Fewer than three categories are left as they are.
-SVMModel::Status SVMModel::DoMultiProbLearn(const std::vector<Values>& pairs, Values& probabilities) const {
-    if (probabilities.size() >= 3 && PairwiseCoupling().Solve(pairs, probabilities).IsError())
+SVMModel::Status SVMModel::DoMultiProbLearn(const std::vector<Values>& pairs, const PairwiseCoupling& coupling,
+                                            Values& probabilities) const {
+    if (probabilities.size() >= 3 && coupling.Solve(pairs, probabilities).IsError())
         return kInvalidStatus;
     return probabilities.empty() ? kInvalidStatus : Status();
 }
@@ -157,7 +158,7 @@ SVMModel::Status SVMModel::GetZARNTicketByMultiClass(const Values& decisions, Vo
     if (status.IsError())
         return status;
     vote.probabilities.resize(pairs.size());
-    status = DoMultiProbLearn(pairs, vote.probabilities);
+    status = DoMultiProbLearn(pairs, PairwiseCoupling(), vote.probabilities);
     if (status.IsError() || vote.probabilities.size() != fTargetCategoryNames.size())
         return status;
     for (std::size_t c = 0; c < vote.probabilities.size(); ++c) {

@@ -1,6 +1,7 @@
 // Opens the private operations of SVMModel to the tests.
 #pragma once
 
+#include "svm/PairwiseCoupling.h"
 #include "svm/SVMModel.h"
 
 namespace KwBrevix_930 {
@@ -56,8 +57,8 @@ public:
         return fModel.CalculateClassProbabilites(decisions, pairs);
     }
     static double Sigmoid(double decision, double a, double b) { return SVMModel::ComputeZARNZValue(decision, a, b); }
-    Status Couple(const std::vector<Values>& pairs, Values& probabilities) {
-        return fModel.DoMultiProbLearn(pairs, probabilities);
+    Status Couple(const std::vector<Values>& pairs, Values& probabilities, const PairwiseCoupling& coupling = {}) {
+        return fModel.DoMultiProbLearn(pairs, coupling, probabilities);
     }
 
     Status FillCls(const Vote& vote, ScoreResult*& result) { return fModel.FillSVMClsResult(vote, result); }

@@ -210,6 +210,23 @@ TEST(PairwiseCoupling, AnInterruptionLaterKeepsTheIterationsDoneSoFar) {
     }
 }
 
+TEST(PairwiseCoupling, AnErrorEqualToTheToleranceGoesOn) {
+    EXPECT_FALSE(PairwiseCoupling::HasConverged(0.005 / 3, 3));
+    EXPECT_TRUE(PairwiseCoupling::HasConverged(std::nextafter(0.005 / 3, 0.0), 3));
+    EXPECT_FALSE(PairwiseCoupling::HasConverged(std::numeric_limits<double>::quiet_NaN(), 3));
+}
+
+TEST(PairwiseCoupling, BeginsNoFurtherIterationBehindANaN) {
+    Matrix r = EvenPairs(3);
+    r[0][1] = std::numeric_limits<double>::quiet_NaN();
+    int asked = 0;
+    PairwiseCoupling coupling;
+    coupling.SetInterruption([&asked] { return ++asked > 1; });
+    Values p;
+    EXPECT_FALSE(coupling.Solve(r, p).IsError());
+    EXPECT_EQ(asked, 1);
+}
+
 TEST(PairwiseCoupling, ACategoryThatNoPairCoversLeavesNoNumberAtAnyPlace) {
     for (std::size_t uncovered = 0; uncovered < 4; ++uncovered) {
         Matrix r = EvenPairs(4);

@@ -57,7 +57,7 @@ class EveryKernel : public testing::Test {};
 using Kernels = testing::Types<SVMKFLinear, SVMKFPolynomial, SVMKFRBF, SVMKFSigmoid>;
 TYPED_TEST_SUITE(EveryKernel, Kernels);
 
-TYPED_TEST(EveryKernel, OverridesBothFormsInTheirSlotsAndIsConcrete) {
+TYPED_TEST(EveryKernel, IsConcreteAndHoldsItsParametersOnly) {
     EXPECT_TRUE((std::is_base_of_v<SVMKernelFunction, TypeParam>));
     EXPECT_FALSE(std::is_abstract_v<TypeParam>);
     EXPECT_TRUE(std::has_virtual_destructor_v<TypeParam>);
@@ -153,6 +153,7 @@ TEST(SVMKernelFunction, LetsNaNFlowOn) {
     for (const auto& kernel : kernels) {
         EXPECT_TRUE(std::isnan(kernel->Evaluate({1.5, kNaN}, {2.5, 3.5})));
         EXPECT_TRUE(std::isnan(kernel->Evaluate({0, 1}, {1.5, kNaN}, {1}, {2.5})));
+        EXPECT_TRUE(std::isnan(kernel->Evaluate({1}, {2.5}, {0, 1}, {1.5, kNaN})));
     }
 }
 

@@ -42,6 +42,16 @@ TEST(FillClsResult, SetsTheCategoryTheListAndTheConfidence) {
                   ScoreClsResult::ValuePercent(categories[k], vote.probabilities[k]));
 }
 
+TEST(FillClsResult, WithoutTheCategorysValueChoosesNothing) {
+    Classification bench;
+    const_cast<ScoreCategory&>((*bench.target->GetCategories())[1]).value.reset();
+    bench.model.SetTargetCategories();
+    EXPECT_EQ(bench.access.FillCls({1, 0.5, {0.25, 0.5, 0.25}}, bench.place).GetErrorCode(), 90027);
+    EXPECT_EQ(bench.result.GetPrediction(), nullptr);
+    EXPECT_TRUE(bench.result.GetAllValuePercent().empty());
+    EXPECT_FALSE(bench.access.FillCls({0, 0.5, {0.5, 0.25, 0.25}}, bench.place).IsError());
+}
+
 TEST(FillClsResult, EmptiesTheListFirst) {
     Classification bench;
     StringValue stale("stale");

@@ -579,27 +579,31 @@ TEST(HandleMissInvalidValue, TakesMissingBeforeInvalidAndNeitherForSuccess) {
 // Derived fields.
 
 struct WithDerived : Bench {
-    // "d" is four times "a"; the column reads "d".
-    explicit WithDerived(bool alsoReadsRaw = false) : a(AddVar("a")) {
+    // "d" is four times "a"; the columns are the raw one, where it is named, and "d".
+    explicit WithDerived(const std::string& raw = "") : a(AddVar("a")), b(AddVar("b")) {
         transformations.AddVar(NewScaledVar("d", "a", 4.0));
         transformations.SetUpDerivedCaseRecord();
         model.SetTransformationScoreDictionary(&transformations);
         auto data = NewRegression();
+        if (!raw.empty())
+            AddNumericColumn(*data, raw);
         AddNumericColumn(*data, "d");
-        if (alsoReadsRaw)
-            AddNumericColumn(*data, "a");
         ST_SUPPORTVECTORMACHINE& machine = AddMachine(*data, 0.5);
-        AddSupportVector(*data, machine, 1.0, {0, 1}, {1.0, 100.0});
+        if (raw.empty())
+            AddSupportVector(*data, machine, 1.0, {0}, {1.0});
+        else
+            AddSupportVector(*data, machine, 1.0, {0, 1}, {100.0, 1.0});
         TakeData(std::move(data));
     }
 
     TransformationDictionary transformations;
     DictVar& a;
+    DictVar& b;
 };
 
 TEST(DerivedFields, AreReadByIndexAndByName) {
-    WithDerived bench(true);
     for (const bool isByIndex : {true, false}) {
+        WithDerived bench("a");
         const NumericValue value(1.375);
         FakeRecord record(isByIndex);
         record.Add("a", &value);
@@ -636,10 +640,17 @@ TEST(DerivedFields, OfAnInvalidSourceAreInvalid) {
 }
 
 TEST(DerivedFields, NeverStandInForARawFieldThatIsMissing) {
-    WithDerived bench(true);
+    const NumericValue value(1.375);
     for (const bool isByIndex : {true, false}) {
-        FakeRecord record(isByIndex);
-        EXPECT_TRUE(Score(bench.model, &record, 90029) != nullptr);
+        for (int before = 0; before < 3; ++before) {
+            WithDerived bench("b");
+            FakeRecord record(isByIndex);
+            for (int i = 0; i < before; ++i)
+                record.Add("other" + std::to_string(i), nullptr);
+            record.Add("b", nullptr);
+            record.Add("a", &value);
+            EXPECT_TRUE(Score(bench.model, &record, 90029)->GetPrediction()->IsSystemMissingValue());
+        }
     }
 }
 

@@ -374,7 +374,7 @@ TEST(SVMModelSetUp, DictionaryIndicesComeFromTheFirstRecordOnly) {
     EXPECT_EQ(bench.target->GetIndex(), 2);
     EXPECT_EQ(a.GetIndex(), -1);
     EXPECT_EQ(b.GetIndex(), 1);
-    EXPECT_EQ(first.askedForIndex, 3);
+    EXPECT_EQ(first.namesAskedFor, (std::vector<std::string>{"y", "a", "b"}));
     FakeRecord second(true);
     second.Add("a", nullptr);
     bench.access.SetUpDictVarIndex(&second, true);

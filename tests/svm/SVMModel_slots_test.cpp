@@ -18,7 +18,7 @@ class ModelSlots : public testing::Test {};
 using Models = testing::Types<ScoreModel, BaseModel, SVMModel>;
 TYPED_TEST_SUITE(ModelSlots, Models);
 
-TYPED_TEST(ModelSlots, FollowTheTable) {
+TYPED_TEST(ModelSlots, StandInTheirFixedOrder) {
     using M = TypeParam;
     EXPECT_TRUE(std::has_virtual_destructor_v<M>);
     EXPECT_EQ(VirtualSlot(static_cast<void (M::*)(ScoreDictionary*)>(&M::SetScoreDictionary)), 1);
@@ -67,7 +67,7 @@ void ExpectCommonSlots() {
     EXPECT_EQ(VirtualSlot(&Result::GetScoreResultType), 6);
 }
 
-TEST(ResultSlots, FollowTheTables) {
+TEST(ResultSlots, StandInTheirFixedOrder) {
     ExpectCommonSlots<ScoreResult>();
     ExpectCommonSlots<ScoreClsResult>();
     ExpectCommonSlots<ScoreRegResult>();

@@ -495,6 +495,15 @@ TEST(Couple, OfThreeCategoriesIsTheSolversAnswer) {
     EXPECT_EQ(probabilities, expected);
 }
 
+TEST(Couple, EndsASolversErrorAs90027) {
+    Voting bench(3);
+    PairwiseCoupling interrupted;
+    interrupted.SetInterruption([] { return true; });
+    Values probabilities(3);
+    const std::vector<Values> pairs = {{0.0, 0.625, 0.25}, {0.375, 0.0, 0.875}, {0.75, 0.125, 0.0}};
+    EXPECT_EQ(bench.access.Couple(pairs, probabilities, interrupted).GetErrorCode(), 90027);
+}
+
 TEST(ZarnMultiClass, PredictsTheMostProbableCategory) {
     Voting bench(4);
     bench.AddSigmoidPairs(4, Values(6, -1.0), Values(6, 0.0));

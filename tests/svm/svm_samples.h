@@ -50,12 +50,14 @@ public:
     }
     int GetIndex(const std::string& name) const override {
         ++askedForIndex;
+        namesAskedFor.push_back(name);
         return Find(name);
     }
 
     mutable int askedByIndex = 0;
     mutable int askedByName = 0;
     mutable int askedForIndex = 0;
+    mutable std::vector<std::string> namesAskedFor;
 
 private:
     int Find(const std::string& name) const {

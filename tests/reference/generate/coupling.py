@@ -2,7 +2,7 @@
 """Writes ../coupling/PairwiseCoupling.csv: pairwise probabilities and what coupling them gives, at 60 digits.
 
 Two oracles. `exact` solves the optimality conditions as one linear system, Q p + b e = 0, e^T p = 1, by elimination
-with pivoting. `reached` follows the prescribed iteration in high precision, together with the number of iterations that
+with pivoting. `reached` follows the same iteration in high precision, together with the number of iterations that
 it takes. `reach` bounds how far any vector that passes the convergence test may lie from `exact`: the largest absolute
 row sum of the block of the inverse that maps the residual to the deviation, times the tolerance.
 """
