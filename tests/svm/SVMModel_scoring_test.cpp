@@ -656,6 +656,21 @@ TEST(DerivedFields, NeverStandInForARawFieldThatIsMissing) {
 
 // Decision values.
 
+TEST(RegressionScoring, WithAnAbsentFirstMachineIsZeroWithoutADeviation) {
+    Regression bench;
+    bench.data->GetMachines().front().reset();
+    const NumericValue a(1.5);
+    const NumericValue b(-0.5);
+    const StringValue c("red");
+    FakeRecord record(false);
+    record.Add("a", &a);
+    record.Add("b", &b);
+    record.Add("c", &c);
+    const auto result = Score(bench.model, &record);
+    EXPECT_EQ(result->GetPrediction()->GetDouble(), 0.0);
+    EXPECT_EQ(dynamic_cast<const SVMRegResult&>(*result).GetStdDev(), -1.0);
+}
+
 TEST(ScoreByKernel, AddsCoefficientTimesKernelInOrderAndThenTheBias) {
     Regression bench;
     AddMachine(*bench.data, -2.25);
