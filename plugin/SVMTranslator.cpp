@@ -14,11 +14,11 @@
 #include "host/StringValue.h"
 #include "host/VersionInfo.h"
 #include "host/transform/TransformationDictionary.h"
-#include "plugin/translator_messages.h"
 #include "pmml/SVMModelData.h"
 #include "pmml/SupportVectorMachineReader.h"
 #include "pmml/VectorDictionaryReader.h"
 #include "pmml/step_errors.h"
+#include "pmml/translator_messages.h"
 #include "svm/SVMModel.h"
 
 namespace KwBrevix_930 {
@@ -124,8 +124,11 @@ void SVMTranslator::ReadMiningField(const DOMElemUtility& reader, const DOMEleme
     ScoreDictVar* variable = SVMTranslatorDictionary ? SVMTranslatorDictionary->FindVar(name) : nullptr;
     if (!variable)
         return;
-    const std::string usage = reader.GetAttributeToString(&field, Tags::XML_ATT_MININGFIELD_USAGETYPE, false);
-    if (usage.empty() || usage == Tags::XML_ATT_MF_FUT_ACTIVE)
+    // Only an absent usage means active: an empty one is some other usage.
+    const std::string usage = reader.HasAttribute(&field, Tags::XML_ATT_MININGFIELD_USAGETYPE)
+                                  ? reader.GetAttributeToString(&field, Tags::XML_ATT_MININGFIELD_USAGETYPE, true)
+                                  : Tags::XML_ATT_MF_FUT_ACTIVE;
+    if (usage == Tags::XML_ATT_MF_FUT_ACTIVE)
         model.SetVarRole(variable, ScoreModel::kActive);
     else if (usage == Tags::XML_ATT_MF_FUT_PREDICTED || usage == Tags::XML_ATT_MF_FUT_TARGET)
         model.SetVarRole(variable, ScoreModel::kTarget);

@@ -13,6 +13,7 @@
 #include "pmml/SVMModelData.h"
 #include "pmml/element_text.h"
 #include "pmml/step_errors.h"
+#include "pmml/translator_messages.h"
 #include "svm/SVMModel.h"
 
 namespace KwBrevix_930 {

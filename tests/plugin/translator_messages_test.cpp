@@ -1,5 +1,8 @@
-// The translator's own wordings, character by character.
-#include "plugin/translator_messages.h"
+// The translator's own wordings, character by character, and their place in the built library.
+#include "pmml/translator_messages.h"
+
+#include <fstream>
+#include <iterator>
 
 #include <gtest/gtest.h>
 
@@ -34,6 +37,20 @@ TEST(TranslatorMessages, OfFunctionNameHoldsTwelveBlanks) {
 TEST(TranslatorMessages, OfTheKernelHoldsThirtyBlanks) {
     EXPECT_EQ(kKernelNotFound,
               "Can't find any type of kernel for" + std::string(30, ' ') + "Support Vector Machine Model");
+}
+
+// An optimising build could leave out texts that no error carries.
+TEST(TranslatorMessages, AreAllInTheBuiltLibrary) {
+    std::ifstream file(BREVIX_SVM_FILE, std::ios::binary);
+    ASSERT_TRUE(file) << BREVIX_SVM_FILE;
+    const std::string library((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    for (const std::string& message :
+         {kFunctionNameRequired, kFunctionNameValues, kVectorDictionaryRequired, kVectorFieldsRequired,
+          kVectorInstanceRequired, kIdRequired, kIndicesRequired, kRealEntriesRequired, kSparseArrayNotMatching,
+          kFieldRefNotMatching, kTargetCategoryRequired, kAlternateTargetCategoryRequired, kSupportVectorsRequired,
+          kSupportVectorRequired, kCoefficientsRequired, kCoefficientRequired, kVectorIdRequired, kKernelNotFound,
+          kInvalidModel})
+        EXPECT_NE(library.find(message), std::string::npos) << message;
 }
 
 }  // namespace

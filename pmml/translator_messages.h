@@ -1,5 +1,5 @@
 // The translator's own wording of what can be wrong with a document. The errors that it raises go through the host's
-// codes.
+// codes; the translator and its readers hold these texts, each its own list, made when the plug-in is loaded.
 #pragma once
 
 #include <string>
