@@ -266,6 +266,7 @@ TEST(SVMTranslatorMiningSchema, MarksTheRoles) {
     EXPECT_EQ(RoleUnder(R"(<MiningField name="x2"/>)"), ScoreModel::kActive);
     EXPECT_EQ(RoleUnder(R"(<MiningField name="x2" usageType="supplementary"/>)"), ScoreModel::kNoRole);
     EXPECT_EQ(RoleUnder(R"(<MiningField name="x2" usageType="Active"/>)"), ScoreModel::kNoRole);
+    EXPECT_EQ(RoleUnder(R"(<MiningField name="x2" usageType=""/>)"), ScoreModel::kNoRole);
     EXPECT_EQ(RoleUnder(""), ScoreModel::kNoRole);
     for (const char* usage : {"predicted", "target"}) {
         const auto model =
@@ -368,6 +369,43 @@ TEST(SVMTranslatorModel, IsGivenItsData) {
     EXPECT_EQ(classification->GetInputVars().size(), 3u);
     EXPECT_NE(classification->GetKernel(), nullptr);
     EXPECT_EQ(Translate(Regression())->GetModelType(), ScoreModel::kSVMRegression);
+}
+
+// Faults of the translator's steps, one each.
+SvmDocument& RenameModel(SvmDocument& document) {
+    return document.Replace("<SupportVectorMachineModel ", "<OtherModel ")
+        .Replace("</SupportVectorMachineModel>", "</OtherModel>");
+}
+SvmDocument& SpoilDictionary(SvmDocument& document) {
+    return document.Replace(R"(<DataField name="x2")", "<DataField");
+}
+SvmDocument& SpoilTransformations(SvmDocument& document) {
+    return document.InsertBefore("<LinearKernelType/>", "<LocalTransformations><DerivedField/></LocalTransformations>");
+}
+SvmDocument& SpoilMiningSchema(SvmDocument& document) {
+    return document.Replace(R"(<MiningField name="x2"/>)", "<MiningField/>");
+}
+SvmDocument& SpoilFunctionName(SvmDocument& document) {
+    return document.Replace(R"("classification")", R"("other")");
+}
+
+// Each document fails at two neighbouring steps, and the earlier one is told.
+TEST(SVMTranslatorSteps, ComeInThisOrder) {
+    using Spoil = SvmDocument& (*)(SvmDocument&);
+    const std::pair<Spoil, Failure> steps[] = {
+        {RenameModel, {260115, {"SupportVectorMachineModel", "PMML"}}},
+        {SpoilDictionary, {260120, {"name", "DataField"}}},
+        {SpoilTransformations, {260120, {"name", "DerivedField"}}},
+        {SpoilMiningSchema, {260120, {"name", "MiningField"}}},
+        {SpoilFunctionName, {260153, {"other", "functionName", "SupportVectorMachineModel"}}}};
+    for (std::size_t i = 0; i < std::size(steps); ++i) {
+        SvmDocument document = TwoCategories();
+        steps[i].first(document);
+        EXPECT_EQ(TranslationFailure(document), steps[i].second) << i;
+        if (i + 1 < std::size(steps)) {
+            EXPECT_EQ(TranslationFailure(steps[i + 1].first(document)), steps[i].second) << i;
+        }
+    }
 }
 
 // The steps that build the data, in order: each document fails at two of them, and the earlier one is told.
