@@ -126,6 +126,16 @@ TEST(Targets, ThatTheHostCannotHandleAreAnError) {
     EXPECT_EQ(TranslationFailure(WithTargets("y")), kNoFailure);
 }
 
+// Each document fails at two places, and the earlier one is told.
+TEST(GeneralAttributes, FunctionNameComesBeforeThresholdAndThatBeforeTargets) {
+    const std::string badThreshold = R"( threshold="x")";
+    EXPECT_EQ(TranslationFailure(
+                  TwoCategories().Replace(kFunction, R"(functionName="other")").Replace(kModelThreshold, badThreshold)),
+              (Failure{260153, {"other", "functionName", "SupportVectorMachineModel"}}));
+    EXPECT_EQ(TranslationFailure(WithTargets("nobody").Replace(kModelThreshold, badThreshold)),
+              (Failure{260153, {"x", "threshold", "SupportVectorMachineModel"}}));
+}
+
 TEST(Targets, WithoutATargetVariableThereIsAnError) {
     EXPECT_EQ(TranslationFailure(TwoCategories().Remove(R"(<MiningField name="y" usageType="target"/>)")), kBadTargets);
     EXPECT_EQ(TranslationFailure(TwoCategories().Remove(kTarget)), kBadTargets);
@@ -180,6 +190,12 @@ TEST(TargetCount, ACategoricalTargetWithoutValuesIsRefused) {
     EXPECT_EQ(TranslationFailure(
                   Regression().Replace(R"(<DataField name="y" optype="continuous" dataType="double"/>)", empty)),
               kBadTargets);
+}
+
+TEST(TargetCount, AnOrdinalNumericTargetWithoutValuesIsRefused) {
+    SvmDocument document = Regression().Replace(R"(name="y" optype="continuous")", R"(name="y" optype="ordinal")");
+    EXPECT_EQ(TranslationFailure(document), kBadTargets);
+    EXPECT_EQ(TranslationFailure(document.Replace(R"("regression")", R"("classification")")), kBadTargets);
 }
 
 TEST(TargetCount, ClassificationOfAContinuousTargetIsRefused) {

@@ -4,7 +4,11 @@
 #include <limits>
 
 #include <gtest/gtest.h>
+#include <xercesc/dom/DOM.hpp>
 
+#include "host/BrevixTranscoder.h"
+#include "host/DOMElemUtility.h"
+#include "host/DocumentParser.h"
 #include "host/NumericValue.h"
 #include "pmml/SVMModelData.h"
 #include "pmml/SupportVectorMachineReader.h"
@@ -14,6 +18,7 @@ namespace KwBrevix_930 {
 namespace {
 
 using test_support::Failure;
+using test_support::FailureOf;
 using test_support::kNoFailure;
 using test_support::kRegressionMachine;
 using test_support::kThreeMachines;
@@ -80,6 +85,20 @@ TEST(Machine, MachinesStandInDocumentOrder) {
         EXPECT_EQ(machines[i].targetCategoryIndex, expected[i][0]);
         EXPECT_EQ(machines[i].alternateTargetCategoryIndex, expected[i][1]);
     }
+}
+
+// In a whole document the check of the targets comes first.
+TEST(Machine, AModelElementWithoutOneIsAnErrorAndLeavesTheDataWithoutMachines) {
+    const DocumentHandle document = DocumentParser().ParseText("<SupportVectorMachineModel/>");
+    SVMTranslator translator;
+    const BrevixTranscoder transcoder;
+    const DOMElemUtility utility(&translator, &transcoder);
+    SVMModel model;
+    SVMModelData data;
+    SupportVectorMachineReader reader(utility, model, data);
+    EXPECT_EQ(FailureOf([&] { reader.ReadMachines(*document->getDocumentElement()); }),
+              (Failure{260115, {"SupportVectorMachine", "SupportVectorMachineModel"}}));
+    EXPECT_TRUE(data.GetMachines().empty());
 }
 
 TEST(Machine, MissingOrEmptyListsAreErrors) {
@@ -253,6 +272,20 @@ TEST(MachineCategories, BothAreRequiredForTwoCategoriesWhateverTheMethod) {
         EXPECT_EQ(failure(R"(targetCategory="yes")"), kNoAlternate);
         EXPECT_EQ(failure(""), kNoTarget);
     }
+}
+
+// Each document fails at two places of a machine, and the earlier one is told.
+TEST(Machine, VectorsComeBeforeCategoriesAndThoseBeforeThresholdAndBias) {
+    const std::string noTarget = R"(alternateTargetCategory="no")";
+    const std::string badThreshold = R"( threshold="x")";
+    const auto withBias = [](SvmDocument document, const std::string& bias) {
+        return document.Replace(R"("0.125")", '"' + bias + '"');
+    };
+    EXPECT_EQ(TranslationFailure(WithMachine(noTarget).Remove(R"( vectorId="v1")")), kBadMachine);
+    EXPECT_EQ(TranslationFailure(WithMachine(noTarget + badThreshold)), kNoTarget);
+    EXPECT_EQ(TranslationFailure(withBias(WithMachine(noTarget), "x")), kNoTarget);
+    EXPECT_EQ(TranslationFailure(withBias(WithMachine(kCategories + badThreshold), "y")),
+              (Failure{260153, {"x", "threshold", "SupportVectorMachine"}}));
 }
 
 SvmDocument OneAgainstAll(const std::string& machine) {

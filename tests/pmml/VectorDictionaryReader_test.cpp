@@ -186,6 +186,18 @@ TEST(VectorInstances, AMissingIdIsAnError) {
               (Failure{260120, {"id", "VectorInstance"}}));
 }
 
+// Each document fails at two places, and the earlier one is told.
+TEST(VectorDictionary, FieldsComeBeforeInstancesAndTheIdBeforeTheArrayAndItsNBeforeItsIndices) {
+    EXPECT_EQ(
+        TranslationFailure(TwoCategories().Remove(R"( field="x1")").Remove(kFirstInstance).Remove(kSecondInstance)),
+        (Failure{260120, {"field", "FieldRef"}}));
+    EXPECT_EQ(TranslationFailure(WithFirstArray(Array("1 3 5", "0.5 0.25")).Remove(R"( id="v1")")),
+              (Failure{260120, {"id", "VectorInstance"}}));
+    EXPECT_EQ(TranslationFailure(WithFirstArray(R"(<REAL-SparseArray n="x"><Indices>nan</Indices>)"
+                                                "<REAL-Entries>0.5</REAL-Entries></REAL-SparseArray>")),
+              (Failure{260153, {"x", "n", "REAL-SparseArray"}}));
+}
+
 TEST(VectorInstances, AnEmptyIdIsDroppedSilently) {
     const auto model = Translate(TwoCategories().Replace(R"(<VectorInstance id="v2">)", R"(<VectorInstance id="">)"));
     EXPECT_EQ(model->GetSupportVectorMachineModel()->GetVectorInstances().size(), 1u);
