@@ -1,12 +1,18 @@
 // The model data record: initial values, what its operations drop and move, and who owns what.
 #include "pmml/SVMModelData.h"
 
+#include <cxxabi.h>
+
+#include <algorithm>
+#include <functional>
 #include <limits>
 #include <type_traits>
+#include <typeinfo>
 
 #include <gtest/gtest.h>
 
 #include "host/NumericValue.h"
+#include "tests/support/virtual_slot.h"
 
 namespace KwBrevix_930 {
 namespace {
@@ -34,46 +40,63 @@ TEST(SVMModelData, StartsWithTheseValues) {
     EXPECT_FALSE(data.GetIsMaxWins());
 }
 
-TEST(SVMModelData, EachSetterChangesItsOwnFieldOnly) {
-    SVMModelData data;
-    data.SetThreshold(-0.375);
-    data.SetGamma(0.0625);
-    data.SetCoef0(-3.5);
-    data.SetDegree(2.75);
-    data.SetKernelType(SVMModelData::kSigmoid);
-    data.SetTargetCategoryCount(7);
-    EXPECT_EQ(data.GetThreshold(), -0.375);
-    EXPECT_EQ(data.GetGamma(), 0.0625);
-    EXPECT_EQ(data.GetCoef0(), -3.5);
-    EXPECT_EQ(data.GetDegree(), 2.75);
-    EXPECT_EQ(data.GetKernelType(), 3);
-    EXPECT_EQ(data.GetTargetCategoryCount(), 7);
-    EXPECT_FALSE(data.GetIsClassification());
-    EXPECT_TRUE(data.GetIsOneAgainstAll());
-    EXPECT_FALSE(data.GetIsMaxWins());
+// All fields that have a setter.
+std::vector<double> FieldsOf(const SVMModelData& data) {
+    return {data.GetIsClassification() ? 1.0 : 0.0,
+            data.GetThreshold(),
+            data.GetIsOneAgainstAll() ? 1.0 : 0.0,
+            static_cast<double>(data.GetTargetCategoryCount()),
+            static_cast<double>(data.GetKernelType()),
+            data.GetGamma(),
+            data.GetCoef0(),
+            data.GetDegree(),
+            data.GetIsZarnModel() ? 1.0 : 0.0,
+            data.GetHasStandardDeviation() ? 1.0 : 0.0,
+            data.GetIsMaxWins() ? 1.0 : 0.0};
 }
 
-TEST(SVMModelData, EachFlagIsItsOwn) {
-    const auto flags = [](const SVMModelData& data) {
-        return std::vector<bool>{data.GetIsClassification(), !data.GetIsOneAgainstAll(), data.GetIsZarnModel(),
-                                 data.GetHasStandardDeviation(), data.GetIsMaxWins()};
+TEST(SVMModelData, EachSetterChangesItsOwnFieldOnly) {
+    struct Setting {
+        std::size_t field;
+        double value;
+        void (*set)(SVMModelData&);
     };
-    SVMModelData classification, pairs, zarn, deviation, wins, bySetter;
-    classification.SetIsClassification(true);
-    pairs.SetIsOneAgainstAll(false);
-    zarn.SetIsZarnModel(true);
-    deviation.SetHasStandardDeviation(true);
-    wins.SetMaxWins();
-    bySetter.SetIsMaxWins(true);
-    EXPECT_EQ(flags(classification), (std::vector<bool>{true, false, false, false, false}));
-    EXPECT_EQ(flags(pairs), (std::vector<bool>{false, true, false, false, false}));
-    EXPECT_EQ(flags(zarn), (std::vector<bool>{false, false, true, false, false}));
-    EXPECT_EQ(flags(deviation), (std::vector<bool>{false, false, false, true, false}));
-    EXPECT_EQ(flags(wins), (std::vector<bool>{false, false, false, false, true}));
-    EXPECT_EQ(flags(bySetter), flags(wins));
-    EXPECT_TRUE(pairs.IsOneAgainstOne());
-    pairs.SetIsOneAgainstAll(true);
-    EXPECT_FALSE(pairs.IsOneAgainstOne());
+    const Setting settings[] = {{0, 1.0, [](SVMModelData& data) { data.SetIsClassification(true); }},
+                                {1, -0.375, [](SVMModelData& data) { data.SetThreshold(-0.375); }},
+                                {2, 0.0, [](SVMModelData& data) { data.SetIsOneAgainstAll(false); }},
+                                {3, 7.0, [](SVMModelData& data) { data.SetTargetCategoryCount(7); }},
+                                {4, 3.0, [](SVMModelData& data) { data.SetKernelType(SVMModelData::kSigmoid); }},
+                                {5, 0.0625, [](SVMModelData& data) { data.SetGamma(0.0625); }},
+                                {6, -3.5, [](SVMModelData& data) { data.SetCoef0(-3.5); }},
+                                {7, 2.75, [](SVMModelData& data) { data.SetDegree(2.75); }},
+                                {8, 1.0, [](SVMModelData& data) { data.SetIsZarnModel(true); }},
+                                {9, 1.0, [](SVMModelData& data) { data.SetHasStandardDeviation(true); }},
+                                {10, 1.0, [](SVMModelData& data) { data.SetIsMaxWins(true); }},
+                                {10, 1.0, [](SVMModelData& data) { data.SetMaxWins(); }}};
+    for (const auto& [field, value, set] : settings) {
+        SVMModelData data;
+        std::vector<double> expected = FieldsOf(data);
+        ASSERT_NE(expected[field], value) << field;
+        expected[field] = value;
+        set(data);
+        EXPECT_EQ(FieldsOf(data), expected) << field;
+        EXPECT_TRUE(data.GetVectorFieldKinds().empty() && data.GetVectorFields().empty());
+        EXPECT_TRUE(data.GetVectorInstances().empty() && data.GetMachines().empty());
+    }
+}
+
+TEST(SVMModelData, EachFlagCanBeTakenBack) {
+    SVMModelData data;
+    const std::vector<double> initial = FieldsOf(data);
+    for (const bool isChanged : {true, false}) {
+        data.SetIsClassification(isChanged);
+        data.SetIsOneAgainstAll(!isChanged);
+        data.SetIsZarnModel(isChanged);
+        data.SetHasStandardDeviation(isChanged);
+        data.SetIsMaxWins(isChanged);
+        EXPECT_EQ(data.IsOneAgainstOne(), isChanged);
+        EXPECT_EQ(FieldsOf(data) == initial, !isChanged);
+    }
 }
 
 TEST(SVMModelData, ACategoryCountBelowOneIsIgnored) {
@@ -182,12 +205,32 @@ TEST(SVMModelData, GettersReturnTheVectorsThemselves) {
     EXPECT_EQ(same.GetMachines().size(), 1u);
 }
 
+TEST(SVMModelData, HasNoBaseClass) {
+    // The type of a type description tells classes without a base from those with one.
+    EXPECT_EQ(typeid(typeid(SVMModelData)), typeid(abi::__class_type_info));
+}
+
+struct OneMoreOperation : SVMModelData {
+    virtual void Next() {}
+};
+
+TEST(SVMModelData, TheDestructorIsItsOnlyVirtualOperation) {
+    EXPECT_TRUE(std::has_virtual_destructor_v<SVMModelData>);
+    EXPECT_EQ(VirtualSlot(&OneMoreOperation::Next), 1);
+}
+
+struct CountedData : SVMModelData {
+    explicit CountedData(int& counter) : count(counter) {}
+    ~CountedData() override { ++count; }
+    int& count;
+};
+
 // Under the address sanitizer these tests show leaks and double deletion.
 TEST(SVMModelData, AnEmptyRecordIsDestroyedThroughItsVirtualDestructor) {
-    static_assert(std::has_virtual_destructor_v<SVMModelData>);
-    static_assert(std::has_virtual_destructor_v<ST_SUPPORTVECTORMACHINE>);
-    const auto data = std::make_unique<SVMModelData>();
-    EXPECT_NE(data, nullptr);
+    int deletedCount = 0;
+    std::unique_ptr<SVMModelData> data = std::make_unique<CountedData>(deletedCount);
+    data.reset();
+    EXPECT_EQ(deletedCount, 1);
 }
 
 struct CountedMachine : ST_SUPPORTVECTORMACHINE {
@@ -224,6 +267,18 @@ TEST(SVMMachine, StartsWithTheseValues) {
     EXPECT_EQ(machine.extension, nullptr);
 }
 
+TEST(SVMMachine, MembersStandInThisOrder) {
+    const ST_SUPPORTVECTORMACHINE machine;
+    const void* const members[] = {&machine.targetCategoryIndex,
+                                   &machine.alternateTargetCategoryIndex,
+                                   &machine.threshold,
+                                   &machine.bias,
+                                   &machine.supportVectors,
+                                   &machine.coefficients,
+                                   &machine.extension};
+    EXPECT_TRUE(std::is_sorted(std::begin(members), std::end(members), std::less<>()));
+}
+
 TEST(SVMMachine, NeverFreesTheInstancesThatItPointsAt) {
     SVMModelData data;
     data.AddVectorInstance("v", {2}, {0.6875});
@@ -242,6 +297,15 @@ TEST(SVMMachineExtension, StartsWithSystemMissingNumbersAndNoCategory) {
     EXPECT_EQ(extension.probabilityB, missing);
     EXPECT_EQ(extension.responseCategoryIndex, -1);
     EXPECT_EQ(extension.nonresponseCategoryIndex, -1);
+}
+
+TEST(SVMMachineExtension, MembersStandInThisOrder) {
+    const SVMMachineExtension e{0.5, 1, 2, -1.5, 0.375};
+    EXPECT_EQ(e.standardDeviation, 0.5);
+    EXPECT_EQ(e.responseCategoryIndex, 1);
+    EXPECT_EQ(e.nonresponseCategoryIndex, 2);
+    EXPECT_EQ(e.probabilityA, -1.5);
+    EXPECT_EQ(e.probabilityB, 0.375);
 }
 
 }  // namespace
