@@ -17,6 +17,7 @@
 #include "host/ScoreDictVar.h"
 #include "host/ScoreDictionary.h"
 #include "host/ScoreTranslator.h"
+#include "host/ScoringLog.h"
 #include "runtime/Error.h"
 #include "runtime/ModelDocument.h"
 #include "runtime/PluginLibrary.h"
@@ -134,8 +135,25 @@ std::unique_ptr<KwBrevix_930::CaseRecord> ScoringModel::makeRecord() const {
     return std::make_unique<KwBrevix_930::CaseRecord>(*fModel->GetDictionary());
 }
 
+namespace {
+
+// Keeps the trace of a case that no user asked for out of the log.
+class TracePause {
+public:
+    TracePause() { KwBrevix_930::ScoringLog::GetInstance().SetTracing(false); }
+    ~TracePause() { KwBrevix_930::ScoringLog::GetInstance().SetTracing(fWasTracing); }
+    TracePause(const TracePause&) = delete;
+    TracePause& operator=(const TracePause&) = delete;
+
+private:
+    const bool fWasTracing = KwBrevix_930::ScoringLog::GetInstance().IsTracing();
+};
+
+}  // namespace
+
 // A model fixes the places of its variables when it meets its first record: one thread must do that alone.
 void ScoringModel::warmUp() const {
+    const TracePause pause;
     Outcome outcome;
     score(*makeRecord(), outcome);
 }

@@ -1,4 +1,4 @@
-// Rewrites what exporters write and the translator does not read. Each of the four changes is one function.
+// Rewrites what exporters write and the translator does not read. Each kind of change is one function.
 #include "runtime/preparation.h"
 
 #include <charconv>
@@ -250,10 +250,12 @@ std::size_t mergeTransformations(const ModelDocument& document) {
 
 // A function takes effect only where an Apply calls it, and that is refused by name. Left where it is, it would be
 // refused itself.
-void dropFunctions(const ModelDocument& document) {
+std::size_t dropFunctions(const ModelDocument& document) {
     DOMElement* outer = document.getTransformations();
-    for (DOMElement* function : document.findChildren(outer, "DefineFunction"))
+    const auto functions = document.findChildren(outer, "DefineFunction");
+    for (DOMElement* function : functions)
         outer->removeChild(function)->release();
+    return functions.size();
 }
 
 }  // namespace
@@ -277,7 +279,8 @@ std::vector<std::string> prepareDocument(const ModelDocument& document) {
          counted(derived, "derived field", "derived fields") +
              (document.isVersionTwo() ? " of LocalTransformations put behind those of the TransformationDictionary"
                                       : " of the TransformationDictionary put in front of LocalTransformations"));
-    dropFunctions(document);
+    const std::size_t functions = dropFunctions(document);
+    note(functions, counted(functions, "DefineFunction was", "DefineFunctions were") + " left out; nothing calls it");
     return notes;
 }
 

@@ -110,6 +110,18 @@ bool ScoreCommand::showsProgress() const {
     return !fIsQuiet && !fWantsNoProgress && (fWantsProgress || ::isatty(STDERR_FILENO) == 1);
 }
 
+namespace {
+
+// A kept column stands beside those of the result, so it must not have the name of one.
+void checkKeptColumns(const std::vector<std::string>& kept, const ScoringModel& model) {
+    for (const OutputColumn& column : model.getOutputColumns()) {
+        if (std::find(kept.begin(), kept.end(), column.name) != kept.end())
+            throw UsageError("--keep names the column '" + column.name + "', which the result has itself");
+    }
+}
+
+}  // namespace
+
 int ScoreCommand::run() {
     checkOutput();
     TableOptions options;
@@ -120,6 +132,7 @@ int ScoreCommand::run() {
     options.threadCount = fThreadCount;
     const auto model = ScoringModel::openFile(
         fModel, {!fIsAsIs, fPredictsOnly, static_cast<KwBrevix_930::ScoreModel::MVPolicy>(fMissingPolicy), fPlugin});
+    checkKeptColumns(options.keptColumns, *model);
     InputFile input(fInput);
     std::optional<OutputFile> output;
     Report report(fIsQuiet, showsProgress());

@@ -47,6 +47,8 @@ TEST_F(Usage, WrongCommandLinesEndWithTwoAndOneLine) {
         {"score", model, "--progress", "--no-progress"},
         {"score", model, "--keep", "a,b", "--keep", "a"},
         {"score", model, "--keep", "\"a"},
+        {"score", model, "--keep", "status"},
+        {"score", model, "--keep", "x,confidence"},
         {"score", model, "--output", ""},
     };
     for (const auto& arguments : wrong) {
@@ -55,6 +57,30 @@ TEST_F(Usage, WrongCommandLinesEndWithTwoAndOneLine) {
         EXPECT_EQ(run.out, "") << testing::PrintToString(arguments);
         EXPECT_THAT(run.errLines(), ElementsAre(StartsWith("brevix: "))) << testing::PrintToString(arguments);
     }
+}
+
+TEST_F(Usage, QuietStillSaysWhatIsWrong) {
+    const auto run = runBrevix({"score", path("lost.pmml"), "--quiet"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.errLines(), ElementsAre(HasSubstr("lost.pmml")));
+}
+
+TEST_F(Usage, ClosingLineOfATableWithoutRowsCountsNone) {
+    const std::string model = write("model.pmml", test_support::SmallDocument().makeText());
+    const auto run = runBrevix({"score", model}, std::string("x,y\n"));
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.errLines(), ElementsAre(testing::MatchesRegex("0 rows, [0-9]+ rows/s.*")));
+}
+
+TEST_F(Usage, TraceShowsNoCaseThatIsNotInTheTable) {
+    const std::string model = write("model.pmml", test_support::SmallDocument().makeText());
+    ::setenv("BREVIX_TRACE", "1", 1);
+    const auto run = runBrevix({"score", model}, std::string("x,y\n1,2\n"));
+    const auto failing = runBrevix({"score", model}, std::string("x,y\n,2\n"));
+    ::unsetenv("BREVIX_TRACE");
+    EXPECT_THAT(run.err, HasSubstr("Enter:KwBrevix_930::SVMTranslator::ParseFromTree"));
+    EXPECT_THAT(run.err, testing::Not(HasSubstr("KwStatus error code")));
+    EXPECT_THAT(failing.err, HasSubstr("KwStatus error code is :90029"));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -10,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "host/number_text.h"
 #include "runtime/Error.h"
 #include "runtime/OutputFile.h"
 #include "runtime/ScoringModel.h"
@@ -73,6 +75,22 @@ TEST_F(ScoreTable, KeptColumnsStandInFrontAsTheyAreWritten) {
                     {.keptColumns = {"x", "id"}, .missingTexts = {"NA", "none"}}),
               "x,id,predicted_price,stddev,ci_lower,ci_upper,status\n"
               "1.50, 007,2.375,,,,0\n1,\"a,\"\"b\",1.625,,,,0\nNA,,,,,,90029\n");
+}
+
+TEST_F(ScoreTable, RegressionRowsHaveDeviationAndBothBounds) {
+    SmallDocument document = SmallDocument::regression();
+    const std::string start = "<SupportVectorMachine";
+    document.machines.insert(document.machines.find('>', document.machines.find(start)) + 1,
+                             R"(<Extension extender="ZARN"><StandardDeviation>0.5</StandardDeviation></Extension>)");
+    // The half width is -ln(1 - 0.95) times the deviation.
+    const double halfWidth = -(std::log(0.050000000000000044) * 0.5);
+    const std::string lower = KwBrevix_930::NumberText(2.375 - halfWidth);
+    const std::string upper = KwBrevix_930::NumberText(2.375 + halfWidth);
+    EXPECT_EQ(score(document, "x,y\n1.5,0\n"),
+              "predicted_price,stddev,ci_lower,ci_upper,status\n2.375,0.5," + lower + "," + upper + ",0\n");
+    EXPECT_EQ(score(document, "x,y\n1.5,0\n", {.outputKind = TableKind::kJsonLines}),
+              "{\"predicted_price\":2.375,\"stddev\":0.5,\"ci_lower\":" + lower + ",\"ci_upper\":" + upper +
+                  ",\"status\":0}\n");
 }
 
 TEST_F(ScoreTable, JsonLinesHaveNullForWhatIsAbsent) {
