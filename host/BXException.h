@@ -19,8 +19,8 @@ public:
     ~BXException() override;
 
     /// Sets code and message. Further arguments: one zero-terminated narrow string (UTF-8) for each argument of the
-    /// code, in the order of the code's table entry; a null pointer counts as the empty string. Returns: false for a
-    /// code that has no message; code is kept then, without arguments.
+    /// code, in the order of the code's table entry; a null pointer counts as the empty string.
+    /// Returns: false for a code that has no message; code is kept then, without arguments.
     bool PutErrorMessage(int code, ...);
 
     /// Returns: the code put last, 0 before any.

@@ -21,10 +21,12 @@ public:
     /// Returns: a new dictionary with a copy of each variable of another.
     static std::unique_ptr<BaseDictionary> CopyOf(const ScoreDictionary& other);
 
-    /// Adds a variable at the end. Fails: false for a name that is there already; the variable is deleted then.
+    /// Adds a variable at the end.
+    /// Fails: false for a name that is there already; the variable is deleted then.
     bool AddVar(std::unique_ptr<ScoreDictVar> variable);
 
-    /// Adds a copy of a variable under a name of its own. Fails: false for a name that is there already.
+    /// Adds a copy of a variable under a name of its own.
+    /// Fails: false for a name that is there already.
     bool AddVar(const std::string& name, const ScoreDictVar& variable);
 
     int GetVarCount() const override;

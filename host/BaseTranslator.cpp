@@ -40,6 +40,31 @@ private:
     const ScoreDictionary* fBefore;
 };
 
+// Gives a document an empty DataDictionary element for the time of a call, where it has none.
+class ScopedDataDictionary {
+public:
+    explicit ScopedDataDictionary(DOMDocument* document) : fRoot(document ? document->getDocumentElement() : nullptr) {
+        DOMElement* child = BaseTranslator::GetFirstChildElt(fRoot);
+        while (child && !BaseTranslator::HasTag(child, PMMLModelTags::XML_ELE_DATADICTIONARY))
+            child = BaseTranslator::GetNextSiblingElt(child);
+        if (!fRoot || child)
+            return;
+        const auto tag = BrevixTranscoder().ToWide(PMMLModelTags::XML_ELE_DATADICTIONARY);
+        fAdded = document->createElementNS(fRoot->getNamespaceURI(), tag.c_str());
+        fRoot->insertBefore(fAdded, fRoot->getFirstChild());
+    }
+    ~ScopedDataDictionary() {
+        if (fAdded)
+            fRoot->removeChild(fAdded)->release();
+    }
+    ScopedDataDictionary(const ScopedDataDictionary&) = delete;
+    ScopedDataDictionary& operator=(const ScopedDataDictionary&) = delete;
+
+private:
+    DOMElement* fRoot;
+    DOMElement* fAdded = nullptr;
+};
+
 DOMElement* AsElement(DOMNode* node) {
     return static_cast<DOMElement*>(node);
 }
@@ -130,16 +155,7 @@ ScoreModel* BaseTranslator::ParseFromTree(std::istream& stream, const std::strin
 ScoreModel* BaseTranslator::ParseFromTree(DOMDocument* document, ScoreDictionary* dictionary,
                                           const std::string& transcoder) {
     const ScopedDictionary scope(fSuppliedDictionary, dictionary);
-    if (document && dictionary) {
-        DOMElement* root = document->getDocumentElement();
-        DOMElement* child = GetFirstChildElt(root);
-        while (child && !HasTag(child, PMMLModelTags::XML_ELE_DATADICTIONARY))
-            child = GetNextSiblingElt(child);
-        if (root && !child) {
-            const auto tag = BrevixTranscoder().ToWide(PMMLModelTags::XML_ELE_DATADICTIONARY);
-            root->insertBefore(document->createElementNS(root->getNamespaceURI(), tag.c_str()), root->getFirstChild());
-        }
-    }
+    const ScopedDataDictionary element(dictionary ? document : nullptr);
     return ParseFromTree(document, transcoder);
 }
 

@@ -51,7 +51,8 @@ public:
     /// Returns: whether an element has a tag, compared by local name.
     static bool HasTag(const xercesc::DOMElement* element, const std::string& tag);
 
-    /// Returns: a UTF-16 text as a number. Errors: BXException 260153 for a text that is no number.
+    /// Returns: a UTF-16 text as a number.
+    /// Errors: BXException 260153 for a text that is no number.
     static double VerifyDouble(const XMLCh* text);
 
     /// Creates the transcoder; one that exists already is kept.

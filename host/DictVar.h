@@ -40,8 +40,9 @@ public:
     DataType GetDataType() const { return fType; }
     void SetName(std::string name) { fName = std::move(name); }
 
-    /// Declares a valid value. Declared a second time, a value keeps its first place. Fails: false, and nothing is
-    /// declared, for a text that is no value of the data type, and behind a category that was registered only.
+    /// Declares a valid value. Declared a second time, a value keeps its first place.
+    /// Fails: false, and nothing is declared, for a text that is no value of the data type, and behind a category that
+    /// was registered only.
     bool AddCategory(const std::string& text);
     /// Declares a value that stands for a missing one. In a number field, a text that is no number stands for itself.
     void AddMissingValue(const std::string& text);

@@ -21,8 +21,8 @@ using DocumentHandle = std::unique_ptr<xercesc::DOMDocument, DocumentRelease>;
 
 /// Parsers of documents. They resolve no external entity, load no document type or schema, and take time and memory in
 /// proportion to the bytes they read: what could cost more has a limit, and attribute lists and parameter entities are
-/// refused in a document type. Errors: BXException 260101 with what is wrong, the line and the column (0 where the
-/// fault is not in the text).
+/// refused in a document type.
+/// Errors: BXException 260101 with what is wrong, the line and the column (0 where the fault is not in the text).
 class BREVIX_HOST_API DocumentParser {
 public:
     static constexpr std::size_t kNestingLimit = 1000;

@@ -61,11 +61,10 @@ ScoreModel* PMMLTranslator::ParseFromTree(DOMElement* dataDictionary, DOMElement
 }
 
 ScoreDictionary* PMMLTranslator::ParseDictionary(const DOMNode* node, bool withTreatments) const {
-    if (const ScoreDictionary* supplied = GetSuppliedDictionary())
-        return BaseDictionary::CopyOf(*supplied).release();
     const BrevixTranscoder transcoder;
     const DOMElemUtility reader(nullptr, &transcoder);
-    auto dictionary = ReadDataDictionary(reader, *node);
+    const ScoreDictionary* supplied = GetSuppliedDictionary();
+    auto dictionary = supplied ? BaseDictionary::CopyOf(*supplied) : ReadDataDictionary(reader, *node);
     if (withTreatments)
         ReadTreatments(reader, *node, *dictionary);
     return dictionary.release();

@@ -19,10 +19,10 @@ public:
                               xercesc::DOMElement* model, const std::string& transcoder) override;
 
     /// Reads a DataDictionary element: fields with their values and intervals. withTreatments: also the treatments of
-    /// invalid values that the model's MiningSchema beside it asks for. Returns: a new dictionary, owned by the caller;
-    /// where the caller of the translator supplied one, a copy of that. Errors: BXException 260120 (attribute, element)
-    /// for a missing name; 260153 (value, attribute, element) for a name that is empty or repeated and for a text that
-    /// does not fit its attribute or the field's data type.
+    /// invalid values that the model's MiningSchema beside it asks for.
+    /// Returns: a new dictionary, owned by the caller; where the caller of the translator supplied one, a copy of that.
+    /// Errors: BXException 260120 (attribute, element) for a missing name; 260153 (value, attribute, element) for a
+    /// name that is empty or repeated and for a text that does not fit its attribute or the field's data type.
     ScoreDictionary* ParseDictionary(const xercesc::DOMNode* node, bool withTreatments) const;
 
     /// Checks a Targets element against a dictionary; what it asks for is applied after scoring, by the host.

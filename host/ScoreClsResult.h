@@ -20,9 +20,11 @@ public:
 
     /// Slot 7. Adds the probability of one category; the value is not owned.
     virtual bool AddValuePercent(ScoreValue* value, double percent) = 0;
-    /// Slot 8. Returns: the probability of the category that equals value; -1.0 where there is none.
+    /// Slot 8.
+    /// Returns: the probability of the category that equals value; -1.0 where there is none.
     virtual double GetPercent(const ScoreValue* value) const = 0;
-    /// Slot 9. Returns: all categories with their probabilities, in the order in which they were added.
+    /// Slot 9.
+    /// Returns: all categories with their probabilities, in the order in which they were added.
     virtual const std::vector<ValuePercent>& GetAllValuePercent() const = 0;
 };
 

@@ -30,7 +30,6 @@ public:
     virtual ~ScoreDictVar();
 
     virtual const std::string& GetName() const = 0;
-    virtual Kind GetKind() const = 0;
 
     /// Returns: whether a value counts as missing here: none at all (null), the system-missing value, a declared
     /// missing value, or this variable's replacement object itself, which a record holds in place of a missing value.
@@ -55,17 +54,19 @@ public:
     /// Returns: the index of the category that a text names, -1 where there is none.
     virtual int GetCategoryIndex(const std::string& category) const = 0;
 
-    /// As GetCategoryIndex, but a text that names no category yet is added to the look-up behind all others. The
-    /// declared categories and the rules of validity stay as they are. Returns: the index; -1 for a text that cannot be
-    /// a value of this variable.
-    virtual int RegisterCategory(const std::string& category) = 0;
-
     /// Returns: where case records hold this variable; -1 until set.
     virtual int GetIndex() const = 0;
     virtual void SetIndex(int index) = 0;
 
     /// Writes the variable for a reader, without a line end.
     virtual void Display(std::ostream& stream) const = 0;
+
+    virtual Kind GetKind() const = 0;
+
+    /// As GetCategoryIndex, but a text that names no category yet is added to the look-up behind all others. The
+    /// declared categories and the rules of validity stay as they are.
+    /// Returns: the index; -1 for a text that cannot be a value of this variable.
+    virtual int RegisterCategory(const std::string& category) = 0;
 };
 
 }  // namespace KwBrevix_930

@@ -46,15 +46,19 @@ public:
     virtual void SetVersionInfo(ScoreVersionInfo* version) = 0;
     /// Slot 8. Whether results carry the prediction alone.
     virtual void SetPredictionOnly(bool predictionOnly) = 0;
-    /// Slot 9. Returns: the role of a variable, kNoRole where none was set.
+    /// Slot 9.
+    /// Returns: the role of a variable, kNoRole where none was set.
     virtual VarRole GetVarRole(const std::string& name) const = 0;
     /// Slot 10.
     virtual VarRole GetVarRole(const ScoreDictVar* variable) const = 0;
-    /// Slot 11. Returns: the version of the producing application, owned by the model; may be null.
+    /// Slot 11.
+    /// Returns: the version of the producing application, owned by the model; may be null.
     virtual const ScoreVersionInfo* GetVersionInfo() const = 0;
-    /// Slot 12. Returns: a new dictionary with copies of the variables of a role, owned by the caller; null for none.
+    /// Slot 12.
+    /// Returns: a new dictionary with copies of the variables of a role, owned by the caller; null for none.
     virtual ScoreDictionary* GetVarsOfRole(VarRole role) const = 0;
-    /// Slot 13. Returns: the first variable that was given the role target; null where there is none.
+    /// Slot 13.
+    /// Returns: the first variable that was given the role target; null where there is none.
     virtual const ScoreDictVar* GetTargetVar() const = 0;
     /// Slot 14.
     virtual ScoreDictionary* GetDictionary() const = 0;

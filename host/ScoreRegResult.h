@@ -15,7 +15,8 @@ public:
 
     /// Slot 7.
     virtual void SetStdDev(double deviation) = 0;
-    /// Slot 8. Returns: the standard deviation, -1.0 where there is none.
+    /// Slot 8.
+    /// Returns: the standard deviation, -1.0 where there is none.
     virtual double GetStdDev() const = 0;
 };
 

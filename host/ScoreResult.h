@@ -20,7 +20,8 @@ public:
 
     /// Slot 1. The implementing class says who owns the prediction.
     virtual void SetPrediction(ScoreValue* prediction) = 0;
-    /// Slot 2. Returns: the prediction, owned by the result or the model; null where there is none.
+    /// Slot 2.
+    /// Returns: the prediction, owned by the result or the model; null where there is none.
     virtual const ScoreValue* GetPrediction() const = 0;
     /// Slot 3. Returns: the target variable, owned by the host.
     virtual const ScoreDictVar* GetTarget() const = 0;

@@ -19,8 +19,9 @@ class ScoreDictionary;
 class ScoreModel;
 
 /// Abstract; virtual operations stand in slot order, slot 0 is the destructor. Every form leads to slot 6 and returns a
-/// new model owned by the caller, or null for a null document or element. Errors: BXException; nothing leaks. The last
-/// argument names the transcoder; narrow strings are UTF-8 whatever it says.
+/// new model owned by the caller, or null for a null document or element.
+/// Errors: BXException; nothing leaks. The last argument names the transcoder; narrow strings are UTF-8 whatever it
+/// says.
 class BREVIX_HOST_API ScoreTranslator {
 public:
     ScoreTranslator() {}
@@ -48,7 +49,7 @@ public:
     /// Slot 7. Whether texts and streams are parsed as before XML namespaces: a prefix needs no declaration then.
     virtual void SetSupportOldParser(bool support) = 0;
     /// Slot 8. From a parsed document, with a dictionary instead of the document's own: the new model gets a copy of
-    /// it. A document without a DataDictionary element gains an empty one. Null: as slot 6.
+    /// it. Null: as slot 6.
     virtual ScoreModel* ParseFromTree(xercesc::DOMDocument* document, ScoreDictionary* dictionary,
                                       const std::string& transcoder) = 0;
     /// Slot 9. From a stream in the given encoding, whatever the document declares; empty: as slot 5.

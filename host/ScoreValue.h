@@ -35,8 +35,8 @@ public:
     /// Returns: a new equal value, owned by the caller.
     virtual ScoreValue* Clone() const = 0;
 
-    /// Takes over the other value's content, converted to this type. Fails: false for a null pointer or a content that
-    /// this type cannot hold; nothing changes then.
+    /// Takes over the other value's content, converted to this type.
+    /// Fails: false for a null pointer or a content that this type cannot hold; nothing changes then.
     virtual bool SetValue(const ScoreValue* other) = 0;
 
     virtual bool IsSystemMissingValue() const = 0;

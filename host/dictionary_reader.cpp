@@ -116,6 +116,10 @@ void ReadTreatment(const DOMElemUtility& reader, const DOMElement& miningField, 
 }  // namespace
 
 DictVar::DataType ReadDataType(const DOMElemUtility& reader, const DOMElement& field) {
+    // Version 2 of PMML knows no data types of fields: the kind tells then.
+    const bool isOldStyle = !reader.HasAttribute(&field, Tags::XML_ATT_DATATYPE);
+    if (isOldStyle && reader.HasAttribute(&field, Tags::XML_ATT_OPTYPE))
+        return ReadKind(reader, field, DictVar::kString) == DictVar::kContinuous ? DictVar::kNumber : DictVar::kString;
     const std::string type = reader.GetAttributeToString(&field, Tags::XML_ATT_DATATYPE, true);
     if (type == "integer" || type == "float" || type == "double" || type == "timeSeconds" ||
         type.starts_with("dateDaysSince[") || type.starts_with("dateTimeSecondsSince["))

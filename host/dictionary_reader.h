@@ -24,7 +24,8 @@ std::unique_ptr<BaseDictionary> ReadDataDictionary(const DOMElemUtility& reader,
 /// first MiningSchema among the children of the elements beside it.
 void ReadTreatments(const DOMElemUtility& reader, const xercesc::DOMNode& node, const BaseDictionary& dictionary);
 
-/// Returns: the storage that a dataType attribute leads to. Errors: BXException 260153 for a text that is no data type.
+/// Returns: the storage that a dataType attribute leads to; where it is absent, what an optype attribute leads to.
+/// Errors: BXException 260153 for a text that is no data type.
 DictVar::DataType ReadDataType(const DOMElemUtility& reader, const xercesc::DOMElement& field);
 
 /// Returns: the kind that an optype attribute leads to; where it is absent, continuous for numbers and otherwise

@@ -15,8 +15,8 @@ namespace KwBrevix_930 {
 BREVIX_HOST_API double LeadingNumber(std::string_view text);
 
 /// A whole text as a number: white space around it is ignored, anything else beside the number is refused, hexadecimal
-/// too. Overflow gives an infinity, underflow a zero; inf, INF, -INF and NaN are numbers. Returns: the number, or
-/// nothing when the text is no number.
+/// too. Overflow gives an infinity, underflow a zero; inf, INF, -INF and NaN are numbers.
+/// Returns: the number, or nothing when the text is no number.
 BREVIX_HOST_API std::optional<double> ParseNumber(std::string_view text);
 
 /// Returns: the shortest decimal text that reads back to the same double; nan, inf or -inf when it is not finite.

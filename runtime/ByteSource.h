@@ -13,7 +13,8 @@ public:
     ByteSource& operator=(const ByteSource&) = delete;
     virtual ~ByteSource() = default;
 
-    /// Waits for the next bytes, at least one and no more than most. Returns: how many; 0 at the end.
+    /// Waits for the next bytes, at least one and no more than most.
+    /// Returns: how many; 0 at the end.
     /// Fails: Error that names the source.
     virtual std::size_t read(char* target, std::size_t most) = 0;
     /// Returns: what messages call this source.

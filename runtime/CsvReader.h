@@ -25,7 +25,8 @@ public:
 
     bool read(RowBatch& batch) override;
 
-    /// Returns: the cells of one line of comma-separated values. Fails: Error for quotes that are wrong.
+    /// Returns: the cells of one line of comma-separated values.
+    /// Fails: Error for quotes that are wrong.
     static std::vector<std::string> splitLine(const std::string& line);
 
 private:

@@ -7,7 +7,8 @@ namespace brevix {
 
 class InputFile : public ByteSource {
 public:
-    /// path: "-" is standard input. Fails: Error where there is no such file, or it is a directory.
+    /// path: "-" is standard input.
+    /// Fails: Error where there is no such file, or it is a directory.
     explicit InputFile(const std::string& path);
     ~InputFile() override;
 

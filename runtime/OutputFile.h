@@ -10,7 +10,8 @@ namespace brevix {
 /// it stays and an older file is left as it was. Pipes, devices and standard output are written directly.
 class OutputFile {
 public:
-    /// path: "-" is standard output. Fails: Error where it cannot be written.
+    /// path: "-" is standard output.
+    /// Fails: Error where it cannot be written.
     explicit OutputFile(const std::string& path);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;

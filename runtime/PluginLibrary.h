@@ -11,7 +11,8 @@ namespace brevix {
 /// Holds the shared library open; everything that came from it must end before it does.
 class PluginLibrary {
 public:
-    /// Opens the library at a path. Fails: Error where it cannot be loaded or has no entry point.
+    /// Opens the library at a path.
+    /// Fails: Error where it cannot be loaded or has no entry point.
     explicit PluginLibrary(const std::string& path);
     PluginLibrary(const PluginLibrary&) = delete;
     PluginLibrary& operator=(const PluginLibrary&) = delete;
@@ -21,7 +22,8 @@ public:
     std::unique_ptr<KwBrevix_930::ScoreTranslator> makeTranslator() const;
 
     /// Returns: where the plug-in is: beside the running program, in the lib folder beside the program's, or in the
-    /// install directory. Fails: Error that lists where it was looked for.
+    /// install directory.
+    /// Fails: Error that lists where it was looked for.
     static std::string findDefault();
 
 private:

@@ -22,7 +22,8 @@ struct KeptColumn {
 /// Immutable: any number of threads may write at once.
 class RowWriter {
 public:
-    /// model: must outlive the writer. Fails: Error for two columns of one name.
+    /// model: must outlive the writer.
+    /// Fails: Error for two columns of one name.
     RowWriter(TableKind kind, const ScoringModel& model, std::vector<KeptColumn> kept);
 
     /// Returns: the header line; empty for JSON Lines.

@@ -34,8 +34,8 @@ struct ModelOptions {
 /// record of its own.
 class ScoringModel {
 public:
-    /// Opens the document in a file, or the document that a text is. Fails: Error, with the numeric code where there is
-    /// one; the first form names the file.
+    /// Opens the document in a file, or the document that a text is.
+    /// Fails: Error, with the numeric code where there is one; the first form names the file.
     static std::unique_ptr<ScoringModel> openFile(const std::string& path, const ModelOptions& options = {});
     static std::unique_ptr<ScoringModel> openText(std::string_view text, const ModelOptions& options = {});
     ScoringModel(const ScoringModel&) = delete;

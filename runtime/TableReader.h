@@ -21,14 +21,15 @@ public:
     virtual ~TableReader() = default;
 
     /// Reads on until there is at least one row. Memory depends on the longest row, not on the number of rows.
-    /// Returns: false at the end of the table, and no rows. Fails: Error that names the table, the row (counted from 1
-    /// behind the header) and the column.
+    /// Returns: false at the end of the table, and no rows.
+    /// Fails: Error that names the table, the row (counted from 1 behind the header) and the column.
     virtual bool read(RowBatch& batch) = 0;
 };
 
 /// Starts reading a table, header included. source: must outlive the reader. columns: those that are wanted, no name
-/// twice; others are passed over. Fails: one Error that lists every wanted column that the table lacks or repeats.
-/// In JSON Lines no column can be lacking: a key that a row does not have is a missing cell.
+/// twice; others are passed over.
+/// Fails: one Error that lists every wanted column that the table lacks or repeats. In JSON Lines no column can be
+/// lacking: a key that a row does not have is a missing cell.
 std::unique_ptr<TableReader> openTable(TableKind kind, ByteSource& source, const std::vector<std::string>& columns);
 
 }  // namespace brevix

@@ -24,7 +24,8 @@ std::vector<std::string> findInputs(const ModelDocument& document, const KwBrevi
                                     const KwBrevix_930::TransformationDictionary* transformations);
 
 /// Looks for what would change results and is not built, in the MiningFields of the inputs and in Targets. dictionary:
-/// the inputs' variables. Fails: one Error that names every such element, attribute and field.
+/// the inputs' variables.
+/// Fails: one Error that names every such element, attribute and field.
 void refuseUnbuilt(const ModelDocument& document, const KwBrevix_930::ScoreDictionary& dictionary,
                    const std::vector<std::string>& inputs);
 

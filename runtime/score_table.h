@@ -40,8 +40,9 @@ struct TableEvents {
 };
 
 /// Makes one result row for each row of the source. openOutput is called when the header of the source has been found
-/// right. Memory does not grow with the number of rows. Fails: Error for a source that cannot be read, or an output
-/// that cannot be written; the output is not committed, here or ever.
+/// right. Memory does not grow with the number of rows.
+/// Fails: Error for a source that cannot be read, or an output that cannot be written; the output is not committed,
+/// here or ever.
 TableTally scoreTable(const ScoringModel& model, ByteSource& source, const std::function<OutputFile&()>& openOutput,
                       const TableOptions& options, const TableEvents& events);
 

@@ -29,7 +29,8 @@ public:
     double GetConfidence() const override;
     ResultType GetScoreResultType() const override;
 
-    /// Appends at the end, whether or not an equal value is there already. Returns: true.
+    /// Appends at the end, whether or not an equal value is there already.
+    /// Returns: true.
     bool AddValuePercent(ScoreValue* value, double percent) override;
     double GetPercent(const ScoreValue* value) const override;
     const std::vector<ValuePercent>& GetAllValuePercent() const override;

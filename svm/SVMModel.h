@@ -47,10 +47,11 @@ public:
 
     /// record: its values are read, by index where it says so, otherwise by name. result: null, and then created here
     /// and owned by the caller, or a result that this model made before, which is filled anew. flag: handed to the
-    /// set-up of the dictionary indices. Returns: success; 90029 when the record, the data, the target or the kernel is
-    /// missing, or an input that no replacement excuses; 90027 for an invalid input, or when no category can be chosen.
-    /// Under the policies kUseReplacement and kMarkAsMissing a missing input leaves a result whose prediction is the
-    /// system-missing value or the empty text.
+    /// set-up of the dictionary indices.
+    /// Returns: success; 90029 when the record, the data, the target or the kernel is missing, or an input that no
+    /// replacement excuses; 90027 for an invalid input, or when no category can be chosen. Under the policies
+    /// kUseReplacement and kMarkAsMissing a missing input leaves a result whose prediction is the system-missing value
+    /// or the empty text.
     KwScore::KwStatus GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) override;
     ModelType GetModelType() const override;
     bool GetPredictionOnly() const override;

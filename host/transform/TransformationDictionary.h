@@ -37,8 +37,9 @@ public:
 
     /// Computes the derived fields of one case. record, dictionary: the raw values and their variables, by index where
     /// the record says so. A field that reads an invalid value becomes invalid, one that reads a missing value missing,
-    /// unless its expression says what stands in. Returns: a record that belongs to the calling thread and holds its
-    /// values until the thread's next call, of this dictionary or another.
+    /// unless its expression says what stands in.
+    /// Returns: a record that belongs to the calling thread and holds its values until the thread's next call, of this
+    /// dictionary or another.
     /// Note: without a dictionary, or without a record, every raw value is missing.
     const ScoreCaseRecord* GetValuesForDerivedVars(const ScoreCaseRecord* record,
                                                    const ScoreDictionary* dictionary) const;

@@ -15,8 +15,8 @@ class DOMElemUtility;
 class ScoreDictionary;
 class TransformationDictionary;
 
-/// element: a TransformationDictionary or LocalTransformations. Errors: see
-/// PMMLTranslator::HandleTransformationDictionary.
+/// element: a TransformationDictionary or LocalTransformations.
+/// Errors: see PMMLTranslator::HandleTransformationDictionary.
 std::unique_ptr<TransformationDictionary> ReadTransformations(const DOMElemUtility& reader,
                                                               const xercesc::DOMElement& element,
                                                               const ScoreDictionary& dictionary);

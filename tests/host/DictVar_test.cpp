@@ -434,7 +434,7 @@ TEST(DictVar, DisplayNamesTheVariableWithoutALineEnd) {
     EXPECT_EQ(stream.str(), "Species (string, categorical)");
 }
 
-TEST(DictVar, ManyCategoriesAreFoundWithoutWalkingThem) {
+TEST(DictVar, EveryOneOfManyCategoriesIsFound) {
     DictVar s("s", DictVar::kString, DictVar::kCategorical);
     DictVar x("x", DictVar::kNumber, DictVar::kCategorical);
     for (int i = 0; i < 100'000; ++i) {

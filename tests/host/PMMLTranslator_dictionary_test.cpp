@@ -156,6 +156,17 @@ TEST(ParseDictionary, RefusesAFieldWithoutNameOrType) {
     ExpectError(ErrorOf([] { ReadFields("<DataField name='x'/>"); }), 260120, {"dataType", "DataField"});
 }
 
+TEST(ParseDictionary, TakesTheStorageFromTheKindWhereNoTypeIsNamed) {
+    const auto dictionary = ReadFields(
+        "<DataField name='x' optype='continuous'/><DataField name='y' optype='categorical'/>"
+        "<DataField name='z' optype='ordinal'/>");
+    EXPECT_EQ(Field(dictionary, "x").GetDataType(), DictVar::kNumber);
+    EXPECT_EQ(Field(dictionary, "x").GetKind(), ScoreDictVar::kContinuous);
+    EXPECT_EQ(Field(dictionary, "y").GetDataType(), DictVar::kString);
+    EXPECT_EQ(Field(dictionary, "y").GetKind(), ScoreDictVar::kCategorical);
+    EXPECT_EQ(Field(dictionary, "z").GetKind(), ScoreDictVar::kOrdinal);
+}
+
 TEST(ParseDictionary, RefusesARepeatedName) {
     ExpectError(
         ErrorOf([] { ReadFields("<DataField name='x' dataType='double'/><DataField name='x' dataType='string'/>"); }),
@@ -253,7 +264,7 @@ TEST(ParseDictionary, NeedsNoParentElement) {
     detached->release();
 }
 
-TEST(ParseDictionary, ReadsManyFieldsAndValuesInProportion) {
+TEST(ParseDictionary, ReadsEveryOneOfManyFieldsAndValues) {
     std::string fields;
     for (int i = 0; i < 20'000; ++i)
         fields += "<DataField name='f" + std::to_string(i) + "' dataType='double'/>";

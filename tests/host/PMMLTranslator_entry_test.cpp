@@ -177,14 +177,36 @@ TEST_F(Entry, BySlotEightUsesTheSuppliedDictionaryInPlaceOfTheDocuments) {
     ExpectCall(kOutline, "x y ", "t8");
 }
 
-TEST_F(Entry, BySlotEightAddsAnEmptyDataDictionaryWhereThereIsNone) {
+TEST_F(Entry, BySlotEightAddsAnEmptyDataDictionaryForTheCallWhereThereIsNone) {
     for (const char* text : {"<PMML><Header/></PMML>", "<p:PMML xmlns:p='u'><p:Header/></p:PMML>"}) {
         const DocumentHandle bare = DocumentParser().ParseText(text);
         const ModelHandle model(translator.ParseFromTree(bare.get(), &supplied, ""));
         ExpectCall("PMML(DataDictionary Header)", "supplied ", "");
         const ModelHandle unsupplied(translator.ParseFromTree(bare.get(), static_cast<ScoreDictionary*>(nullptr), ""));
-        ExpectCall("PMML(DataDictionary Header)", "", "");
+        ExpectCall("PMML(Header)", "", "");
     }
+}
+
+TEST_F(Entry, BySlotEightTheDocumentsTreatmentsHoldForTheSuppliedDictionary) {
+    // The translator reads the dictionary with treatments, as a plug-in does.
+    struct Reading : KwBrevix_930::PMMLTranslator {
+        Reading() : PMMLTranslator("") {}
+        using PMMLTranslator::ParseFromTree;
+        KwBrevix_930::ScoreModel* ParseFromTree(xercesc::DOMDocument* parsed, const std::string&) override {
+            dictionary.reset(ParseDictionary(GetFirstChildElt(parsed->getDocumentElement()), true));
+            return nullptr;
+        }
+        std::unique_ptr<ScoreDictionary> dictionary;
+    };
+    const DocumentHandle treated = DocumentParser().ParseText(
+        "<PMML><DataDictionary/><SupportVectorMachineModel><MiningSchema>"
+        "<MiningField name='supplied' "
+        "invalidValueTreatment='asIs'/></MiningSchema></SupportVectorMachineModel></PMML>");
+    Reading reading;
+    reading.ParseFromTree(treated.get(), &supplied, "");
+    const auto* variable = dynamic_cast<const KwBrevix_930::DictVar*>(reading.dictionary->FindVar("supplied"));
+    ASSERT_NE(variable, nullptr);
+    EXPECT_EQ(variable->GetInvalidTreatment(), KwBrevix_930::DictVar::kAsIs);
 }
 
 TEST_F(Entry, BySlotEightTakesADocumentWithoutARoot) {

@@ -11,7 +11,7 @@
 #include <limits>
 #include <random>
 
-#include "tests/host/CommaLocale.h"
+#include "tests/support/CommaLocale.h"
 
 namespace {
 
@@ -244,7 +244,7 @@ TEST(LeadingNumber, ReadsNothingBehindTheView) {
     EXPECT_EQ(LeadingNumber(std::string_view()), 0.0);
 }
 
-TEST(LeadingNumber, ReadsAMillionDigitsInAnInstant) {
+TEST(LeadingNumber, ReadsAMillionDigits) {
     const std::string digits(1'000'000, '7');
     EXPECT_EQ(LeadingNumber(digits), std::numeric_limits<double>::infinity());
     EXPECT_EQ(LeadingNumber("0." + digits), 7.0 / 9.0);

@@ -6,7 +6,10 @@
 
 #include "host/BaseModel.h"
 #include "host/PMMLTranslator.h"
+#include "host/ScoreCaseRecord.h"
 #include "host/ScoreClsResult.h"
+#include "host/ScoreDictVar.h"
+#include "host/ScoreDictionary.h"
 #include "host/ScoreRegResult.h"
 #include "host/ScoreValue.h"
 #include "tests/support/virtual_slot.h"
@@ -30,6 +33,38 @@ using KwBrevix_930::TransformationDictionary;
 using Document = xercesc::DOMDocument;
 using Element = xercesc::DOMElement;
 using Text = const std::string&;
+
+TEST(Slots, OfVariables) {
+    using Variable = ScoreDictVar;
+    using Value = const ScoreValue*;
+    EXPECT_EQ(VirtualSlot(&Variable::GetName), 1);
+    EXPECT_EQ(VirtualSlot(&Variable::IsMissing), 2);
+    EXPECT_EQ(VirtualSlot(&Variable::IsValid), 3);
+    EXPECT_EQ(VirtualSlot(&Variable::IsString), 4);
+    EXPECT_EQ(VirtualSlot<KwBrevix_930::ScoreVarStats* (Variable::*)()>(&Variable::GetVarStats), 5);
+    EXPECT_EQ(VirtualSlot<const KwBrevix_930::ScoreVarStats* (Variable::*)() const>(&Variable::GetVarStats), 6);
+    EXPECT_EQ(VirtualSlot(&Variable::GetCategories), 7);
+    EXPECT_EQ(VirtualSlot<int (Variable::*)(Value) const>(&Variable::GetCategoryIndex), 8);
+    EXPECT_EQ(VirtualSlot<int (Variable::*)(const std::string&) const>(&Variable::GetCategoryIndex), 9);
+    EXPECT_EQ(VirtualSlot(&Variable::GetIndex), 10);
+    EXPECT_EQ(VirtualSlot(&Variable::SetIndex), 11);
+    EXPECT_EQ(VirtualSlot(&Variable::Display), 12);
+    EXPECT_EQ(VirtualSlot(&Variable::GetKind), 13);
+    EXPECT_EQ(VirtualSlot(&Variable::RegisterCategory), 14);
+}
+
+TEST(Slots, OfDictionariesAndRecords) {
+    using Dictionary = ScoreDictionary;
+    using Record = ScoreCaseRecord;
+    using Value = const ScoreValue*;
+    EXPECT_EQ(VirtualSlot(&Dictionary::GetVarCount), 1);
+    EXPECT_EQ(VirtualSlot(&Dictionary::GetVars), 2);
+    EXPECT_EQ(VirtualSlot(&Dictionary::FindVar), 3);
+    EXPECT_EQ(VirtualSlot(&Record::IsAccessedByIndex), 1);
+    EXPECT_EQ(VirtualSlot<Value (Record::*)(int) const>(&Record::GetValue), 2);
+    EXPECT_EQ(VirtualSlot<Value (Record::*)(const std::string&) const>(&Record::GetValue), 3);
+    EXPECT_EQ(VirtualSlot(&Record::GetIndex), 4);
+}
 
 // The slots of the forms of ParseFromTree, in the class as which the object is seen.
 template <typename Translator>

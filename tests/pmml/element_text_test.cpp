@@ -41,6 +41,7 @@ TEST(ElementText, IsUtf8) {
 }
 
 TEST(ElementText, ReadsThroughEntityReferencesOfADocumentThatKeepsThem) {
+    DocumentParser::Initialize();
     xercesc::XercesDOMParser parser;
     parser.setCreateEntityReferenceNodes(true);
     const std::string text = "<!DOCTYPE a [<!ENTITY e '2 <b>3</b>'>]><a>1 &e; 4</a>";
