@@ -1,7 +1,7 @@
 // What every translator has in common.
 #include "host/BaseTranslator.h"
 
-#include <algorithm>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -86,7 +86,7 @@ DOMElement* NextDescendant(const DOMElement* element, const DOMElement* root) {
     return next;
 }
 
-// A list of elements of DOM level 1, whose local names the DOM does not know.
+// The elements that one call found. The DOM's own lists compare slowly, and know no local names of level 1 elements.
 class ElementList : public xercesc::DOMNodeList {
 public:
     DOMNode* item(XMLSize_t index) const override { return index < fElements.size() ? fElements[index] : nullptr; }
@@ -112,8 +112,9 @@ xercesc::DOMNodeList* KeepList(DOMElement* element, const std::basic_string<XMLC
     const auto key = BrevixTranscoder().ToWide("brevix.elements.") + tag;
     auto* list = static_cast<ElementList*>(element->getUserData(key.c_str()));
     if (!list) {
-        list = new ElementList;
-        element->setUserData(key.c_str(), list, &deleter);
+        auto fresh = std::make_unique<ElementList>();
+        element->setUserData(key.c_str(), fresh.get(), &deleter);
+        list = fresh.release();
     }
     list->SetElements(std::move(found));
     return list;
@@ -171,12 +172,7 @@ xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const DOMElement* ele
         if (HasTag(next, tag))
             found.push_back(next);
     }
-    const auto wideTag = BrevixTranscoder().ToWide(tag);
-    const auto knowsNamespace = [](const DOMElement* each) { return each->getLocalName() != nullptr; };
-    if (!std::all_of(found.begin(), found.end(), knowsNamespace))
-        return KeepList(const_cast<DOMElement*>(element), wideTag, std::move(found));
-    static const XMLCh kAnyNamespace[] = {xercesc::chAsterisk, xercesc::chNull};
-    return element->getElementsByTagNameNS(kAnyNamespace, wideTag.c_str());
+    return KeepList(const_cast<DOMElement*>(element), BrevixTranscoder().ToWide(tag), std::move(found));
 }
 
 DOMElement* BaseTranslator::GetFirstChildElt(const DOMNode* node) {
