@@ -7,6 +7,10 @@ namespace KwBrevix_930 {
 
 ScoreCaseRecord::~ScoreCaseRecord() = default;
 
+const ScoreValue* ScoreCaseRecord::GetValueOf(const ScoreDictVar& variable) const {
+    return IsAccessedByIndex() ? GetValue(variable.GetIndex()) : GetValue(variable.GetName());
+}
+
 CaseRecord::CaseRecord(const ScoreDictionary& dictionary, Access access) : fAccess(access) {
     for (const ScoreDictVar* variable : dictionary.GetVars()) {
         fIndexByName.emplace(variable->GetName(), static_cast<int>(fCells.size()));

@@ -7,6 +7,7 @@
 
 namespace KwBrevix_930 {
 
+class ScoreDictVar;
 class ScoreValue;
 
 /// Abstract. Values are owned by the record or the host and stay as they are while the case is scored. In place of a
@@ -29,6 +30,9 @@ public:
 
     /// Returns: the index of the variable of that name, -1 where the record holds none.
     virtual int GetIndex(const std::string& name) const = 0;
+
+    /// Returns: the value of a variable, asked for by index or by name as this record wants it.
+    const ScoreValue* GetValueOf(const ScoreDictVar& variable) const;
 };
 
 }  // namespace KwBrevix_930

@@ -71,22 +71,14 @@ SVMModel::Status SVMModel::FillCaseRecord(ScoreResult*& result, const ScoreCaseR
     return indices.size() > fInputVars.size() ? kInvalidStatus : status;
 }
 
-namespace {
-
-const ScoreValue* FindValue(const ScoreCaseRecord& record, const ScoreDictVar& variable) {
-    return record.IsAccessedByIndex() ? record.GetValue(variable.GetIndex()) : record.GetValue(variable.GetName());
-}
-
-}  // namespace
-
 SVMModel::Status SVMModel::ReadInput(std::size_t position, const ScoreCaseRecord& record,
                                      const ScoreCaseRecord* derived, ScoreResult*& result, double& number) const {
     const ScoreDictVar* variable = fInputVars[position];
     if (!variable)
         return kMissingStatus;
-    const ScoreValue* value = FindValue(record, *variable);
+    const ScoreValue* value = record.GetValueOf(*variable);
     if (!value && derived)
-        value = FindValue(*derived, *variable);
+        value = derived->GetValueOf(*variable);
     const bool isMissing = IsMissScoreValue(variable, value);
     const bool isInvalid = !isMissing && IsInvalidScoreValue(variable, value);
     const Status status = HandleMissInvalidValue(isMissing, isInvalid, variable, result);

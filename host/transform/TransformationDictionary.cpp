@@ -91,12 +91,6 @@ struct ThreadCache {
     std::unique_ptr<DerivedRecord> record;
 };
 
-const ScoreValue* FindValue(const ScoreCaseRecord* record, const ScoreDictVar& variable) {
-    if (!record)
-        return nullptr;
-    return record->IsAccessedByIndex() ? record->GetValue(variable.GetIndex()) : record->GetValue(variable.GetName());
-}
-
 // The state of a raw value, under the variable's own rules.
 void ReadRaw(const ScoreDictVar& variable, const ScoreValue* value, bool usesReplacements, DerivedValue& raw) {
     const bool isMissing = variable.IsMissing(value);
@@ -164,7 +158,7 @@ const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const S
         const ScoreDictVar* source = dictionary ? dictionary->FindVar(expression.GetFieldName()) : nullptr;
         const auto derived = fPlaceByName.find(expression.GetFieldName());
         if (source) {
-            ReadRaw(*source, FindValue(record, *source), fUsesReplacements, raw);
+            ReadRaw(*source, record ? record->GetValueOf(*source) : nullptr, fUsesReplacements, raw);
             expression.Evaluate(*source, raw, result);
         } else if (derived != fPlaceByName.end() && derived->second < i) {
             expression.Evaluate(*fVars[derived->second], cache.record->Derived(derived->second), result);

@@ -245,4 +245,15 @@ TEST_F(CaseRecordTest, TakesVariablesOfTheHostsClassOnly) {
     EXPECT_THROW(CaseRecord record(dictionary), std::bad_cast);
 }
 
+TEST_F(CaseRecordTest, GivesTheValueOfAVariableAsItWantsToBeAsked) {
+    CaseRecord byIndex(dictionary, CaseRecord::kByIndex);
+    CaseRecord byName(dictionary, CaseRecord::kByName);
+    byIndex.SetNumber(0, 2.385);
+    byIndex.SetText(1, "a");
+    byName.SetNumber(0, 4.75);
+    x->SetIndex(1);
+    EXPECT_EQ(byIndex.GetValueOf(*x), byIndex.GetValue(1)) << "by the variable's index, whatever its name";
+    EXPECT_EQ(byName.GetValueOf(*x)->GetDouble(), 4.75) << "by the variable's name, whatever its index";
+}
+
 }  // namespace
