@@ -1,7 +1,7 @@
 // What every translator has in common.
 #include "host/BaseTranslator.h"
 
-#include <memory>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -86,7 +86,7 @@ DOMElement* NextDescendant(const DOMElement* element, const DOMElement* root) {
     return next;
 }
 
-// The elements that one call found. The DOM's own lists compare slowly, and know no local names of level 1 elements.
+// A list of elements of DOM level 1, whose local names the DOM does not know.
 class ElementList : public xercesc::DOMNodeList {
 public:
     DOMNode* item(XMLSize_t index) const override { return index < fElements.size() ? fElements[index] : nullptr; }
@@ -112,9 +112,8 @@ xercesc::DOMNodeList* KeepList(DOMElement* element, const std::basic_string<XMLC
     const auto key = BrevixTranscoder().ToWide("brevix.elements.") + tag;
     auto* list = static_cast<ElementList*>(element->getUserData(key.c_str()));
     if (!list) {
-        auto fresh = std::make_unique<ElementList>();
-        element->setUserData(key.c_str(), fresh.get(), &deleter);
-        list = fresh.release();
+        list = new ElementList;
+        element->setUserData(key.c_str(), list, &deleter);
     }
     list->SetElements(std::move(found));
     return list;
@@ -172,7 +171,12 @@ xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const DOMElement* ele
         if (HasTag(next, tag))
             found.push_back(next);
     }
-    return KeepList(const_cast<DOMElement*>(element), BrevixTranscoder().ToWide(tag), std::move(found));
+    const auto wideTag = BrevixTranscoder().ToWide(tag);
+    const auto knowsNamespace = [](const DOMElement* each) { return each->getLocalName() != nullptr; };
+    if (!std::all_of(found.begin(), found.end(), knowsNamespace))
+        return KeepList(const_cast<DOMElement*>(element), wideTag, std::move(found));
+    static const XMLCh kAnyNamespace[] = {xercesc::chAsterisk, xercesc::chNull};
+    return element->getElementsByTagNameNS(kAnyNamespace, wideTag.c_str());
 }
 
 DOMElement* BaseTranslator::GetFirstChildElt(const DOMNode* node) {

@@ -32,9 +32,10 @@ public:
     ScoreModel* ParseFromTree(std::istream& stream, const std::string& encoding,
                               const std::string& transcoder) override;
 
-    /// Returns: the list of an element's descendants with a tag, compared by local name, in document order. It belongs
-    /// to the element, which keeps one list for each tag: a later call for the same tag renews it. Walks the
-    /// descendants once.
+    /// Returns: the list of an element's descendants with a tag, compared by local name, in document order; it belongs
+    /// to the document. Asking it for its items in ascending order takes time linear in the document.
+    /// Note: a change of the document after the call shows in the list only where all elements of the tag know their
+    /// namespace.
     static xercesc::DOMNodeList* GetElementsByTagName(const xercesc::DOMElement* element, const std::string& tag);
 
     /// Returns: the first child element of a node, null where there is none; null for a null node.

@@ -105,7 +105,7 @@ std::size_t makeArraysSparse(const ModelDocument& document) {
     const DOMElement* vectors = document.findChild(document.getModel(), Tags::XML_ELE_SVM_VECTORDICTION);
     if (!vectors)
         return 0;
-    // The list is the document's: it is read to its end before anything changes.
+    // The list is live: it is read to its end before anything changes.
     std::vector<DOMElement*> instances;
     const auto* list = BaseTranslator::GetElementsByTagName(vectors, Tags::XML_ELE_SVM_VECTORINSTANCE);
     for (XMLSize_t i = 0; DOMNode* node = list->item(i); ++i)
