@@ -1,6 +1,8 @@
 // The plug-in, loaded at run time.
 #include "runtime/PluginLibrary.h"
 
+#include <filesystem>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -44,8 +46,9 @@ TEST(PluginLibrary, LibraryWithoutTheEntryPointIsRefused) {
     EXPECT_THAT(faultOf(BREVIX_HOST_LIBRARY), HasSubstr("has no entry point GiveMyTranslator"));
 }
 
-TEST(PluginLibrary, IsFoundBesideTheProgram) {
-    EXPECT_THAT(PluginLibrary::findDefault(), testing::EndsWith("libbrevix_svm.so"));
+TEST(PluginLibrary, IsFoundInTheLibraryFolderOfThisProgram) {
+    EXPECT_TRUE(std::filesystem::equivalent(PluginLibrary::findDefault(), BREVIX_PLUGIN))
+        << PluginLibrary::findDefault();
 }
 
 }  // namespace
