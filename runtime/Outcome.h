@@ -3,9 +3,19 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace brevix {
+
+/// One value of a result.
+struct OutputValue {
+    enum Kind { kAbsent, kNumber, kText };
+
+    Kind kind = kAbsent;
+    double number = 0.0;
+    std::string text = {};
+};
 
 /// With a status other than 0, nothing else is set. An absent value is one that the model does not give.
 struct Outcome {

@@ -106,41 +106,24 @@ void RowWriter::appendKept(std::string& out, const RowBatch& batch, std::size_t 
 }
 
 void RowWriter::appendResult(std::string& out, const OutputColumn& column, const Outcome& outcome) const {
-    const auto probability = [&outcome](int category) -> std::optional<double> {
-        const auto place = static_cast<std::size_t>(category);
-        return category >= 0 && place < outcome.probabilities.size() ? std::optional(outcome.probabilities[place])
-                                                                     : std::nullopt;
-    };
-    switch (column.content) {
-        case OutputColumn::kPrediction:
-            if (outcome.category >= 0)
-                out += fCategoryTexts[static_cast<std::size_t>(outcome.category)];
-            else
-                appendNumber(out, outcome.number);
-            break;
-        case OutputColumn::kConfidence:
-            return appendNumber(out, outcome.confidence);
-        case OutputColumn::kProbability:
-            return appendNumber(out, probability(column.category));
-        case OutputColumn::kPredictedProbability:
-            return appendNumber(out, probability(outcome.category));
-        case OutputColumn::kStdDev:
-            return appendNumber(out, outcome.stdDev);
-        case OutputColumn::kLower:
-            return appendNumber(out, outcome.lower);
-        case OutputColumn::kUpper:
-            return appendNumber(out, outcome.upper);
-        case OutputColumn::kStatus:
-            out += std::to_string(outcome.status);
-            break;
+    if (column.content == OutputColumn::kPrediction && outcome.category >= 0) {
+        out += fCategoryTexts[static_cast<std::size_t>(outcome.category)];
+        return;
+    }
+    const OutputValue value = fModel.getValue(outcome, column);
+    switch (value.kind) {
+        case OutputValue::kAbsent:
+            return appendAbsent(out);
+        case OutputValue::kNumber:
+            return appendNumber(out, value.number);
+        case OutputValue::kText:
+            return appendText(out, value.text);
     }
 }
 
-void RowWriter::appendNumber(std::string& out, std::optional<double> number) const {
-    if (!number)
-        return appendAbsent(out);
-    const std::string text = KwBrevix_930::NumberText(*number);
-    if (isJson() && !std::isfinite(*number))
+void RowWriter::appendNumber(std::string& out, double number) const {
+    const std::string text = KwBrevix_930::NumberText(number);
+    if (isJson() && !std::isfinite(number))
         appendJsonText(out, text);
     else
         out += text;

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "runtime/Outcome.h"
+#include "runtime/OutputColumn.h"
 #include "runtime/TableReader.h"
-#include "runtime/output_columns.h"
 
 namespace brevix {
 
@@ -37,7 +37,7 @@ public:
 private:
     void appendKept(std::string& out, const RowBatch& batch, std::size_t row, std::size_t column) const;
     void appendResult(std::string& out, const OutputColumn& column, const Outcome& outcome) const;
-    void appendNumber(std::string& out, std::optional<double> number) const;
+    void appendNumber(std::string& out, double number) const;
     void appendText(std::string& out, std::string_view text) const;
     void appendAbsent(std::string& out) const;
 

@@ -1,27 +1,22 @@
 // A model that is ready to score: the document parsed, prepared and translated by the plug-in.
 #include "runtime/ScoringModel.h"
 
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <new>
-#include <system_error>
+#include <algorithm>
 
-#include <xercesc/dom/DOMException.hpp>
-#include <xercesc/util/OutOfMemoryException.hpp>
-#include <xercesc/util/XMLException.hpp>
-
-#include "host/BXException.h"
+#include "host/CaseRecord.h"
 #include "host/NumericValue.h"
 #include "host/ScoreClsResult.h"
 #include "host/ScoreDictVar.h"
 #include "host/ScoreDictionary.h"
+#include "host/ScoreModel.h"
 #include "host/ScoreTranslator.h"
 #include "host/ScoringLog.h"
-#include "runtime/Error.h"
 #include "runtime/ModelDocument.h"
 #include "runtime/PluginLibrary.h"
-#include "runtime/preparation.h"
+#include "runtime/PreparedDocument.h"
+#include "runtime/input_fields.h"
+#include "runtime/one_error_type.h"
+#include "runtime/output_columns.h"
 #include "runtime/refusals.h"
 #include "svm/SVMRegResult.h"
 
@@ -29,38 +24,11 @@ namespace brevix {
 
 namespace {
 
-using KwBrevix_930::BrevixTranscoder;
-using KwBrevix_930::BXException;
 using KwBrevix_930::NumericValue;
 using KwBrevix_930::ScoreResult;
 
-// The document is read by libraries with exceptions of their own: whatever they throw becomes an Error.
-template <class Step>
-auto withOneErrorType(const Step& step) {
-    try {
-        return step();
-    } catch (const BXException& fault) {
-        throw Error(fault.what(), fault.GetErrorCode());
-    } catch (const xercesc::OutOfMemoryException&) {
-        throw std::bad_alloc();
-    } catch (const xercesc::XMLException& fault) {
-        throw Error(BrevixTranscoder().ToNarrow(fault.getMessage()));
-    } catch (const xercesc::DOMException& fault) {
-        throw Error(BrevixTranscoder().ToNarrow(fault.getMessage()));
-    }
-}
-
 std::unique_ptr<PluginLibrary> loadPlugin(const ModelOptions& options) {
     return std::make_unique<PluginLibrary>(options.plugin.empty() ? PluginLibrary::findDefault() : options.plugin);
-}
-
-std::ifstream openStream(const std::string& path) {
-    if (std::filesystem::is_directory(path))
-        throw Error("it is a directory");
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream)
-        throw Error("it cannot be opened: " + std::generic_category().message(errno));
-    return stream;
 }
 
 std::optional<double> presentValue(double value, double absent) {
@@ -73,48 +41,41 @@ std::optional<double> presentValue(double value) {
 
 }  // namespace
 
-template <class Parse>
-std::unique_ptr<ScoringModel> ScoringModel::open(std::unique_ptr<PluginLibrary> plugin, const ModelOptions& options,
-                                                 const Parse& parse) {
-    return withOneErrorType([&] {
-        const ModelDocument document(parse());
-        requireModel(document);
-        auto notes = options.prepares ? prepareDocument(document) : std::vector<std::string>();
-        return std::unique_ptr<ScoringModel>(new ScoringModel(std::move(plugin), document, options, std::move(notes)));
-    });
+std::unique_ptr<ScoringModel> ScoringModel::open(std::unique_ptr<PluginLibrary> plugin,
+                                                 const PreparedDocument& prepared, const ModelOptions& options) {
+    return withOneErrorType(
+        [&] { return std::unique_ptr<ScoringModel>(new ScoringModel(std::move(plugin), prepared, options)); });
 }
 
 std::unique_ptr<ScoringModel> ScoringModel::openFile(const std::string& path, const ModelOptions& options) {
     auto plugin = loadPlugin(options);
-    try {
-        return open(std::move(plugin), options, [&path] {
-            std::ifstream stream = openStream(path);
-            return KwBrevix_930::DocumentParser().ParseStream(stream);
-        });
-    } catch (const Error& fault) {
-        throw Error(path + ": " + fault.what(), fault.getCode());
-    }
+    return withFileName(
+        path, [&] { return open(std::move(plugin), PreparedDocument::openFile(path, options.prepares), options); });
 }
 
 std::unique_ptr<ScoringModel> ScoringModel::openText(std::string_view text, const ModelOptions& options) {
-    return open(loadPlugin(options), options, [text] { return KwBrevix_930::DocumentParser().ParseText(text); });
+    auto plugin = loadPlugin(options);
+    return open(std::move(plugin), PreparedDocument::openText(text, options.prepares), options);
 }
 
-ScoringModel::ScoringModel(std::unique_ptr<PluginLibrary> plugin, const ModelDocument& document,
-                           const ModelOptions& options, std::vector<std::string> notes)
+std::unique_ptr<ScoringModel> ScoringModel::openPrepared(const PreparedDocument& prepared,
+                                                         const ModelOptions& options) {
+    return open(loadPlugin(options), prepared, options);
+}
+
+ScoringModel::ScoringModel(std::unique_ptr<PluginLibrary> plugin, const PreparedDocument& prepared,
+                           const ModelOptions& options)
     : fPlugin(std::move(plugin)),
       fTranslator(fPlugin->makeTranslator()),
-      fModel(fTranslator->ParseFromTree(&document.getDocument(), std::string())),
-      fNotes(std::move(notes)) {
+      fModel(fTranslator->ParseFromTree(&prepared.document->getDocument(), std::string())),
+      fNotes(prepared.notes) {
     if (!fModel || !fModel->GetDictionary() || !fModel->GetTargetVar())
         throw Error("the plug-in gives no model with fields and a target");
     describeTarget();
-    fInputs = findInputs(document, *fModel->GetDictionary(), fModel->GetTransformationDictionary());
-    refuseUnbuilt(document, *fModel->GetDictionary(), fInputs);
-    fColumns = listOutputColumns(document, fTarget);
-    const auto ignored = noteIgnored(document);
+    describeFields(*prepared.document);
+    const auto ignored = noteIgnored(*prepared.document);
     fNotes.insert(fNotes.end(), ignored.begin(), ignored.end());
-    fModel->SetMissingValuePolicy(options.missingPolicy);
+    fModel->SetMissingValuePolicy(static_cast<KwBrevix_930::ScoreModel::MVPolicy>(options.missingPolicy));
     fModel->SetPredictionOnly(options.predictsOnly);
     warmUp();
 }
@@ -123,16 +84,46 @@ ScoringModel::~ScoringModel() = default;
 
 void ScoringModel::describeTarget() {
     const auto* target = fModel->GetTargetVar();
-    fTarget.name = target->GetName();
-    fTarget.isClassification = fModel->GetModelType() == KwBrevix_930::ScoreModel::kSVMClassification;
-    if (!fTarget.isClassification || !target->GetCategories())
+    fTargetName = target->GetName();
+    fIsClassification = fModel->GetModelType() == KwBrevix_930::ScoreModel::kSVMClassification;
+    if (!fIsClassification || !target->GetCategories())
         return;
     for (const auto& category : *target->GetCategories())
-        fTarget.categories.push_back(category.name);
+        fCategories.push_back(category.name);
 }
 
-std::unique_ptr<KwBrevix_930::CaseRecord> ScoringModel::makeRecord() const {
-    return std::make_unique<KwBrevix_930::CaseRecord>(*fModel->GetDictionary());
+void ScoringModel::describeFields(const ModelDocument& document) {
+    const auto& dictionary = *fModel->GetDictionary();
+    const auto names = findInputs(document, dictionary, fModel->GetTransformationDictionary());
+    refuseUnbuilt(document, dictionary, names);
+    fInputs = describeInputs(document, dictionary, names);
+    const KwBrevix_930::CaseRecord record(dictionary);
+    for (const std::string& name : names)
+        fInputPlaces.push_back(record.GetIndex(name));
+    const std::string type = describeType(document, *fModel->GetTargetVar());
+    fColumns = listOutputColumns(document, {fTargetName, type, fIsClassification, fCategories});
+}
+
+namespace {
+
+template <class Named>
+std::optional<std::size_t> findName(const std::vector<Named>& list, std::string_view name) {
+    const auto found = std::find_if(list.begin(), list.end(), [name](const Named& one) { return one.name == name; });
+    return found == list.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - list.begin()));
+}
+
+}  // namespace
+
+std::optional<std::size_t> ScoringModel::findInput(std::string_view name) const {
+    return findName(fInputs, name);
+}
+
+std::optional<std::size_t> ScoringModel::findOutputColumn(std::string_view name) const {
+    return findName(fColumns, name);
+}
+
+Record ScoringModel::makeRecord() const {
+    return Record(std::make_unique<KwBrevix_930::CaseRecord>(*fModel->GetDictionary()), fInputPlaces);
 }
 
 namespace {
@@ -155,10 +146,10 @@ private:
 void ScoringModel::warmUp() const {
     const TracePause pause;
     Outcome outcome;
-    score(*makeRecord(), outcome);
+    score(makeRecord(), outcome);
 }
 
-void ScoringModel::score(const KwBrevix_930::CaseRecord& record, Outcome& outcome) const {
+void ScoringModel::score(const Record& record, Outcome& outcome) const {
     outcome.category = -1;
     outcome.number.reset();
     outcome.confidence.reset();
@@ -167,12 +158,12 @@ void ScoringModel::score(const KwBrevix_930::CaseRecord& record, Outcome& outcom
     outcome.lower.reset();
     outcome.upper.reset();
     ScoreResult* given = nullptr;
-    const KwScore::KwStatus status = fModel->GetScore(&record, given, false);
+    const KwScore::KwStatus status = fModel->GetScore(record.fCells.get(), given, false);
     const std::unique_ptr<const ScoreResult> result(given);
     outcome.status = status.IsError() ? status.GetErrorCode() : 0;
     if (status.IsError() || !result)
         return;
-    if (fTarget.isClassification)
+    if (fIsClassification)
         readClassification(*result, outcome);
     else
         readRegression(*result, outcome);
@@ -180,7 +171,7 @@ void ScoringModel::score(const KwBrevix_930::CaseRecord& record, Outcome& outcom
 
 void ScoringModel::readClassification(const ScoreResult& result, Outcome& outcome) const {
     const int category = fModel->GetTargetVar()->GetCategoryIndex(result.GetPrediction());
-    outcome.category = category < static_cast<int>(fTarget.categories.size()) ? category : -1;
+    outcome.category = category < static_cast<int>(fCategories.size()) ? category : -1;
     outcome.confidence = presentValue(result.GetConfidence(), -1.0);
     const auto& percents = static_cast<const KwBrevix_930::ScoreClsResult&>(result).GetAllValuePercent();
     for (const auto& [value, percent] : percents)
@@ -198,6 +189,44 @@ void ScoringModel::readRegression(const ScoreResult& result, Outcome& outcome) c
     static_cast<const KwBrevix_930::SVMRegResult&>(result).GetCI(lower, upper);
     outcome.lower = presentValue(lower);
     outcome.upper = presentValue(upper);
+}
+
+namespace {
+
+OutputValue valueOf(std::optional<double> number) {
+    return number ? OutputValue{OutputValue::kNumber, *number} : OutputValue{};
+}
+
+OutputValue probabilityOf(const Outcome& outcome, int category) {
+    const auto place = static_cast<std::size_t>(category);
+    const bool isThere = category >= 0 && place < outcome.probabilities.size();
+    return isThere ? OutputValue{OutputValue::kNumber, outcome.probabilities[place]} : OutputValue{};
+}
+
+}  // namespace
+
+OutputValue ScoringModel::getValue(const Outcome& outcome, const OutputColumn& column) const {
+    switch (column.content) {
+        case OutputColumn::kPrediction:
+            if (outcome.category >= 0)
+                return {OutputValue::kText, 0.0, fCategories[static_cast<std::size_t>(outcome.category)]};
+            return valueOf(outcome.number);
+        case OutputColumn::kConfidence:
+            return valueOf(outcome.confidence);
+        case OutputColumn::kProbability:
+            return probabilityOf(outcome, column.category);
+        case OutputColumn::kPredictedProbability:
+            return probabilityOf(outcome, outcome.category);
+        case OutputColumn::kStdDev:
+            return valueOf(outcome.stdDev);
+        case OutputColumn::kLower:
+            return valueOf(outcome.lower);
+        case OutputColumn::kUpper:
+            return valueOf(outcome.upper);
+        case OutputColumn::kStatus:
+            return valueOf(outcome.status);
+    }
+    return {};
 }
 
 }  // namespace brevix

@@ -1,17 +1,21 @@
-// A model that is ready to score: the document parsed, prepared and translated by the plug-in.
+// A model that is ready to score. This is the one header that a program needs which embeds scoring.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "host/CaseRecord.h"
-#include "host/ScoreModel.h"
+#include "runtime/Error.h"
+#include "runtime/InputField.h"
 #include "runtime/Outcome.h"
-#include "runtime/output_columns.h"
+#include "runtime/OutputColumn.h"
+#include "runtime/Record.h"
 
 namespace KwBrevix_930 {
+class CaseRecord;
+class ScoreModel;
 class ScoreResult;
 class ScoreTranslator;
 }  // namespace KwBrevix_930
@@ -20,52 +24,63 @@ namespace brevix {
 
 class ModelDocument;
 class PluginLibrary;
+struct PreparedDocument;
+
+/// Whether a missing input is replaced where the model says by what; otherwise the case ends with 90029.
+enum class MissingPolicy { kUseReplacement = 0, kMarkAsMissing = 1, kLeavePrediction = 2 };
 
 struct ModelOptions {
     /// Whether the document is rewritten first where exporters write what the translator does not read.
     bool prepares = true;
+    /// No confidence, probabilities, deviation or interval.
     bool predictsOnly = false;
-    KwBrevix_930::ScoreModel::MVPolicy missingPolicy = KwBrevix_930::ScoreModel::kUseReplacement;
-    /// The plug-in's path; empty: PluginLibrary::findDefault().
+    MissingPolicy missingPolicy = MissingPolicy::kUseReplacement;
+    /// The plug-in's path; empty: beside the program, then the install directory.
     std::string plugin = {};
 };
 
-/// Scores its own first case while it is opened; from then on any number of threads may score at once, each with a
-/// record of its own.
+/// Once open, a model does not change: any number of threads may use it at once, each with a record and an outcome of
+/// its own.
 class ScoringModel {
 public:
     /// Opens the document in a file, or the document that a text is.
     /// Fails: Error, with the numeric code where there is one; the first form names the file.
     static std::unique_ptr<ScoringModel> openFile(const std::string& path, const ModelOptions& options = {});
     static std::unique_ptr<ScoringModel> openText(std::string_view text, const ModelOptions& options = {});
+    /// Opens a document that was prepared before; options.prepares does not matter. Not for programs that embed.
+    static std::unique_ptr<ScoringModel> openPrepared(const PreparedDocument& prepared, const ModelOptions& options);
     ScoringModel(const ScoringModel&) = delete;
     ScoringModel& operator=(const ScoringModel&) = delete;
     ~ScoringModel();
 
-    bool isClassification() const { return fTarget.isClassification; }
-    const std::string& getTargetName() const { return fTarget.name; }
+    bool isClassification() const { return fIsClassification; }
+    const std::string& getTargetName() const { return fTargetName; }
     /// Returns: the target's categories in order; empty for a regression model.
-    const std::vector<std::string>& getCategories() const { return fTarget.categories; }
+    const std::vector<std::string>& getCategories() const { return fCategories; }
     /// Returns: the fields that a record must be given, in dictionary order; all others have no effect.
-    const std::vector<std::string>& getInputs() const { return fInputs; }
+    const std::vector<InputField>& getInputs() const { return fInputs; }
     /// Returns: the columns of a result table, the status last.
     const std::vector<OutputColumn>& getOutputColumns() const { return fColumns; }
+    /// Returns: the place of the input, or of the output column, of that name; nothing where there is none.
+    std::optional<std::size_t> findInput(std::string_view name) const;
+    std::optional<std::size_t> findOutputColumn(std::string_view name) const;
     /// Returns: one sentence for each kind of change that was made to the document, and for what was left out.
     const std::vector<std::string>& getNotes() const { return fNotes; }
 
-    /// Returns: a new record with all fields missing; it must not outlive the model. Its GetIndex knows the inputs.
-    std::unique_ptr<KwBrevix_930::CaseRecord> makeRecord() const;
+    /// Returns: a new record with all inputs missing; it must not outlive the model.
+    Record makeRecord() const;
     /// Scores one record. outcome: overwritten, so that its memory serves the next case.
-    void score(const KwBrevix_930::CaseRecord& record, Outcome& outcome) const;
+    void score(const Record& record, Outcome& outcome) const;
+    /// Returns: what an outcome of this model holds for a column.
+    OutputValue getValue(const Outcome& outcome, const OutputColumn& column) const;
 
 private:
-    ScoringModel(std::unique_ptr<PluginLibrary> plugin, const ModelDocument& document, const ModelOptions& options,
-                 std::vector<std::string> notes);
+    ScoringModel(std::unique_ptr<PluginLibrary> plugin, const PreparedDocument& prepared, const ModelOptions& options);
 
-    template <class Parse>
-    static std::unique_ptr<ScoringModel> open(std::unique_ptr<PluginLibrary> plugin, const ModelOptions& options,
-                                              const Parse& parse);
+    static std::unique_ptr<ScoringModel> open(std::unique_ptr<PluginLibrary> plugin, const PreparedDocument& prepared,
+                                              const ModelOptions& options);
     void describeTarget();
+    void describeFields(const ModelDocument& document);
     void warmUp() const;
     void readClassification(const KwBrevix_930::ScoreResult& result, Outcome& outcome) const;
     void readRegression(const KwBrevix_930::ScoreResult& result, Outcome& outcome) const;
@@ -74,8 +89,12 @@ private:
     std::unique_ptr<PluginLibrary> fPlugin;
     std::unique_ptr<KwBrevix_930::ScoreTranslator> fTranslator;
     std::unique_ptr<KwBrevix_930::ScoreModel> fModel;
-    TargetDescription fTarget;
-    std::vector<std::string> fInputs;
+    bool fIsClassification = false;
+    std::string fTargetName;
+    std::vector<std::string> fCategories;
+    std::vector<InputField> fInputs;
+    // Where the inputs stand in the host's records.
+    std::vector<int> fInputPlaces;
     std::vector<OutputColumn> fColumns;
     std::vector<std::string> fNotes;
 };

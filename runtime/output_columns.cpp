@@ -18,16 +18,17 @@ using Tags = KwBrevix_930::PMMLModelTags;
 using xercesc::DOMElement;
 
 std::vector<OutputColumn> listOwnColumns(const TargetDescription& target) {
-    std::vector<OutputColumn> columns = {{"predicted_" + target.name, OutputColumn::kPrediction}};
+    std::vector<OutputColumn> columns = {{"predicted_" + target.name, OutputColumn::kPrediction, target.type}};
     if (!target.isClassification) {
-        columns.push_back({"stddev", OutputColumn::kStdDev});
-        columns.push_back({"ci_lower", OutputColumn::kLower});
-        columns.push_back({"ci_upper", OutputColumn::kUpper});
+        columns.push_back({"stddev", OutputColumn::kStdDev, "double"});
+        columns.push_back({"ci_lower", OutputColumn::kLower, "double"});
+        columns.push_back({"ci_upper", OutputColumn::kUpper, "double"});
         return columns;
     }
-    columns.push_back({"confidence", OutputColumn::kConfidence});
+    columns.push_back({"confidence", OutputColumn::kConfidence, "double"});
     for (std::size_t i = 0; i < target.categories.size(); ++i)
-        columns.push_back({"probability_" + target.categories[i], OutputColumn::kProbability, static_cast<int>(i)});
+        columns.push_back(
+            {"probability_" + target.categories[i], OutputColumn::kProbability, "double", static_cast<int>(i)});
     return columns;
 }
 
@@ -47,7 +48,7 @@ public:
     }
 
     std::vector<OutputColumn> read() {
-        const OutputColumn status{"status", OutputColumn::kStatus};
+        const OutputColumn status{"status", OutputColumn::kStatus, "integer"};
         const DOMElement* output = fDocument.findChild(fDocument.getModel(), "Output");
         for (const DOMElement* field : fDocument.findChildren(output, "OutputField")) {
             const std::string name = fDocument.getAttribute(*field, Tags::XML_ATT_NAME);
@@ -71,7 +72,7 @@ private:
         if (targetField && *targetField != fTarget.name)
             return complain(name, "asks for targetField='" + *targetField + "'");
         if (feature == "predictedValue")
-            return OutputColumn{name, OutputColumn::kPrediction};
+            return OutputColumn{name, OutputColumn::kPrediction, fTarget.type};
         if (feature != "probability" || !fTarget.isClassification)
             return complain(name, "asks for feature='" + feature + "'");
         return readProbability(name, fDocument.findAttribute(field, Tags::XML_ATT_VALUE));
@@ -79,11 +80,11 @@ private:
 
     std::optional<OutputColumn> readProbability(const std::string& name, const std::optional<std::string>& value) {
         if (!value)
-            return OutputColumn{name, OutputColumn::kPredictedProbability};
+            return OutputColumn{name, OutputColumn::kPredictedProbability, "double"};
         const auto found = fIndexByCategory.find(*value);
         if (found == fIndexByCategory.end())
             return complain(name, "asks for the probability of '" + *value + "', which is no category");
-        return OutputColumn{name, OutputColumn::kProbability, found->second};
+        return OutputColumn{name, OutputColumn::kProbability, "double", found->second};
     }
 
     void add(const OutputColumn& column) {

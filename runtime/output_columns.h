@@ -4,22 +4,17 @@
 #include <string>
 #include <vector>
 
+#include "runtime/OutputColumn.h"
+
 namespace brevix {
 
 class ModelDocument;
 
-struct OutputColumn {
-    enum Content { kPrediction, kConfidence, kProbability, kPredictedProbability, kStdDev, kLower, kUpper, kStatus };
-
-    std::string name;
-    Content content;
-    /// kProbability: which category; otherwise -1.
-    int category = -1;
-};
-
 /// What the columns of a model's results depend on.
 struct TargetDescription {
     std::string name;
+    /// The PMML data type of predictions.
+    std::string type;
     bool isClassification = false;
     /// In category order; empty for a regression model.
     std::vector<std::string> categories;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 #include <tbb/concurrent_queue.h>
 #include <tbb/enumerable_thread_specific.h>
@@ -11,7 +12,6 @@
 #include <tbb/parallel_pipeline.h>
 #include <tbb/task_arena.h>
 
-#include "host/CaseRecord.h"
 #include "runtime/OutputFile.h"
 #include "runtime/RowWriter.h"
 #include "runtime/ScoringModel.h"
@@ -27,7 +27,9 @@ struct ColumnPlan {
 };
 
 ColumnPlan planColumns(const ScoringModel& model, const std::vector<std::string>& keptNames) {
-    ColumnPlan plan{model.getInputs(), {}};
+    ColumnPlan plan;
+    for (const InputField& input : model.getInputs())
+        plan.wanted.push_back(input.name);
     for (const std::string& name : keptNames) {
         const auto found = std::find(plan.wanted.begin(), plan.wanted.end(), name);
         plan.kept.push_back({name, static_cast<std::size_t>(found - plan.wanted.begin())});
@@ -39,7 +41,7 @@ ColumnPlan planColumns(const ScoringModel& model, const std::vector<std::string>
 
 // What one thread needs for scoring.
 struct Scorer {
-    std::unique_ptr<KwBrevix_930::CaseRecord> record;
+    std::optional<Record> record;
     Outcome outcome;
 };
 
@@ -53,16 +55,12 @@ struct Job {
 class TableScorer {
 public:
     TableScorer(const ScoringModel& model, const RowWriter& writer, const std::vector<std::string>& missingTexts)
-        : fModel(model), fWriter(writer), fMissingTexts(missingTexts) {
-        const auto record = model.makeRecord();
-        for (const std::string& input : model.getInputs())
-            fIndices.push_back(record->GetIndex(input));
-    }
+        : fModel(model), fWriter(writer), fMissingTexts(missingTexts) {}
 
     void score(Job& job) {
         Scorer& scorer = fScorers.local();
         if (!scorer.record)
-            scorer.record = fModel.makeRecord();
+            scorer.record.emplace(fModel.makeRecord());
         for (std::size_t row = 0; row < job.rows.getRowCount(); ++row) {
             fill(*scorer.record, job.rows, row);
             fModel.score(*scorer.record, scorer.outcome);
@@ -72,22 +70,21 @@ public:
     }
 
 private:
-    void fill(KwBrevix_930::CaseRecord& record, const RowBatch& rows, std::size_t row) const {
-        for (std::size_t i = 0; i < fIndices.size(); ++i) {
+    void fill(Record& record, const RowBatch& rows, std::size_t row) const {
+        for (std::size_t i = 0; i < fModel.getInputs().size(); ++i) {
             const std::string_view text = rows.getText(row, i);
             const bool isMissing = rows.getKind(row, i) == Row::kMissing ||
                                    std::find(fMissingTexts.begin(), fMissingTexts.end(), text) != fMissingTexts.end();
             if (isMissing)
-                record.SetMissing(fIndices[i]);
+                record.setMissing(i);
             else
-                record.SetText(fIndices[i], text);
+                record.setText(i, text);
         }
     }
 
     const ScoringModel& fModel;
     const RowWriter& fWriter;
     const std::vector<std::string>& fMissingTexts;
-    std::vector<int> fIndices;
     tbb::enumerable_thread_specific<Scorer> fScorers;
 };
 

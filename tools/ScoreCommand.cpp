@@ -130,8 +130,8 @@ int ScoreCommand::run() {
     options.keptColumns = listKeptColumns();
     options.missingTexts = fMissingTexts;
     options.threadCount = fThreadCount;
-    const auto model = ScoringModel::openFile(
-        fModel, {!fIsAsIs, fPredictsOnly, static_cast<KwBrevix_930::ScoreModel::MVPolicy>(fMissingPolicy), fPlugin});
+    const auto model =
+        ScoringModel::openFile(fModel, {!fIsAsIs, fPredictsOnly, static_cast<MissingPolicy>(fMissingPolicy), fPlugin});
     checkKeptColumns(options.keptColumns, *model);
     InputFile input(fInput);
     std::optional<OutputFile> output;

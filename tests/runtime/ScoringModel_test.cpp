@@ -29,14 +29,21 @@ std::unique_ptr<ScoringModel> open(const SmallDocument& document, const ModelOpt
     return ScoringModel::openText(document.makeText(), withPlugin(options));
 }
 
+std::vector<std::string> inputNames(const ScoringModel& model) {
+    std::vector<std::string> names;
+    for (const auto& input : model.getInputs())
+        names.push_back(input.name);
+    return names;
+}
+
 using Values = std::vector<std::pair<std::string, std::string>>;
 
 Outcome scoreOne(const ScoringModel& model, const Values& values) {
-    const auto record = model.makeRecord();
+    auto record = model.makeRecord();
     for (const auto& [name, text] : values)
-        record->SetText(record->GetIndex(name), text);
+        record.setText(name, text);
     Outcome outcome;
-    model.score(*record, outcome);
+    model.score(record, outcome);
     return outcome;
 }
 
@@ -66,7 +73,7 @@ TEST(ScoringModel, TellsTargetCategoriesInputsAndColumns) {
     EXPECT_TRUE(model->isClassification());
     EXPECT_EQ(model->getTargetName(), "hue");
     EXPECT_THAT(model->getCategories(), ElementsAre("red", "blue"));
-    EXPECT_THAT(model->getInputs(), ElementsAre("x", "y"));
+    EXPECT_THAT(inputNames(*model), ElementsAre("x", "y"));
     std::vector<std::string> names;
     for (const auto& column : model->getOutputColumns())
         names.push_back(column.name);
@@ -127,10 +134,10 @@ TEST(ScoringModel, MissingPolicyDecidesWhetherReplacementsAreUsed) {
     SmallDocument document;
     document.miningFields =
         R"(<MiningField name="hue" usageType="target"/><MiningField name="x"/><MiningField name="y" missingValueReplacement="0.25"/>)";
-    using Policy = KwBrevix_930::ScoreModel;
+    using brevix::MissingPolicy;
     EXPECT_EQ(predict(*open(document), {{"x", "0.5"}}), "blue");
-    EXPECT_EQ(predict(*open(document, {.missingPolicy = Policy::kMarkAsMissing}), {{"x", "0.5"}}), "90029");
-    EXPECT_EQ(predict(*open(document, {.missingPolicy = Policy::kLeavePrediction}), {{"x", "0.5"}}), "90029");
+    EXPECT_EQ(predict(*open(document, {.missingPolicy = MissingPolicy::kMarkAsMissing}), {{"x", "0.5"}}), "90029");
+    EXPECT_EQ(predict(*open(document, {.missingPolicy = MissingPolicy::kLeavePrediction}), {{"x", "0.5"}}), "90029");
 }
 
 TEST(ScoringModel, TreatmentsOfInvalidValuesAreHonoured) {
@@ -194,7 +201,7 @@ TEST(ScoringModel, InputsAreTheFieldsThatVectorsReachThroughDerivedOnes) {
     document.afterSchema = "<LocalTransformations>" + derived("q", "p") + "</LocalTransformations>";
     document.vectorFields = R"(<FieldRef field="q"/><FieldRef field="x"/>)";
     const auto model = open(document);
-    EXPECT_THAT(model->getInputs(), ElementsAre("x", "z"));
+    EXPECT_THAT(inputNames(*model), ElementsAre("x", "z"));
     EXPECT_EQ(predict(*model, {{"z", "0.5"}, {"x", "0.25"}}), "blue");
     EXPECT_EQ(predict(*model, {{"z", "-0.5"}, {"x", "0.25"}}), "red");
     EXPECT_THAT(faultOf(document, {.prepares = false}), HasSubstr("260103"));
@@ -207,7 +214,7 @@ TEST(ScoringModel, VersionTwoHonoursBothTransformationElements) {
     document.afterSchema = "<LocalTransformations>" + derived("q", "y") + "</LocalTransformations>";
     document.vectorFields = R"(<FieldRef field="p"/><FieldRef field="q"/>)";
     const auto model = open(document);
-    EXPECT_THAT(model->getInputs(), ElementsAre("x", "y"));
+    EXPECT_THAT(inputNames(*model), ElementsAre("x", "y"));
     EXPECT_EQ(predict(*model, {{"x", "-0.5"}, {"y", "0.25"}}), "red");
 }
 
@@ -301,7 +308,7 @@ TEST(ScoringModel, LocalTransformationsAreEvaluatedUnpreparedToo) {
     document.afterSchema = "<LocalTransformations>" + derived("p", "x") + "</LocalTransformations>";
     document.vectorFields = R"(<FieldRef field="p"/><FieldRef field="y"/>)";
     const auto model = open(document, {.prepares = false});
-    EXPECT_THAT(model->getInputs(), ElementsAre("x", "y"));
+    EXPECT_THAT(inputNames(*model), ElementsAre("x", "y"));
     EXPECT_EQ(predict(*model, {{"x", "-0.5"}, {"y", "0.25"}}), "red");
     EXPECT_THAT(model->getNotes(), IsEmpty());
 }
@@ -475,13 +482,13 @@ TEST(ScoringModel, AnyNumberOfThreadsMayScoreFromTheFirstCaseOn) {
     std::vector<int> wrong(4);
     for (std::size_t t = 0; t < wrong.size(); ++t) {
         threads.emplace_back([&model, &wrong, t] {
-            const auto record = model->makeRecord();
+            auto record = model->makeRecord();
             Outcome outcome;
             for (int i = 0; i < 4000; ++i) {
                 const double x = (i % 17 - 8) * 0.25 + static_cast<double>(t);
-                record->SetNumber(record->GetIndex("x"), x);
-                record->SetNumber(record->GetIndex("y"), 0.5);
-                model->score(*record, outcome);
+                record.setNumber("x", x);
+                record.setNumber("y", 0.5);
+                model->score(record, outcome);
                 wrong[t] += outcome.status != 0 || outcome.category != (1.5 * x - 0.25 < 0 ? 0 : 1);
             }
         });

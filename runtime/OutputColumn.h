@@ -1,0 +1,20 @@
+// One column of a model's results.
+#pragma once
+
+#include <string>
+
+namespace brevix {
+
+struct OutputColumn {
+    /// Which part of an Outcome the column shows.
+    enum Content { kPrediction, kConfidence, kProbability, kPredictedProbability, kStdDev, kLower, kUpper, kStatus };
+
+    std::string name;
+    Content content;
+    /// The PMML data type of the values; a value may always be absent.
+    std::string type;
+    /// kProbability: which category; otherwise -1.
+    int category = -1;
+};
+
+}  // namespace brevix
