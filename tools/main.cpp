@@ -10,6 +10,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "tools/InspectCommand.h"
 #include "tools/Report.h"
 #include "tools/ScoreCommand.h"
 #include "tools/UsageError.h"
@@ -41,6 +42,8 @@ int run(int argc, char** argv) {
     CLI::App app("Scores tables with support vector machine models in PMML.", "brevix");
     app.require_subcommand(1);
     brevix::ScoreCommand score(*app.add_subcommand("score", "score a table"));
+    auto* inspectApp = app.add_subcommand("inspect", "tell what a model is, and what has no effect in it");
+    brevix::InspectCommand inspect(*inspectApp);
     const CLI::App* version = app.add_subcommand("version", "print the version");
     try {
         app.parse(argc, argv);
@@ -49,7 +52,9 @@ int run(int argc, char** argv) {
             return app.exit(fault);
         throw brevix::UsageError(fault.what());
     }
-    return version->parsed() ? printVersion() : score.run();
+    if (version->parsed())
+        return printVersion();
+    return inspectApp->parsed() ? inspect.run() : score.run();
 }
 
 }  // namespace

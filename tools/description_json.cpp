@@ -1,0 +1,106 @@
+// A model's description as JSON for programs. The keys are promised in docs/command.md.
+#include <nlohmann/json.hpp>
+
+#include "runtime/ModelDescription.h"
+#include "tools/description_text.h"
+
+namespace brevix {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json orNull(const std::string& text) {
+    return text.empty() ? Json(nullptr) : Json(text);
+}
+
+template <class Value>
+Json orNull(const std::optional<Value>& value) {
+    return value ? Json(*value) : Json(nullptr);
+}
+
+template <class List, class Describe>
+Json listOf(const List& list, const Describe& describe) {
+    Json items = Json::array();
+    for (const auto& item : list)
+        items.push_back(describe(item));
+    return items;
+}
+
+Json describeKernel(const ModelDescription& model) {
+    Json parameters = Json::object();
+    for (const auto& [name, value] : model.kernelParameters)
+        parameters[name] = value;
+    return {{"type", model.kernel}, {"parameters", parameters}};
+}
+
+Json describeVectors(const ModelDescription& model) {
+    return {{"fields", model.vectorFieldCount},
+            {"instances", model.instanceCount},
+            {"used", model.usedInstanceCount},
+            {"shared", model.sharedInstanceCount},
+            {"density", orNull(model.density)}};
+}
+
+Json describeMachine(const ModelDescription::Machine& machine) {
+    return {{"categories", machine.categories},
+            {"supportVectors", machine.vectorCount},
+            {"leftOut", machine.lostVectorCount}};
+}
+
+Json describeRange(const InputField::Range& range) {
+    return {{"lower", orNull(range.lower)},
+            {"includesLower", range.includesLower},
+            {"upper", orNull(range.upper)},
+            {"includesUpper", range.includesUpper}};
+}
+
+Json describeInput(const InputField& field) {
+    return {{"name", field.name},
+            {"type", field.type},
+            {"kind", field.kind},
+            {"optional", field.isOptional},
+            {"values", field.values},
+            {"ranges", listOf(field.ranges, describeRange)},
+            {"missingReplacement", orNull(field.missingReplacement)},
+            {"invalidTreatment", field.invalidTreatment}};
+}
+
+Json describeDerivedField(const ModelDescription::DerivedField& field) {
+    return {{"name", field.name}, {"type", field.type}, {"kind", field.kind}, {"expression", field.expression}};
+}
+
+Json describeOutput(const OutputColumn& column) {
+    return {{"name", column.name}, {"type", column.type}};
+}
+
+Json describeMethod(const ModelDescription& model) {
+    if (model.method.empty())
+        return nullptr;
+    return {{"name", model.method}, {"threshold", model.threshold}, {"maxWins", model.hasMaxWins}};
+}
+
+}  // namespace
+
+std::string describeAsJson(const ModelDescription& description) {
+    const Json json = {
+        {"modelName", orNull(description.modelName)},
+        {"function", description.function},
+        {"pmmlVersion", orNull(description.version)},
+        {"producer", {{"name", orNull(description.producerName)}, {"version", orNull(description.producerVersion)}}},
+        {"method", describeMethod(description)},
+        {"kernel", describeKernel(description)},
+        {"target",
+         {{"name", description.targetName}, {"type", description.targetType}, {"categories", description.categories}}},
+        {"vectors", describeVectors(description)},
+        {"machines", listOf(description.machines, describeMachine)},
+        {"inputs", listOf(description.inputs, describeInput)},
+        {"derivedFields", listOf(description.derivedFields, describeDerivedField)},
+        {"outputs", listOf(description.outputs, describeOutput)},
+        {"prepared", description.prepared},
+        {"ignored", description.ignored},
+    };
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace brevix
