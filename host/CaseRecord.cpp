@@ -23,7 +23,7 @@ CaseRecord::~CaseRecord() = default;
 
 void CaseRecord::SetMissing(int index) {
     Cell& cell = fCells.at(static_cast<std::size_t>(index));
-    cell.current = cell.variable->GetVarStats()->GetMissingReplacement();
+    cell.current = cell.variable->TreatMissing();
 }
 
 void CaseRecord::SetText(int index, std::string_view text) {
@@ -33,25 +33,13 @@ void CaseRecord::SetText(int index, std::string_view text) {
         return;
     }
     cell.text.SetText(text);
-    Take(cell, cell.text);
+    cell.current = cell.variable->Treat(cell.text);
 }
 
 void CaseRecord::SetNumber(int index, double number) {
     Cell& cell = fCells.at(static_cast<std::size_t>(index));
     cell.number.SetDoubleValue(number);
-    Take(cell, cell.number);
-}
-
-void CaseRecord::Take(Cell& cell, const ScoreValue& value) {
-    const DictVar& variable = *cell.variable;
-    const auto treatment = variable.GetInvalidTreatment();
-    const bool isMissing = variable.IsMissing(&value);
-    const bool isTreated = !isMissing && (treatment == DictVar::kAsMissing || treatment == DictVar::kAsValue) &&
-                           !variable.IsDeclaredValid(value);
-    if (isMissing || (isTreated && treatment == DictVar::kAsMissing))
-        cell.current = variable.GetVarStats()->GetMissingReplacement();
-    else
-        cell.current = isTreated ? variable.GetInvalidReplacement() : &value;
+    cell.current = cell.variable->Treat(cell.number);
 }
 
 void CaseRecord::Clear() {

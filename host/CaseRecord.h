@@ -15,9 +15,8 @@ namespace KwBrevix_930 {
 
 class DictVar;
 
-/// Filled anew for each case without allocating for numbers. Cells stand in dictionary order and start missing. A
-/// missing cell holds its variable's replacement object, or null where there is none; a value that the variable's
-/// treatment turns into a missing one or into a replacement is turned when it is set.
+/// Filled anew for each case without allocating for numbers. Cells stand in dictionary order and start missing. A cell
+/// holds what its variable's treatments make of the value, as DictVar::Treat says.
 class BREVIX_HOST_API CaseRecord : public ScoreCaseRecord {
 public:
     enum Access { kByIndex, kByName };
@@ -51,8 +50,6 @@ private:
         StringValue text;
         const ScoreValue* current = nullptr;
     };
-
-    void Take(Cell& cell, const ScoreValue& value);
 
     Access fAccess;
     std::vector<Cell> fCells;

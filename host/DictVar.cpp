@@ -5,11 +5,19 @@
 #include <cmath>
 #include <ostream>
 
-#include "host/NumericValue.h"
+#include "host/DateTimeValue.h"
 #include "host/StringValue.h"
 #include "host/number_text.h"
 
 namespace KwBrevix_930 {
+
+namespace {
+
+// What a record holds where a missing value makes the case invalid. No variable has values of this type, so that it is
+// neither missing nor valid anywhere.
+const DateTimeValue kNeverValid(0.0, std::string());
+
+}  // namespace
 
 ScoreDictVar::~ScoreDictVar() = default;
 
@@ -26,6 +34,7 @@ DictVar::DictVar(const DictVar& other)
       fName(other.fName),
       fType(other.fType),
       fKind(other.fKind),
+      fDisplayValues(other.fDisplayValues),
       fIndexByText(other.fIndexByText),
       fIndexByNumber(other.fIndexByNumber),
       fLookUpCount(other.fLookUpCount),
@@ -34,6 +43,10 @@ DictVar::DictVar(const DictVar& other)
       fIntervals(other.fIntervals),
       fTreatment(other.fTreatment),
       fInvalidReplacement(other.fInvalidReplacement ? other.fInvalidReplacement->Clone() : nullptr),
+      fOutliers(other.fOutliers),
+      fLow(other.fLow),
+      fHigh(other.fHigh),
+      fMissingIsInvalid(other.fMissingIsInvalid),
       fStats(other.fStats),
       fIndex(other.fIndex) {
     for (const ScoreCategory& category : other.fCategories)
@@ -55,7 +68,7 @@ std::unique_ptr<DictVar> DictVar::CopyOf(const ScoreDictVar& other) {
     return copy;
 }
 
-bool DictVar::AddCategory(const std::string& text) {
+bool DictVar::AddCategory(const std::string& text, const std::string& displayValue) {
     auto value = MakeValue(text);
     if (!value)
         return false;
@@ -63,9 +76,19 @@ bool DictVar::AddCategory(const std::string& text) {
     const int known = GetCategoryIndex(text);
     if (known < 0 && fLookUpCount == declaredCount) {
         Declare(text, std::move(value));
+        if (!displayValue.empty()) {
+            fDisplayValues.resize(fCategories.size());
+            fDisplayValues.back() = displayValue;
+        }
         return true;
     }
     return known >= 0 && known < declaredCount;
+}
+
+const std::string& DictVar::GetDisplayValue(int category) const {
+    const auto place = static_cast<std::size_t>(category);
+    const bool isDeclared = place < fDisplayValues.size() && !fDisplayValues[place].empty();
+    return isDeclared ? fDisplayValues[place] : fCategories.at(place).name;
 }
 
 // The name and the value may differ in a variable of another class: both lead to the category.
@@ -99,6 +122,48 @@ void DictVar::AddInterval(const Interval& interval) {
 void DictVar::SetInvalidTreatment(InvalidTreatment treatment, std::unique_ptr<ScoreValue> replacement) {
     fTreatment = treatment;
     fInvalidReplacement = std::move(replacement);
+}
+
+void DictVar::SetOutlierTreatment(OutlierTreatment treatment, std::optional<double> low, std::optional<double> high) {
+    fOutliers = treatment;
+    fLow.reset();
+    fHigh.reset();
+    if (low)
+        fLow.emplace(*low);
+    if (high)
+        fHigh.emplace(*high);
+}
+
+// A raw value is treated in this order: is it missing? is it invalid, and what becomes of it then? is it an outlier,
+// and what becomes of it then? is it missing by now, and does anything replace it? An invalid value that is returned as
+// such, and a text where a number must stand, are left for the model to refuse.
+const ScoreValue* DictVar::Treat(const ScoreValue& raw) const {
+    if (IsMissing(&raw))
+        return TreatMissing();
+    const bool changesInvalid = fTreatment == kAsMissing || fTreatment == kAsValue;
+    if (!changesInvalid && fOutliers == kOutliersAsIs)
+        return &raw;
+    if (IsDeclaredValid(raw) || fTreatment == kAsIs)
+        return TreatOutlier(raw);
+    if (!changesInvalid)
+        return &raw;
+    return fTreatment == kAsMissing ? TreatMissing() : TreatOutlier(*fInvalidReplacement);
+}
+
+const ScoreValue* DictVar::TreatMissing() const {
+    return fMissingIsInvalid ? &kNeverValid : fStats.GetMissingReplacement();
+}
+
+const ScoreValue* DictVar::TreatOutlier(const ScoreValue& value) const {
+    if (fOutliers == kOutliersAsIs || value.GetType() != ScoreValue::kNumeric)
+        return &value;
+    const double number = value.GetDouble();
+    const bool isLow = fLow && number < fLow->GetDouble();
+    if (!isLow && !(fHigh && number > fHigh->GetDouble()))
+        return &value;
+    if (fOutliers == kOutliersAsMissing)
+        return TreatMissing();
+    return isLow ? &*fLow : &*fHigh;
 }
 
 std::optional<double> DictVar::ParseText(std::string_view text) const {
@@ -147,7 +212,8 @@ bool DictVar::IsMissing(const ScoreValue* value) const {
 bool DictVar::IsValid(const ScoreValue* value) const {
     if (!value)
         return false;
-    if (value == fInvalidReplacement.get())
+    // What this variable puts in place of a value is beyond its own rules.
+    if (value == fInvalidReplacement.get() || (fLow && value == &*fLow) || (fHigh && value == &*fHigh))
         return true;
     if (fTreatment == kAsIs)
         return IsString() ? value->GetType() == ScoreValue::kString : value->GetType() == ScoreValue::kNumeric;

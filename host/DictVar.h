@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "host/NumericValue.h"
 #include "host/ScoreDictVar.h"
 #include "host/ScoreMissingValueSet.h"
 
@@ -19,6 +20,9 @@ public:
 
     /// What becomes of a value that the declaration does not allow.
     enum InvalidTreatment { kReturnInvalid, kAsIs, kAsMissing, kAsValue };
+
+    /// What becomes of a number that is smaller or larger than the usual ones.
+    enum OutlierTreatment { kOutliersAsIs, kOutliersAsMissing, kOutliersAsExtreme };
 
     /// A range of valid numbers; an absent margin is open to infinity.
     struct Interval {
@@ -39,11 +43,17 @@ public:
 
     DataType GetDataType() const { return fType; }
     void SetName(std::string name) { fName = std::move(name); }
+    void SetKind(Kind kind) { fKind = kind; }
 
-    /// Declares a valid value. Declared a second time, a value keeps its first place.
+    /// Declares a valid value. Declared a second time, a value keeps its first place. displayValue: what people are to
+    /// see in its place; empty where nothing is declared.
     /// Fails: false, and nothing is declared, for a text that is no value of the data type, and behind a category that
     /// was registered only.
-    bool AddCategory(const std::string& text);
+    bool AddCategory(const std::string& text, const std::string& displayValue = {});
+    /// Returns: what people are to see in place of a declared category: its displayValue, or its name where none is
+    /// declared.
+    /// Errors: std::out_of_range for an index that is no declared category's.
+    const std::string& GetDisplayValue(int category) const;
     /// Declares a value that stands for a missing one. In a number field, a text that is no number stands for itself.
     void AddMissingValue(const std::string& text);
     /// Declares a value that is not allowed. Text: as AddMissingValue.
@@ -55,6 +65,17 @@ public:
     void SetInvalidTreatment(InvalidTreatment treatment, std::unique_ptr<ScoreValue> replacement);
     InvalidTreatment GetInvalidTreatment() const { return fTreatment; }
     const ScoreValue* GetInvalidReplacement() const { return fInvalidReplacement.get(); }
+
+    /// low, high: the limits of what is usual; without one, that side has no outliers. Texts are never outliers.
+    void SetOutlierTreatment(OutlierTreatment treatment, std::optional<double> low, std::optional<double> high);
+    /// Whether a missing value makes the case invalid, whatever could replace it.
+    void SetMissingIsInvalid(bool isInvalid) { fMissingIsInvalid = isInvalid; }
+
+    /// Returns: what a record holds for a raw value: the value itself, or an object of this variable that stands in
+    /// for it; null for a missing value without a replacement.
+    const ScoreValue* Treat(const ScoreValue& raw) const;
+    /// Returns: what a record holds for a missing value.
+    const ScoreValue* TreatMissing() const;
 
     /// Returns: a text as a value of this variable: a number where the data type is one, for a boolean 1 or 0; null for
     /// a text that is none.
@@ -87,6 +108,7 @@ private:
     bool IsOfDataType(const ScoreValue& value) const;
     std::optional<int> FindText(const std::string& text) const;
     std::optional<int> FindNumber(double number) const;
+    const ScoreValue* TreatOutlier(const ScoreValue& value) const;
     std::unique_ptr<ScoreValue> MakeAnyValue(const std::string& text) const;
     void Declare(const std::string& name, std::unique_ptr<ScoreValue> value);
     int AddToLookUp(const std::string& text, std::optional<double> number);
@@ -95,6 +117,8 @@ private:
     DataType fType;
     Kind fKind;
     std::vector<ScoreCategory> fCategories;
+    // By category index; shorter than the categories where the last ones declare none.
+    std::vector<std::string> fDisplayValues;
     // Both look-ups lead to category indices; those from fCategories.size() on were registered, not declared.
     std::unordered_map<std::string, int> fIndexByText;
     std::unordered_map<double, int> fIndexByNumber;
@@ -104,6 +128,10 @@ private:
     std::vector<Interval> fIntervals;
     InvalidTreatment fTreatment = kReturnInvalid;
     std::unique_ptr<ScoreValue> fInvalidReplacement;
+    OutlierTreatment fOutliers = kOutliersAsIs;
+    std::optional<NumericValue> fLow;
+    std::optional<NumericValue> fHigh;
+    bool fMissingIsInvalid = false;
     ScoreVarStats fStats;
     int fIndex = -1;
 };

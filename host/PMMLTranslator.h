@@ -18,11 +18,12 @@ public:
     ScoreModel* ParseFromTree(xercesc::DOMElement* dataDictionary, xercesc::DOMElement* transformations,
                               xercesc::DOMElement* model, const std::string& transcoder) override;
 
-    /// Reads a DataDictionary element: fields with their values and intervals. withTreatments: also the treatments of
-    /// invalid values that the model's MiningSchema beside it asks for.
+    /// Reads a DataDictionary element: fields with their values and intervals. withTreatments: also the kinds and
+    /// the treatments of values that the model's MiningSchema beside it asks for.
     /// Returns: a new dictionary, owned by the caller; where the caller of the translator supplied one, a copy of that.
     /// Errors: BXException 260120 (attribute, element) for a missing name; 260153 (value, attribute, element) for a
-    /// name that is empty or repeated and for a text that does not fit its attribute or the field's data type.
+    /// name that is empty or repeated and for a text that does not fit its attribute or the field's data type; 260111
+    /// (element, field, problem) for an Interval without margins or numbers and for treatments that contradict.
     ScoreDictionary* ParseDictionary(const xercesc::DOMNode* node, bool withTreatments) const;
 
     /// Checks a Targets element against a dictionary; what it asks for is applied after scoring, by the host.

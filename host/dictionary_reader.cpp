@@ -2,7 +2,9 @@
 #include "host/dictionary_reader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -29,6 +31,12 @@ using xercesc::DOMNode;
     throw error;
 }
 
+[[noreturn]] void RefuseField(const char* problem, const char* element, const std::string& field) {
+    BXException error(&gErrorFormater);
+    error.PutErrorMessage(260111, element, field.c_str(), problem);
+    throw error;
+}
+
 // The place of an attribute's value in a list of allowed ones.
 template <std::size_t N>
 std::size_t ReadChoice(const DOMElemUtility& reader, const DOMElement& element, const char* attribute,
@@ -49,7 +57,7 @@ void ReadValue(const DOMElemUtility& reader, const DOMElement& element, DictVar&
         variable.AddInvalidValue(text);
     else if (property == 2)
         variable.AddMissingValue(text);
-    else if (!variable.AddCategory(text))
+    else if (!variable.AddCategory(text, reader.GetAttributeToString(&element, "displayValue", false)))
         RefuseValue(text, Tags::XML_ATT_VALUE, Tags::XML_ELE_VALUE);
 }
 
@@ -57,6 +65,12 @@ std::optional<double> ReadMargin(const DOMElemUtility& reader, const DOMElement&
     if (!reader.HasAttribute(&element, attribute))
         return std::nullopt;
     return reader.GetAttributeToDouble(&element, attribute, true);
+}
+
+bool IsEmpty(const DictVar::Interval& interval) {
+    const double left = interval.left.value_or(-std::numeric_limits<double>::infinity());
+    const double right = interval.right.value_or(std::numeric_limits<double>::infinity());
+    return !(left < right) && !(left == right && interval.Contains(left));
 }
 
 void ReadInterval(const DOMElemUtility& reader, const DOMElement& element, DictVar& variable) {
@@ -67,23 +81,11 @@ void ReadInterval(const DOMElemUtility& reader, const DOMElement& element, DictV
     interval.right = ReadMargin(reader, element, Tags::XML_ATT_RIGHTMARGIN);
     interval.isLeftClosed = closure <= 1;
     interval.isRightClosed = closure % 2 == 0;
+    if (!interval.left && !interval.right)
+        RefuseField("has neither leftMargin nor rightMargin", Tags::XML_ELE_INTERVAL, variable.GetName());
+    if (IsEmpty(interval))
+        RefuseField("holds no number", Tags::XML_ELE_INTERVAL, variable.GetName());
     variable.AddInterval(interval);
-}
-
-std::unique_ptr<DictVar> ReadField(const DOMElemUtility& reader, const DOMElement& field) {
-    const std::string name = reader.GetAttributeToString(&field, Tags::XML_ATT_NAME, true);
-    if (name.empty())
-        RefuseValue(name, Tags::XML_ATT_NAME, Tags::XML_ELE_DATAFIELD);
-    const DictVar::DataType type = ReadDataType(reader, field);
-    auto variable = std::make_unique<DictVar>(name, type, ReadKind(reader, field, type));
-    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&field); child;
-         child = BaseTranslator::GetNextSiblingElt(child)) {
-        if (BaseTranslator::HasTag(child, Tags::XML_ELE_VALUE))
-            ReadValue(reader, *child, *variable);
-        else if (BaseTranslator::HasTag(child, Tags::XML_ELE_INTERVAL))
-            ReadInterval(reader, *child, *variable);
-    }
-    return variable;
 }
 
 // Of several models in a document, the first support vector machine is the one that is read.
@@ -100,8 +102,10 @@ const DOMElement* FindMiningSchema(const DOMElemUtility& reader, const DOMNode& 
     return firstSchema;
 }
 
-void ReadTreatment(const DOMElemUtility& reader, const DOMElement& miningField, DictVar& variable) {
+void ReadInvalidTreatment(const DOMElemUtility& reader, const DOMElement& miningField, DictVar& variable) {
     static constexpr std::string_view kTreatments[] = {"returnInvalid", "asIs", "asMissing", "asValue"};
+    if (!reader.HasAttribute(&miningField, Tags::XML_ATT_INVALIDTREATMENT))
+        return;
     const std::size_t treatment = ReadChoice(reader, miningField, Tags::XML_ATT_INVALIDTREATMENT, kTreatments);
     std::unique_ptr<ScoreValue> replacement;
     if (treatment == DictVar::kAsValue) {
@@ -113,7 +117,50 @@ void ReadTreatment(const DOMElemUtility& reader, const DOMElement& miningField, 
     variable.SetInvalidTreatment(static_cast<DictVar::InvalidTreatment>(treatment), std::move(replacement));
 }
 
+// How the replacement of missing values was found is of no concern; only returnInvalid asks for something.
+void ReadMissingTreatment(const DOMElemUtility& reader, const DOMElement& miningField, DictVar& variable) {
+    static constexpr std::string_view kTreatments[] = {"asIs",     "asMean",  "asMode",
+                                                       "asMedian", "asValue", "returnInvalid"};
+    static constexpr const char* kAttribute = "missingValueTreatment";
+    if (reader.HasAttribute(&miningField, kAttribute))
+        variable.SetMissingIsInvalid(ReadChoice(reader, miningField, kAttribute, kTreatments) == 5);
+}
+
+void ReadOutlierTreatment(const DOMElemUtility& reader, const DOMElement& miningField, DictVar& variable) {
+    static constexpr std::string_view kTreatments[] = {"asIs", "asMissingValues", "asExtremeValues"};
+    if (!reader.HasAttribute(&miningField, Tags::XML_ATT_OUTLIERS))
+        return;
+    const std::size_t treatment = ReadChoice(reader, miningField, Tags::XML_ATT_OUTLIERS, kTreatments);
+    if (treatment == DictVar::kOutliersAsIs || variable.GetKind() != DictVar::kContinuous)
+        return;
+    const auto low = ReadMargin(reader, miningField, "lowValue");
+    const auto high = ReadMargin(reader, miningField, "highValue");
+    if (!low && !high)
+        RefuseField("treats outliers but has neither lowValue nor highValue", Tags::XML_ELE_MININGFIELD,
+                    variable.GetName());
+    if ((low && std::isnan(*low)) || (high && std::isnan(*high)) || (low && high && *low > *high))
+        RefuseField("has a lowValue above its highValue", Tags::XML_ELE_MININGFIELD, variable.GetName());
+    variable.SetOutlierTreatment(static_cast<DictVar::OutlierTreatment>(treatment), low, high);
+}
+
+// The model may read a field as of another kind than the dictionary does.
+void OverrideKind(const DOMElemUtility& reader, const DOMElement& miningField, DictVar& variable) {
+    if (!reader.HasAttribute(&miningField, Tags::XML_ATT_OPTYPE))
+        return;
+    const DictVar::Kind kind = ReadKind(reader, miningField, variable.GetDataType());
+    if (kind == DictVar::kContinuous && variable.IsString() && variable.GetKind() != kind)
+        RefuseField("makes a field of texts continuous", Tags::XML_ELE_MININGFIELD, variable.GetName());
+    variable.SetKind(kind);
+}
+
 }  // namespace
+
+void ReadTreatment(const DOMElemUtility& reader, const DOMElement& miningField, DictVar& variable) {
+    OverrideKind(reader, miningField, variable);
+    ReadInvalidTreatment(reader, miningField, variable);
+    ReadMissingTreatment(reader, miningField, variable);
+    ReadOutlierTreatment(reader, miningField, variable);
+}
 
 DictVar::DataType ReadDataType(const DOMElemUtility& reader, const DOMElement& field) {
     // Version 2 of PMML knows no data types of fields: the kind tells then.
@@ -138,6 +185,22 @@ DictVar::Kind ReadKind(const DOMElemUtility& reader, const DOMElement& field, Di
     return static_cast<DictVar::Kind>(DictVar::kContinuous + ReadChoice(reader, field, Tags::XML_ATT_OPTYPE, kKinds));
 }
 
+std::unique_ptr<DictVar> ReadField(const DOMElemUtility& reader, const DOMElement& field) {
+    const std::string name = reader.GetAttributeToString(&field, Tags::XML_ATT_NAME, true);
+    if (name.empty())
+        RefuseValue(name, Tags::XML_ATT_NAME, Tags::XML_ELE_DATAFIELD);
+    const DictVar::DataType type = ReadDataType(reader, field);
+    auto variable = std::make_unique<DictVar>(name, type, ReadKind(reader, field, type));
+    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&field); child;
+         child = BaseTranslator::GetNextSiblingElt(child)) {
+        if (BaseTranslator::HasTag(child, Tags::XML_ELE_VALUE))
+            ReadValue(reader, *child, *variable);
+        else if (BaseTranslator::HasTag(child, Tags::XML_ELE_INTERVAL))
+            ReadInterval(reader, *child, *variable);
+    }
+    return variable;
+}
+
 std::unique_ptr<BaseDictionary> ReadDataDictionary(const DOMElemUtility& reader, const DOMNode& node) {
     auto dictionary = std::make_unique<BaseDictionary>();
     for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&node); child;
@@ -158,8 +221,7 @@ void ReadTreatments(const DOMElemUtility& reader, const DOMNode& node, const Bas
         return;
     for (const DOMElement* child = BaseTranslator::GetFirstChildElt(schema); child;
          child = BaseTranslator::GetNextSiblingElt(child)) {
-        if (!BaseTranslator::HasTag(child, Tags::XML_ELE_MININGFIELD) ||
-            !reader.HasAttribute(child, Tags::XML_ATT_INVALIDTREATMENT))
+        if (!BaseTranslator::HasTag(child, Tags::XML_ELE_MININGFIELD))
             continue;
         auto* variable = dynamic_cast<DictVar*>(
             dictionary.FindVar(reader.GetAttributeToString(child, Tags::XML_ATT_MININGFIELD_NAME, true)));

@@ -1,4 +1,4 @@
-// Reads the fields of a PMML document: the DataDictionary, and a MiningSchema's treatments of invalid values.
+// Reads the fields of a PMML document: the DataDictionary, and a MiningSchema's treatments of values.
 #pragma once
 
 #include <memory>
@@ -16,6 +16,16 @@ namespace KwBrevix_930 {
 
 class BaseDictionary;
 class DOMElemUtility;
+
+/// Returns: the variable of one DataField.
+/// Errors: as ReadDataDictionary.
+BREVIX_HOST_API std::unique_ptr<DictVar> ReadField(const DOMElemUtility& reader, const xercesc::DOMElement& field);
+
+/// Gives a variable the kind and the treatments that a MiningField asks for.
+/// Errors: BXException 260111 (element, field, problem) for outliers without limits and for a field of texts that is to
+/// be continuous; 260120 and 260153 as everywhere.
+BREVIX_HOST_API void ReadTreatment(const DOMElemUtility& reader, const xercesc::DOMElement& miningField,
+                                   DictVar& variable);
 
 /// Errors: see PMMLTranslator::ParseDictionary.
 std::unique_ptr<BaseDictionary> ReadDataDictionary(const DOMElemUtility& reader, const xercesc::DOMNode& node);

@@ -208,6 +208,136 @@ TEST_F(CaseRecordTest, AMissingValueIsNotTreatedAsInvalid) {
     EXPECT_EQ(record.GetValue(0)->GetDouble(), 5.0);
 }
 
+// What a cell of x holds: one of the variable's own objects or the value that was set.
+enum class Holds { kNothing, kReplacement, kInvalidReplacement, kLow, kHigh, kItself, kNeverValid };
+
+struct TreatmentRow {
+    const char* text;  // empty: missing
+    DictVar::InvalidTreatment invalid;
+    DictVar::OutlierTreatment outliers;
+    bool hasReplacement;
+    bool missingIsInvalid;
+    Holds holds;
+    bool isValid;  // as the model asks: neither missing nor refused
+};
+
+// x is declared within [0, 10], -9 and NA stand for missing, 5 is declared invalid, usual are 2 to 8; 4.5 replaces a
+// missing and 6.5 an invalid value.
+class CellOfEachTreatment : public CaseRecordTest, public testing::WithParamInterface<TreatmentRow> {
+protected:
+    Holds holdsOf(const ScoreValue* value) const {
+        if (!value)
+            return Holds::kNothing;
+        if (value == x->GetVarStats()->GetMissingReplacement())
+            return Holds::kReplacement;
+        if (value == x->GetInvalidReplacement())
+            return Holds::kInvalidReplacement;
+        if (value->GetType() == ScoreValue::kDateTime)
+            return Holds::kNeverValid;
+        if (value->GetDouble() == 2.0)
+            return Holds::kLow;
+        return value->GetDouble() == 8.0 ? Holds::kHigh : Holds::kItself;
+    }
+};
+
+TEST_P(CellOfEachTreatment, HoldsWhatTheStandardSays) {
+    const TreatmentRow& row = GetParam();
+    x->AddMissingValue("-9");
+    x->AddMissingValue("NA");
+    x->AddInvalidValue("5");
+    x->SetInvalidTreatment(row.invalid,
+                           row.invalid == DictVar::kAsValue ? std::make_unique<NumericValue>(6.5) : nullptr);
+    x->SetOutlierTreatment(row.outliers, 2.0, 8.0);
+    x->SetMissingIsInvalid(row.missingIsInvalid);
+    if (row.hasReplacement)
+        Replace(x, 4.5);
+    CaseRecord record(dictionary);
+    if (*row.text)
+        record.SetText(0, row.text);
+    else
+        record.SetMissing(0);
+    const ScoreValue* value = record.GetValue(0);
+    EXPECT_EQ(holdsOf(value), row.holds);
+    EXPECT_EQ(x->IsMissing(value), row.holds == Holds::kNothing || row.holds == Holds::kReplacement);
+    if (!x->IsMissing(value)) {
+        EXPECT_EQ(x->IsValid(value), row.isValid);
+    }
+    if (row.holds == Holds::kItself && std::string(row.text) != "abc") {
+        EXPECT_EQ(value->GetString(), row.text);
+    }
+}
+
+constexpr auto kRI = DictVar::kReturnInvalid;
+constexpr auto kAI = DictVar::kAsIs;
+constexpr auto kAM = DictVar::kAsMissing;
+constexpr auto kAV = DictVar::kAsValue;
+constexpr auto kPlain = DictVar::kOutliersAsIs;
+constexpr auto kMiss = DictVar::kOutliersAsMissing;
+constexpr auto kClip = DictVar::kOutliersAsExtreme;
+constexpr bool kYes = true;
+constexpr bool kNo = false;
+
+INSTANTIATE_TEST_SUITE_P(Missing, CellOfEachTreatment,
+                         testing::Values(TreatmentRow{"", kRI, kPlain, kNo, kNo, Holds::kNothing, kNo},
+                                         TreatmentRow{"", kRI, kPlain, kYes, kNo, Holds::kReplacement, kNo},
+                                         TreatmentRow{"", kRI, kPlain, kNo, kYes, Holds::kNeverValid, kNo},
+                                         TreatmentRow{"", kAI, kClip, kYes, kYes, Holds::kNeverValid, kNo},
+                                         TreatmentRow{"", kAV, kMiss, kYes, kNo, Holds::kReplacement, kNo},
+                                         TreatmentRow{"-9", kAV, kClip, kYes, kNo, Holds::kReplacement, kNo},
+                                         TreatmentRow{"-9.0", kAI, kPlain, kNo, kNo, Holds::kNothing, kNo},
+                                         TreatmentRow{"NA", kAI, kClip, kNo, kYes, Holds::kNeverValid, kNo},
+                                         TreatmentRow{"NA", kRI, kPlain, kYes, kNo, Holds::kReplacement, kNo}));
+
+INSTANTIATE_TEST_SUITE_P(Invalid, CellOfEachTreatment,
+                         testing::Values(TreatmentRow{"11.5", kRI, kPlain, kYes, kNo, Holds::kItself, kNo},
+                                         TreatmentRow{"11.5", kRI, kClip, kYes, kNo, Holds::kItself, kNo},
+                                         TreatmentRow{"11.5", kRI, kMiss, kYes, kNo, Holds::kItself, kNo},
+                                         TreatmentRow{"11.5", kAI, kPlain, kYes, kNo, Holds::kItself, kYes},
+                                         TreatmentRow{"11.5", kAI, kClip, kYes, kNo, Holds::kHigh, kYes},
+                                         TreatmentRow{"-3.5", kAI, kClip, kYes, kNo, Holds::kLow, kYes},
+                                         TreatmentRow{"11.5", kAI, kMiss, kYes, kNo, Holds::kReplacement, kNo},
+                                         TreatmentRow{"11.5", kAI, kMiss, kNo, kYes, Holds::kNeverValid, kNo},
+                                         TreatmentRow{"11.5", kAM, kPlain, kNo, kNo, Holds::kNothing, kNo},
+                                         TreatmentRow{"11.5", kAM, kClip, kYes, kNo, Holds::kReplacement, kNo},
+                                         TreatmentRow{"11.5", kAM, kPlain, kYes, kYes, Holds::kNeverValid, kNo},
+                                         TreatmentRow{"11.5", kAV, kPlain, kYes, kNo, Holds::kInvalidReplacement, kYes},
+                                         TreatmentRow{"11.5", kAV, kClip, kYes, kYes, Holds::kInvalidReplacement, kYes},
+                                         TreatmentRow{"5", kRI, kPlain, kYes, kNo, Holds::kItself, kNo},
+                                         TreatmentRow{"5", kAV, kMiss, kYes, kNo, Holds::kInvalidReplacement, kYes},
+                                         TreatmentRow{"abc", kRI, kClip, kYes, kNo, Holds::kItself, kNo},
+                                         TreatmentRow{"abc", kAI, kClip, kYes, kNo, Holds::kItself, kNo},
+                                         TreatmentRow{"abc", kAM, kMiss, kYes, kNo, Holds::kReplacement, kNo},
+                                         TreatmentRow{"abc", kAV, kPlain, kNo, kNo, Holds::kInvalidReplacement, kYes},
+                                         TreatmentRow{"nan", kAI, kClip, kYes, kNo, Holds::kItself, kYes},
+                                         TreatmentRow{"nan", kRI, kClip, kYes, kNo, Holds::kItself, kNo}));
+
+INSTANTIATE_TEST_SUITE_P(Outliers, CellOfEachTreatment,
+                         testing::Values(TreatmentRow{"9.25", kRI, kPlain, kYes, kNo, Holds::kItself, kYes},
+                                         TreatmentRow{"9.25", kRI, kClip, kYes, kNo, Holds::kHigh, kYes},
+                                         TreatmentRow{"0.25", kRI, kClip, kNo, kNo, Holds::kLow, kYes},
+                                         TreatmentRow{"9.25", kRI, kMiss, kNo, kNo, Holds::kNothing, kNo},
+                                         TreatmentRow{"0.25", kAV, kMiss, kYes, kNo, Holds::kReplacement, kNo},
+                                         TreatmentRow{"0.25", kRI, kMiss, kYes, kYes, Holds::kNeverValid, kNo},
+                                         TreatmentRow{"7.75", kRI, kClip, kYes, kYes, Holds::kItself, kYes},
+                                         TreatmentRow{"2.125", kAM, kMiss, kNo, kNo, Holds::kItself, kYes}));
+
+TEST_F(CaseRecordTest, ALimitStandsEvenWhereTheDeclarationDoesNotAllowIt) {
+    x->SetOutlierTreatment(DictVar::kOutliersAsExtreme, 12.5, std::nullopt);
+    CaseRecord record(dictionary);
+    record.SetNumber(0, 3.5);
+    EXPECT_EQ(record.GetValue(0)->GetDouble(), 12.5);
+    EXPECT_TRUE(x->IsValid(record.GetValue(0)));
+    EXPECT_FALSE(x->IsDeclaredValid(*record.GetValue(0)));
+}
+
+TEST_F(CaseRecordTest, AReplacementOfInvalidValuesMayBeAnOutlier) {
+    x->SetOutlierTreatment(DictVar::kOutliersAsExtreme, 2.0, 8.0);
+    x->SetInvalidTreatment(DictVar::kAsValue, std::make_unique<NumericValue>(9.75));
+    CaseRecord record(dictionary);
+    record.SetText(0, "no number");
+    EXPECT_EQ(record.GetValue(0)->GetDouble(), 8.0);
+}
+
 TEST_F(CaseRecordTest, ClearMakesEveryCellMissing) {
     Replace(x, 4.5);
     CaseRecord record(dictionary);

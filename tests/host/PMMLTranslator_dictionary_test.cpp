@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
 #include <xercesc/dom/DOM.hpp>
 
 #include "host/BrevixTranscoder.h"
@@ -149,6 +150,36 @@ TEST(ParseDictionary, ReadsIntervalsOfEveryClosure) {
     EXPECT_FALSE(IsValid(Field(leftOnly, "x"), -1.5));
 }
 
+TEST(ParseDictionary, KeepsDisplayValues) {
+    const auto dictionary = ReadFields(
+        "<DataField name='s' dataType='string'><Value value='a'/><Value value='?' displayValue='none' "
+        "property='missing'/><Value value='b' displayValue='Größe'/><Value value='c'/></DataField>");
+    const DictVar& s = Field(dictionary, "s");
+    EXPECT_EQ(s.GetDisplayValue(0), "a");
+    EXPECT_EQ(s.GetDisplayValue(1), "Größe");
+    EXPECT_EQ(s.GetDisplayValue(2), "c");
+    EXPECT_EQ(DictVar(s).GetDisplayValue(1), "Größe");
+    EXPECT_THROW(s.GetDisplayValue(3), std::out_of_range);
+    EXPECT_THROW(s.GetDisplayValue(-1), std::out_of_range);
+}
+
+TEST(ParseDictionary, RefusesAnIntervalThatHoldsNothing) {
+    const auto error = [](const std::string& interval) {
+        return ErrorOf(
+            [&] { ReadFields("<DataField name='x' dataType='double'><Interval " + interval + "/></DataField>"); });
+    };
+    ExpectError(error("closure='closedClosed'"), 260111, {"Interval", "x", "has neither leftMargin nor rightMargin"});
+    for (const char* interval :
+         {"closure='closedClosed' leftMargin='2.5' rightMargin='2.25'",
+          "closure='openOpen' leftMargin='3' rightMargin='3'", "closure='openClosed' leftMargin='3' rightMargin='3'",
+          "closure='openOpen' leftMargin='NaN'", "closure='openOpen' leftMargin='INF'"})
+        ExpectError(error(interval), 260111, {"Interval", "x", "holds no number"});
+    const auto point = ReadFields(
+        "<DataField name='x' dataType='double'><Interval closure='closedClosed' leftMargin='3' rightMargin='3'/>"
+        "<Interval closure='closedOpen' leftMargin='-INF' rightMargin='INF'/></DataField>");
+    EXPECT_EQ(Field(point, "x").GetIntervals().size(), 2u);
+}
+
 TEST(ParseDictionary, RefusesAFieldWithoutNameOrType) {
     ExpectError(ErrorOf([] { ReadFields("<DataField dataType='double'/>"); }), 260120, {"name", "DataField"});
     ExpectError(ErrorOf([] { ReadFields("<DataField name='' dataType='double'/>"); }), 260153,
@@ -235,6 +266,56 @@ TEST(Treatments, RefuseWhatTheyDoNotKnow) {
     ExpectError(error("name='x' invalidValueTreatment='asValue' invalidValueReplacement='much'"), 260153,
                 {"much", "invalidValueReplacement", "MiningField"});
     ExpectError(error("invalidValueTreatment='asIs'"), 260120, {"name", "MiningField"});
+    ExpectError(error("name='x' outliers='clip'"), 260153, {"clip", "outliers", "MiningField"});
+    ExpectError(error("name='x' outliers='asExtremeValues' lowValue='low'"), 260153,
+                {"low", "lowValue", "MiningField"});
+    ExpectError(error("name='x' outliers='asMissingValues'"), 260111,
+                {"MiningField", "x", "treats outliers but has neither lowValue nor highValue"});
+    ExpectError(error("name='x' outliers='asExtremeValues' lowValue='2' highValue='1'"), 260111,
+                {"MiningField", "x", "has a lowValue above its highValue"});
+    ExpectError(error("name='x' missingValueTreatment='guess'"), 260153,
+                {"guess", "missingValueTreatment", "MiningField"});
+    ExpectError(error("name='x' optype='nominal'"), 260153, {"nominal", "optype", "MiningField"});
+    ExpectError(error("name='s' optype='continuous'"), 260111,
+                {"MiningField", "s", "makes a field of texts continuous"});
+}
+
+TEST(Treatments, OfOutliersAreReadForContinuousFields) {
+    const auto treated = [](const std::string& attributes, double number) {
+        const auto dictionary = ReadDocument(WithMiningField("name='x' " + attributes));
+        const NumericValue value(number);
+        const auto* result = Field(dictionary, "x").Treat(value);
+        return result ? result->GetDouble() : -1.0;
+    };
+    EXPECT_EQ(treated("outliers='asIs' lowValue='0.25'", 0.125), 0.125);
+    EXPECT_EQ(treated("outliers='asExtremeValues' lowValue='0.25' highValue='0.75'", 0.125), 0.25);
+    EXPECT_EQ(treated("outliers='asExtremeValues' highValue='0.75'", 0.875), 0.75);
+    EXPECT_EQ(treated("outliers='asExtremeValues' highValue='0.75'", 0.125), 0.125);
+    EXPECT_EQ(treated("outliers='asMissingValues' lowValue='0.25'", 0.125), -1.0);
+    EXPECT_EQ(treated("outliers='asMissingValues' lowValue='0.25' optype='categorical'", 0.125), 0.125);
+}
+
+TEST(Treatments, OfMissingValuesAreOnlyReturnInvalid) {
+    const auto treated = [](const std::string& treatment) {
+        const auto dictionary = ReadDocument(WithMiningField("name='x' missingValueTreatment='" + treatment + "'"));
+        return Field(dictionary, "x").TreatMissing();
+    };
+    for (const char* treatment : {"asIs", "asMean", "asMode", "asMedian", "asValue"})
+        EXPECT_EQ(treated(treatment), nullptr) << treatment;
+    const auto dictionary = ReadDocument(WithMiningField("name='s' missingValueTreatment='returnInvalid'"));
+    const DictVar& s = Field(dictionary, "s");
+    ASSERT_NE(s.TreatMissing(), nullptr);
+    EXPECT_FALSE(s.IsMissing(s.TreatMissing()));
+    EXPECT_FALSE(s.IsValid(s.TreatMissing()));
+}
+
+TEST(Treatments, TakeTheKindOfTheMiningField) {
+    const auto kind = [](const std::string& attributes, const char* field) {
+        return Field(ReadDocument(WithMiningField(attributes)), field).GetKind();
+    };
+    EXPECT_EQ(kind("name='x' optype='categorical'", "x"), ScoreDictVar::kCategorical);
+    EXPECT_EQ(kind("name='x' optype='ordinal'", "x"), ScoreDictVar::kOrdinal);
+    EXPECT_EQ(kind("name='s' optype='ordinal'", "s"), ScoreDictVar::kOrdinal);
 }
 
 TEST(Treatments, AreThoseOfTheSupportVectorMachine) {
