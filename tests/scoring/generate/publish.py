@@ -2,6 +2,7 @@
 
 import csv
 import sys
+import tempfile
 from pathlib import Path
 
 SCORING = Path(__file__).resolve().parent.parent
@@ -38,6 +39,15 @@ def publish(name, tree, cases, trainer=None):
     statuses = sorted({row["status"] for row in rows})
     agreement = "evaluator only" if worst is None else f"trainer and evaluator differ by {worst:.1e} at most"
     print(f"{name}: {len(rows)} rows, status {statuses}, {model.stat().st_size} bytes; {agreement}")
+
+
+def evaluate_tree(tree, cases):
+    """The evaluator's rows as texts, for a document that is not published yet."""
+    with tempfile.NamedTemporaryFile(suffix=".pmml") as file:
+        tree.write(file)
+        file.flush()
+        evaluator = Document(file.name)
+    return [{column: cell(column, value) for column, value in evaluator.score(case).items()} for case in cases]
 
 
 def compare(name, rows, trainer):

@@ -406,7 +406,7 @@ class Document:
             sparse = child(instance, "REAL-SparseArray")
             vector = [number(sparse, "defaultValue", 0.0)] * int(sparse.get("n", len(self.columns)))
             indices, entries = child(sparse, "Indices"), child(sparse, "REAL-Entries")
-            for index, entry in zip(indices.text.split(), entries.text.split()):
+            for index, entry in zip((indices.text or "").split(), (entries.text or "").split()):
                 vector[int(index) - 1] = float(entry)
         if len(vector) != len(self.columns):
             raise ValueError("a vector has one entry per vector field")
