@@ -15,15 +15,15 @@ struct Message {
     std::string_view text;
 };
 
-constexpr std::array<Message, 11> kMessages{{
+constexpr auto kMessages = std::to_array<Message>({
     {260101, 3, "the document cannot be read: %1 (line %2, column %3)"},
     {260102, 2, "the element %1 in %2 is not supported"},
     {260103, 3, "the %1 '%2' is not known where %3 names it"},
-    {260111, 3, "%1 of the field '%2' %3"},
     {260104, 3, "the function '%1' has %2 arguments where it takes %3"},
     {260105, 2, "the %1 depend on each other in a circle: %2"},
     {260106, 3, "%1 is of type %2 where %3 is needed"},
     {260107, 1, "the expressions need more than %1"},
+    {260111, 3, "%1 of the field '%2' %3"},
     {260114, 1, "the element %1 holds none of the elements that it must hold"},
     {260115, 2, "the required element %1 is missing or cannot be read in %2"},
     {260120, 2, "the required attribute %1 is missing in %2"},
@@ -31,7 +31,7 @@ constexpr std::array<Message, 11> kMessages{{
     {260221, 1, "the element %1 does not fit the model's targets"},
     {260251, 6, "the sparse array has %1 %2 (in %3) but %4 %5 (in %6)"},
     {260281, 2, "the model cannot be scored: %1 says so in %2"},
-}};
+});
 
 const Message* FindMessage(int code) {
     const auto found =
