@@ -28,4 +28,8 @@ bool BXException::PutErrorMessage(int code, ...) {
     return count >= 0;
 }
 
+void BXException::PutPlace(const std::string& place) {
+    fMessage += " " + place + ".";
+}
+
 }  // namespace KwBrevix_930

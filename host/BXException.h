@@ -23,6 +23,10 @@ public:
     /// Returns: false for a code that has no message; code is kept then, without arguments.
     bool PutErrorMessage(int code, ...);
 
+    /// Adds a sentence to the message that tells where in a document the error lies; code and arguments stay as they
+    /// are. place: without its full stop. The next message that is put has none.
+    void PutPlace(const std::string& place);
+
     /// Returns: the code put last, 0 before any.
     int GetErrorCode() const { return fCode; }
     const std::vector<std::string>& GetArguments() const { return fArguments; }

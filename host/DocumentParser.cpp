@@ -6,6 +6,7 @@
 #include <iterator>
 #include <mutex>
 #include <new>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -38,6 +39,42 @@ namespace {
     error.PutErrorMessage(260101, what.c_str(), std::to_string(line).c_str(), std::to_string(column).c_str());
     throw error;
 }
+
+// The lines of a document's elements, kept beside the document.
+using Lines = std::unordered_map<const xercesc::DOMElement*, std::size_t>;
+
+// The lines of all documents that were parsed and are still there.
+class LineRegister {
+public:
+    static LineRegister& Get() {
+        // Never ends: a document may live as long as the program.
+        static auto* const theOne = new LineRegister;
+        return *theOne;
+    }
+
+    void Add(const xercesc::DOMDocument* document, Lines lines) {
+        const std::lock_guard lock(fMutex);
+        fLines[document] = std::move(lines);
+    }
+
+    void Remove(const xercesc::DOMDocument* document) {
+        const std::lock_guard lock(fMutex);
+        fLines.erase(document);
+    }
+
+    std::size_t Find(const xercesc::DOMElement& element) {
+        const std::lock_guard lock(fMutex);
+        const auto document = fLines.find(element.getOwnerDocument());
+        if (document == fLines.end())
+            return 0;
+        const auto line = document->second.find(&element);
+        return line == document->second.end() ? 0 : line->second;
+    }
+
+private:
+    std::mutex fMutex;
+    std::unordered_map<const xercesc::DOMDocument*, Lines> fLines;
+};
 
 class Complaints : public xercesc::ErrorHandler {
 public:
@@ -77,11 +114,15 @@ public:
             RefuseMoreThan(DocumentParser::kNameLimit, "different names of elements, attributes and namespaces");
         if (fNamespaces > DocumentParser::kDeclarationLimit)
             RefuseMoreThan(DocumentParser::kDeclarationLimit, "namespaces in scope");
+        if (fQuietDepth == 0 && IsBulk(declaration))
+            fQuietDepth = fNamespacesBefore.size();
         XercesDOMParser::startElement(declaration, urlId, prefix, attributes, attributeCount, isEmpty, isRoot);
     }
 
     void endElement(const xercesc::XMLElementDecl& declaration, const unsigned int urlId, const bool isRoot,
                     const XMLCh* const prefix) override {
+        if (fQuietDepth == fNamespacesBefore.size())
+            fQuietDepth = 0;
         fNamespaces = fNamespacesBefore.back();
         fNamespacesBefore.pop_back();
         XercesDOMParser::endElement(declaration, urlId, isRoot, prefix);
@@ -117,12 +158,38 @@ public:
         XercesDOMParser::notationDecl(declaration, isIgnored);
     }
 
+    Lines TakeLines() { return std::move(fLines); }
+
+protected:
+    xercesc::DOMElement* createElement(const XMLCh* name) override {
+        return Noted(XercesDOMParser::createElement(name));
+    }
+
+    xercesc::DOMElement* createElementNS(const XMLCh* space, const XMLCh* prefix, const XMLCh* localName,
+                                         const XMLCh* name) override {
+        return Noted(XercesDOMParser::createElementNS(space, prefix, localName, name));
+    }
+
 private:
     using Name = std::basic_string<XMLCh>;
     using NameView = std::basic_string_view<XMLCh>;
     struct NameHash : std::hash<NameView> {
         using is_transparent = void;
     };
+
+    // The elements that a model has many of stand in these.
+    static bool IsBulk(const xercesc::XMLElementDecl& declaration) {
+        static constexpr char16_t kVectors[] = u"VectorDictionary";
+        static constexpr char16_t kMachine[] = u"SupportVectorMachine";
+        const NameView name(declaration.getBaseName());
+        return name == kVectors || name == kMachine;
+    }
+
+    xercesc::DOMElement* Noted(xercesc::DOMElement* element) {
+        if (fQuietDepth == 0 || fQuietDepth == fNamespacesBefore.size())
+            fLines.emplace(element, static_cast<std::size_t>(getScanner()->getLocator()->getLineNumber()));
+        return element;
+    }
 
     void CountDeclaration() {
         if (++fDeclarations > DocumentParser::kDeclarationLimit)
@@ -157,6 +224,9 @@ private:
     std::size_t fNamespaces = 0;
     // For each open element, the namespace declarations in scope outside it.
     std::vector<std::size_t> fNamespacesBefore;
+    Lines fLines;
+    // The depth of the open element whose content has no lines noted; 0 where there is none.
+    std::size_t fQuietDepth = 0;
 };
 
 class StreamOfBytes : public xercesc::BinInputStream {
@@ -225,12 +295,14 @@ DocumentHandle Parse(xercesc::InputSource& source, const std::string& encoding, 
     DocumentHandle document(parser.adoptDocument());
     if (!document || !document->getDocumentElement())
         ThrowUnreadable("there is no element in it", 0, 0);
+    LineRegister::Get().Add(document.get(), parser.TakeLines());
     return document;
 }
 
 }  // namespace
 
 void DocumentRelease::operator()(xercesc::DOMDocument* document) const noexcept {
+    LineRegister::Get().Remove(document);
     document->release();
 }
 
@@ -258,6 +330,10 @@ DocumentHandle DocumentParser::CreateDocument(const std::string& rootName) {
     const BrevixTranscoder transcoder;
     auto* implementation = xercesc::DOMImplementationRegistry::getDOMImplementation(transcoder.ToWide("Core").c_str());
     return DocumentHandle(implementation->createDocument(nullptr, transcoder.ToWide(rootName).c_str(), nullptr));
+}
+
+std::size_t DocumentParser::LineOf(const xercesc::DOMElement& element) {
+    return LineRegister::Get().Find(element);
 }
 
 }  // namespace KwBrevix_930

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
 
 #include "host/Export.h"
 
@@ -49,6 +50,10 @@ public:
 
     /// Returns: a new document with a root element of the given name and nothing else.
     static DocumentHandle CreateDocument(const std::string& rootName);
+
+    /// Returns: the line of the text in which an element's start tag ends, from 1; 0 where it is not known: for elements
+    /// made or copied later, and for those inside VectorDictionary and SupportVectorMachine, which may be many.
+    static std::size_t LineOf(const xercesc::DOMElement& element);
 
 private:
     bool fUseNamespaces;

@@ -1,12 +1,16 @@
 // The base of what a derived field computes.
 #include "host/transform/Expression.h"
 
-#include <utility>
-
 namespace KwBrevix_930 {
 
-Expression::Expression(std::string fieldName) : fFieldName(std::move(fieldName)) {}
 Expression::~Expression() = default;
+
+void Expression::AppendSlots(std::vector<std::size_t>&) const {}
+
+const std::string& Expression::GetFieldName() const {
+    static const std::string kNone;
+    return kNone;
+}
 
 const std::vector<std::string>& Expression::GetAllEncodedValues() const {
     static const std::vector<std::string> kNone;

@@ -5,17 +5,23 @@
 
 namespace KwBrevix_930 {
 
-TransformVar::TransformVar(std::string name, DataType type, Kind kind, std::unique_ptr<Expression> expression)
-    : DictVar(std::move(name), type, kind), fExpression(std::move(expression)) {}
+TransformVar::TransformVar(std::string name, FieldType type, Kind kind, std::unique_ptr<Expression> expression)
+    : DictVar(std::move(name), type.GetStorage(), kind), fFieldType(type), fExpression(std::move(expression)) {}
 
 TransformVar::~TransformVar() = default;
 
+void TransformVar::SetExpression(std::unique_ptr<Expression> expression) {
+    fExpression = std::move(expression);
+}
+
 const std::string& TransformVar::GetFieldName() const {
-    return fExpression->GetFieldName();
+    static const std::string kNone;
+    return fExpression ? fExpression->GetFieldName() : kNone;
 }
 
 const std::vector<std::string>& TransformVar::GetAllEncodedValues() const {
-    return fExpression->GetAllEncodedValues();
+    static const std::vector<std::string> kNone;
+    return fExpression ? fExpression->GetAllEncodedValues() : kNone;
 }
 
 }  // namespace KwBrevix_930

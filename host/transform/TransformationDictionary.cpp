@@ -1,125 +1,24 @@
 // The derived fields of a model, computed into a record of the calling thread.
 #include "host/transform/TransformationDictionary.h"
 
+#include <algorithm>
 #include <atomic>
-#include <cmath>
 
-#include "host/NumericValue.h"
-#include "host/ScoreCaseRecord.h"
-#include "host/ScoreDictionary.h"
-#include "host/StringValue.h"
-#include "host/number_text.h"
+#include "host/transform/DerivedRecord.h"
 
 namespace KwBrevix_930 {
 
 namespace {
-
-// Behind every index that a raw record can hold.
-constexpr int kFirstDerivedIndex = 1 << 30;
 
 std::uint64_t NextSerialNumber() {
     static std::atomic<std::uint64_t> last{0};
     return ++last;
 }
 
-// A value that no variable allows, whatever its data type and treatment: it is neither numeric nor a text.
-class InvalidValue : public StringValue {
-public:
-    InvalidValue() : StringValue("") {}
-    ValueType GetType() const override { return kDateTime; }
-};
-
-class DerivedRecord : public ScoreCaseRecord {
-public:
-    explicit DerivedRecord(const TransformationDictionary& dictionary) : fDictionary(dictionary) {
-        fCells.resize(dictionary.GetVars().size());
-    }
-
-    DerivedValue& Derived(std::size_t i) { return fCells[i].derived; }
-
-    // Makes the value object of a cell say what was derived.
-    void Publish(std::size_t i) {
-        Cell& cell = fCells[i];
-        switch (cell.derived.state) {
-            case DerivedValue::kMissing:
-                cell.current = nullptr;
-                break;
-            case DerivedValue::kInvalid:
-                cell.current = &fInvalid;
-                break;
-            case DerivedValue::kNumber:
-                cell.number.SetDoubleValue(cell.derived.number);
-                cell.current = &cell.number;
-                break;
-            case DerivedValue::kText:
-                cell.text.SetText(cell.derived.text);
-                cell.current = &cell.text;
-                break;
-        }
-    }
-
-    bool IsAccessedByIndex() const override { return true; }
-
-    const ScoreValue* GetValue(int index) const override {
-        const int place = index - kFirstDerivedIndex;
-        const bool isHeld = index >= kFirstDerivedIndex && static_cast<std::size_t>(place) < fCells.size();
-        return isHeld ? fCells[static_cast<std::size_t>(place)].current : nullptr;
-    }
-
-    const ScoreValue* GetValue(const std::string& name) const override { return GetValue(GetIndex(name)); }
-
-    int GetIndex(const std::string& name) const override {
-        const TransformVar* variable = fDictionary.FindVar(name);
-        return variable ? variable->GetIndex() : -1;
-    }
-
-private:
-    struct Cell {
-        DerivedValue derived;
-        NumericValue number{0.0};
-        StringValue text{""};
-        const ScoreValue* current = nullptr;
-    };
-
-    const TransformationDictionary& fDictionary;
-    std::vector<Cell> fCells;
-    InvalidValue fInvalid;
-};
-
 struct ThreadCache {
     std::uint64_t owner = 0;
     std::unique_ptr<DerivedRecord> record;
 };
-
-// The state of a raw value, under the variable's own rules.
-void ReadRaw(const ScoreDictVar& variable, const ScoreValue* value, bool usesReplacements, DerivedValue& raw) {
-    const bool isMissing = variable.IsMissing(value);
-    if (isMissing && !(usesReplacements && value && value == variable.GetVarStats()->GetMissingReplacement())) {
-        raw.state = DerivedValue::kMissing;
-    } else if (!isMissing && !variable.IsValid(value)) {
-        raw.state = DerivedValue::kInvalid;
-    } else if (value->GetType() == ScoreValue::kNumeric) {
-        raw.state = DerivedValue::kNumber;
-        raw.number = value->GetDouble();
-    } else {
-        raw.state = DerivedValue::kText;
-        raw.text = value->GetString();
-    }
-}
-
-// Makes a result one of the derived field's own data type.
-void FitToType(const TransformVar& variable, DerivedValue& result) {
-    if (result.state == DerivedValue::kNumber && variable.IsString()) {
-        result.state = DerivedValue::kText;
-        result.text = NumberText(result.number);
-    } else if (result.state == DerivedValue::kText && !variable.IsString()) {
-        const auto number = variable.ParseText(result.text);
-        result.state = number ? DerivedValue::kNumber : DerivedValue::kInvalid;
-        result.number = number.value_or(0.0);
-    }
-    if (result.state == DerivedValue::kNumber && std::isnan(result.number))
-        result.state = DerivedValue::kInvalid;
-}
 
 }  // namespace
 
@@ -127,16 +26,108 @@ TransformationDictionary::TransformationDictionary() : fSerialNumber(NextSerialN
 TransformationDictionary::~TransformationDictionary() = default;
 
 bool TransformationDictionary::AddVar(std::unique_ptr<TransformVar> variable) {
-    if (!fPlaceByName.emplace(variable->GetName(), fVars.size()).second)
+    const std::size_t place = fVars.size();
+    if (!fPlaceByName.emplace(variable->GetName(), place).second)
         return false;
+    variable->SetSlot(fSlots.size());
+    fSlots.push_back({false, place});
+    fOrder.push_back(place);
     fVars.push_back(std::move(variable));
     fSerialNumber = NextSerialNumber();
     return true;
 }
 
+std::size_t TransformationDictionary::AddRawField(const std::string& name) {
+    const auto [found, isNew] = fRawPlaceByName.emplace(name, fRawFields.size());
+    if (isNew) {
+        fRawFields.push_back({name, fSlots.size()});
+        fSlots.push_back({true, found->second});
+        fSerialNumber = NextSerialNumber();
+    }
+    return fRawFields[found->second].slot;
+}
+
 TransformVar* TransformationDictionary::FindVar(const std::string& name) const {
     const auto found = fPlaceByName.find(name);
     return found == fPlaceByName.end() ? nullptr : fVars[found->second].get();
+}
+
+std::vector<std::size_t> TransformationDictionary::ReadSlots(std::size_t place) const {
+    std::vector<std::size_t> slots;
+    if (const Expression* expression = fVars[place]->GetExpression())
+        expression->AppendSlots(slots);
+    return slots;
+}
+
+// Depth first without recursion: a chain of fields may be as long as the document.
+std::vector<std::string> TransformationDictionary::Arrange() {
+    enum Progress : char { kNew, kOpen, kDone };
+    struct Visit {
+        std::size_t place;
+        std::vector<std::size_t> slots;
+        std::size_t next = 0;
+    };
+    std::vector<Progress> progress(fVars.size(), kNew);
+    std::vector<std::size_t> order;
+    std::vector<Visit> open;
+    const auto enter = [&](std::size_t place) {
+        progress[place] = kOpen;
+        open.push_back({place, ReadSlots(place)});
+    };
+    for (std::size_t start = 0; start < fVars.size(); ++start) {
+        if (progress[start] == kNew)
+            enter(start);
+        while (!open.empty()) {
+            Visit& visit = open.back();
+            if (visit.next == visit.slots.size()) {
+                progress[visit.place] = kDone;
+                order.push_back(visit.place);
+                open.pop_back();
+                continue;
+            }
+            const Slot& slot = fSlots[visit.slots[visit.next++]];
+            if (slot.isRaw || progress[slot.place] == kDone)
+                continue;
+            if (progress[slot.place] == kNew) {
+                enter(slot.place);
+                continue;
+            }
+            auto first = std::find_if(open.begin(), open.end(), [&](const Visit& v) { return v.place == slot.place; });
+            std::vector<std::string> circle;
+            for (; first != open.end(); ++first)
+                circle.push_back(fVars[first->place]->GetName());
+            circle.push_back(circle.front());
+            return circle;
+        }
+    }
+    fOrder = std::move(order);
+    return {};
+}
+
+std::vector<std::string> TransformationDictionary::FindRawFields(const std::vector<std::string>& names) const {
+    std::vector<bool> isReached(fSlots.size(), false);
+    std::vector<std::size_t> open;
+    const auto reach = [&](std::size_t slot) {
+        if (!isReached[slot])
+            open.push_back(slot);
+        isReached[slot] = true;
+    };
+    for (const std::string& name : names) {
+        if (const TransformVar* variable = FindVar(name))
+            reach(variable->GetSlot());
+    }
+    std::vector<std::string> raw;
+    while (!open.empty()) {
+        const Slot slot = fSlots[open.back()];
+        open.pop_back();
+        if (slot.isRaw) {
+            raw.push_back(fRawFields[slot.place].name);
+            continue;
+        }
+        for (const std::size_t source : ReadSlots(slot.place))
+            reach(source);
+    }
+    return raw;
 }
 
 void TransformationDictionary::SetUpDerivedCaseRecord() {
@@ -151,23 +142,7 @@ const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const S
         cache.record = std::make_unique<DerivedRecord>(*this);
         cache.owner = fSerialNumber;
     }
-    DerivedValue raw;
-    for (std::size_t i = 0; i < fVars.size(); ++i) {
-        const Expression& expression = fVars[i]->GetExpression();
-        DerivedValue& result = cache.record->Derived(i);
-        const ScoreDictVar* source = dictionary ? dictionary->FindVar(expression.GetFieldName()) : nullptr;
-        const auto derived = fPlaceByName.find(expression.GetFieldName());
-        if (source) {
-            ReadRaw(*source, record ? record->GetValueOf(*source) : nullptr, fUsesReplacements, raw);
-            expression.Evaluate(*source, raw, result);
-        } else if (derived != fPlaceByName.end() && derived->second < i) {
-            expression.Evaluate(*fVars[derived->second], cache.record->Derived(derived->second), result);
-        } else {
-            result.state = DerivedValue::kMissing;
-        }
-        FitToType(*fVars[i], result);
-        cache.record->Publish(i);
-    }
+    cache.record->Fill(record, dictionary);
     return cache.record.get();
 }
 

@@ -1,22 +1,23 @@
 // Reads the derived fields of a PMML document.
 #include "host/transform/transformation_reader.h"
 
-#include <cmath>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <xercesc/dom/DOMElement.hpp>
 
-#include "host/BXErrorFormater.h"
 #include "host/BXException.h"
 #include "host/BaseTranslator.h"
 #include "host/DOMElemUtility.h"
 #include "host/PMMLModelTags.h"
 #include "host/ScoreDictionary.h"
 #include "host/dictionary_reader.h"
-#include "host/number_text.h"
+#include "host/transform/FieldScope.h"
+#include "host/transform/FunctionTable.h"
 #include "host/transform/TransformationDictionary.h"
-#include "host/transform/expressions.h"
+#include "host/transform/expression_reader.h"
+#include "host/transform/refusal.h"
 
 namespace KwBrevix_930 {
 
@@ -25,146 +26,90 @@ namespace {
 using Tags = PMMLModelTags;
 using xercesc::DOMElement;
 
-[[noreturn]] void Refuse(int code, const std::string& first, const std::string& second, const std::string& third = {}) {
-    BXException error(&gErrorFormater);
-    error.PutErrorMessage(code, first.c_str(), second.c_str(), third.c_str());
-    throw error;
-}
+// The raw fields, and the derived ones beside them.
+class DictionaryScope : public FieldScope {
+public:
+    DictionaryScope(const ScoreDictionary& raw, TransformationDictionary& derived) : fRaw(raw), fDerived(derived) {}
 
-std::optional<double> ReadOptionalNumber(const DOMElemUtility& reader, const DOMElement& element,
-                                         const char* attribute) {
-    if (!reader.HasAttribute(&element, attribute))
+    std::optional<Field> Find(const std::string& name) override {
+        if (const ScoreDictVar* variable = fRaw.FindVar(name))
+            return Field{fDerived.AddRawField(name), TypeOf(*variable), variable->GetKind(), variable};
+        if (const TransformVar* variable = fDerived.FindVar(name))
+            return Field{variable->GetSlot(), variable->GetFieldType(), variable->GetKind(), variable};
         return std::nullopt;
-    return reader.GetAttributeToDouble(&element, attribute, true);
-}
-
-// What a derived field may read.
-struct KnownFields {
-    const ScoreDictionary& raw;
-    const TransformationDictionary& derived;
-
-    const ScoreDictVar* Find(const std::string& name) const {
-        const ScoreDictVar* variable = raw.FindVar(name);
-        return variable ? variable : derived.FindVar(name);
     }
+
+private:
+    const ScoreDictionary& fRaw;
+    TransformationDictionary& fDerived;
 };
 
-// The replacement is one of the derived field's data type.
-std::unique_ptr<Expression> ReadFieldRef(const DOMElemUtility& reader, const DOMElement& element,
-                                         DictVar::DataType type, const std::string& field) {
-    if (!reader.HasAttribute(&element, Tags::XML_ATT_MISSREPVALUE))
-        return std::make_unique<FieldRefExpression>(field, std::nullopt);
-    const std::string text = reader.GetAttributeToString(&element, Tags::XML_ATT_MISSREPVALUE, true);
-    if (type == DictVar::kString)
-        return std::make_unique<FieldRefExpression>(field, DerivedValue{DerivedValue::kText, 0.0, text});
-    const auto number = DictVar(std::string(), type, DictVar::kContinuous).ParseText(text);
-    if (!number)
-        Refuse(260153, text, Tags::XML_ATT_MISSREPVALUE, Tags::XML_ELE_FIELDREF);
-    return std::make_unique<FieldRefExpression>(field, DerivedValue{DerivedValue::kNumber, *number, {}});
+FieldType ReadFieldType(const DOMElemUtility& reader, const DOMElement& element) {
+    const DictVar::DataType storage = ReadDataType(reader, element);
+    const auto type = ParseFieldType(reader.GetAttributeToString(&element, Tags::XML_ATT_DATATYPE, false));
+    if (type)
+        return *type;
+    return {storage == DictVar::kString ? FieldType::kString : FieldType::kDouble};
 }
 
-[[noreturn]] void RefuseText(const DOMElemUtility& reader, const DOMElement& element, const char* attribute) {
-    Refuse(260153, reader.GetAttributeToString(&element, attribute, true), attribute, reader.GetElementName(&element));
-}
-
-double ReadFinite(const DOMElemUtility& reader, const DOMElement& element, const char* attribute) {
-    const double number = reader.GetAttributeToDouble(&element, attribute, true);
-    if (!std::isfinite(number))
-        RefuseText(reader, element, attribute);
-    return number;
-}
-
-NormContinuousExpression::Outliers ReadOutliers(const DOMElemUtility& reader, const DOMElement& element) {
-    if (!reader.HasAttribute(&element, Tags::XML_ATT_OUTLIERS))
-        return NormContinuousExpression::kAsIs;
-    const std::string text = reader.GetAttributeToString(&element, Tags::XML_ATT_OUTLIERS, true);
-    if (text == "asIs")
-        return NormContinuousExpression::kAsIs;
-    if (text == "asMissingValues")
-        return NormContinuousExpression::kAsMissingValues;
-    if (text != "asExtremeValues")
-        Refuse(260153, text, Tags::XML_ATT_OUTLIERS, Tags::XML_ELE_NORMCONTINUOUS);
-    return NormContinuousExpression::kAsExtremeValues;
-}
-
-std::unique_ptr<Expression> ReadNormContinuous(const DOMElemUtility& reader, const DOMElement& element,
-                                               const std::string& field) {
-    std::vector<NormContinuousExpression::Point> points;
-    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&element); child;
-         child = BaseTranslator::GetNextSiblingElt(child)) {
-        if (!BaseTranslator::HasTag(child, Tags::XML_ELE_LINEARNORM))
-            continue;
-        const double original = ReadFinite(reader, *child, Tags::XML_ATT_ORIG);
-        if (!points.empty() && original <= points.back().original)
-            RefuseText(reader, *child, Tags::XML_ATT_ORIG);
-        points.push_back({original, ReadFinite(reader, *child, Tags::XML_ATT_NORM)});
-    }
-    if (points.size() < 2)
-        Refuse(260115, Tags::XML_ELE_LINEARNORM, Tags::XML_ELE_NORMCONTINUOUS);
-    return std::make_unique<NormContinuousExpression>(field, std::move(points), ReadOutliers(reader, element),
-                                                      ReadOptionalNumber(reader, element, Tags::XML_ATT_MISSREPVALUE));
-}
-
-std::unique_ptr<Expression> ReadNormDiscrete(const DOMElemUtility& reader, const DOMElement& element,
-                                             const ScoreDictVar& source) {
-    const std::string value = reader.GetAttributeToString(&element, Tags::XML_ATT_VALUE, true);
-    const auto* variable = dynamic_cast<const DictVar*>(&source);
-    const auto number = variable ? variable->ParseText(value) : ParseNumber(value);
-    return std::make_unique<NormDiscreteExpression>(source.GetName(), value, number,
-                                                    ReadOptionalNumber(reader, element, Tags::XML_ATT_MISSREPVALUE));
-}
-
-std::unique_ptr<Expression> ReadExpression(const DOMElemUtility& reader, const DOMElement& element,
-                                           DictVar::DataType type, const KnownFields& fields) {
-    const bool isFieldRef = BaseTranslator::HasTag(&element, Tags::XML_ELE_FIELDREF);
-    const bool isNormContinuous = BaseTranslator::HasTag(&element, Tags::XML_ELE_NORMCONTINUOUS);
-    if (!isFieldRef && !isNormContinuous && !BaseTranslator::HasTag(&element, Tags::XML_ELE_NORMDISCRETE))
-        Refuse(260102, reader.GetElementName(&element), Tags::XML_ELE_DERIVEDFIELD);
-    const std::string field = reader.GetAttributeToString(&element, Tags::XML_ATT_SVM_FIELD, true);
-    const ScoreDictVar* source = fields.Find(field);
-    if (!source)
-        Refuse(260103, "field", field, Tags::XML_ELE_DERIVEDFIELD);
-    if (isFieldRef)
-        return ReadFieldRef(reader, element, type, field);
-    if (isNormContinuous)
-        return ReadNormContinuous(reader, element, field);
-    return ReadNormDiscrete(reader, element, *source);
-}
-
-// The first child that is an expression: what only describes the field is passed over.
-const DOMElement* FindExpression(const DOMElement& derivedField) {
-    const DOMElement* child = BaseTranslator::GetFirstChildElt(&derivedField);
-    while (child && (BaseTranslator::HasTag(child, Tags::XML_ELE_EXTENSION) ||
-                     BaseTranslator::HasTag(child, Tags::XML_ELE_VALUE)))
-        child = BaseTranslator::GetNextSiblingElt(child);
-    if (!child)
-        Refuse(260115, "an expression", Tags::XML_ELE_DERIVEDFIELD);
-    return child;
-}
-
-std::unique_ptr<TransformVar> ReadDerivedField(const DOMElemUtility& reader, const DOMElement& element,
-                                               const KnownFields& fields) {
+void DeclareUnplaced(const DOMElemUtility& reader, const DOMElement& element, const ScoreDictionary& dictionary,
+             TransformationDictionary& transformations) {
     const std::string name = reader.GetAttributeToString(&element, Tags::XML_ATT_NAME, true);
-    if (name.empty() || fields.Find(name))
-        RefuseText(reader, element, Tags::XML_ATT_NAME);
-    const DictVar::DataType type = ReadDataType(reader, element);
-    auto expression = ReadExpression(reader, *FindExpression(element), type, fields);
-    return std::make_unique<TransformVar>(name, type, ReadKind(reader, element, type), std::move(expression));
+    const FieldType type = ReadFieldType(reader, element);
+    const auto kind = ReadKind(reader, element, type.GetStorage());
+    if (name.empty() || dictionary.FindVar(name) ||
+        !transformations.AddVar(std::make_unique<TransformVar>(name, type, kind)))
+        RefuseAttribute(reader, element, Tags::XML_ATT_NAME);
+}
+
+void Declare(const DOMElemUtility& reader, const DOMElement& element, const ScoreDictionary& dictionary,
+             TransformationDictionary& transformations) {
+    try {
+        if (!BaseTranslator::HasTag(&element, Tags::XML_ELE_DERIVEDFIELD))
+            Refuse(260102, reader.GetElementName(&element),
+                   reader.GetElementName(static_cast<const DOMElement*>(element.getParentNode())));
+        DeclareUnplaced(reader, element, dictionary, transformations);
+    } catch (BXException& error) {
+        PutPlace(error, reader, element, element);
+        throw;
+    }
+}
+
+void ReadContent(const DOMElemUtility& reader, const DOMElement& element, FieldScope& scope, FunctionTable& functions,
+                 TransformVar& variable) {
+    variable.SetExpression(
+        ReadExpression(reader, FindExpression(reader, element), variable.GetFieldType(), scope, functions));
+}
+
+std::string ChainText(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names)
+        text += (text.empty() ? "'" : " -> '") + name + "'";
+    return text;
 }
 
 }  // namespace
 
+// Declared first, because fields may stand in any order.
 std::unique_ptr<TransformationDictionary> ReadTransformations(const DOMElemUtility& reader, const DOMElement& element,
                                                               const ScoreDictionary& dictionary) {
     auto transformations = std::make_unique<TransformationDictionary>();
+    FunctionTable functions;
+    functions.AddFunctionsFor(reader, element);
+    std::vector<const DOMElement*> fields;
     for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&element); child;
          child = BaseTranslator::GetNextSiblingElt(child)) {
-        if (BaseTranslator::HasTag(child, Tags::XML_ELE_EXTENSION))
+        if (BaseTranslator::HasTag(child, Tags::XML_ELE_EXTENSION) || BaseTranslator::HasTag(child, "DefineFunction"))
             continue;
-        if (!BaseTranslator::HasTag(child, Tags::XML_ELE_DERIVEDFIELD))
-            Refuse(260102, reader.GetElementName(child), reader.GetElementName(&element));
-        transformations->AddVar(ReadDerivedField(reader, *child, {dictionary, *transformations}));
+        Declare(reader, *child, dictionary, *transformations);
+        fields.push_back(child);
     }
+    DictionaryScope scope(dictionary, *transformations);
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        ReadContent(reader, *fields[i], scope, functions, *transformations->GetVars()[i]);
+    const auto circle = transformations->Arrange();
+    if (!circle.empty())
+        Refuse(260105, "derived fields", ChainText(circle));
     return transformations;
 }
 

@@ -201,7 +201,8 @@ TEST(BaseModel, TellsItsDerivedFieldsWhetherReplacementsCount) {
     dictionary.FindVar("x")->GetVarStats()->SetMissingReplacement(std::make_unique<NumericValue>(6.5));
     TransformationDictionary transformations;
     transformations.AddVar(
-        std::make_unique<TransformVar>("d", DictVar::kNumber, DictVar::kContinuous, std::make_unique<SameValue>("x")));
+        std::make_unique<TransformVar>("d", KwBrevix_930::FieldType{}, DictVar::kContinuous,
+                                       std::make_unique<SameValue>(transformations.AddRawField("x"), "x")));
     transformations.SetUpDerivedCaseRecord();
     const CaseRecord record(dictionary);
     const auto derived = [&] { return transformations.GetValuesForDerivedVars(&record, &dictionary)->GetValue("d"); };

@@ -18,14 +18,19 @@ namespace {
 using KwBrevix_930::BaseDictionary;
 using KwBrevix_930::CaseRecord;
 using KwBrevix_930::DictVar;
+using KwBrevix_930::FieldType;
 using KwBrevix_930::ScoreCaseRecord;
 using KwBrevix_930::ScoreValue;
 using KwBrevix_930::TransformationDictionary;
 using KwBrevix_930::TransformVar;
 
-std::unique_ptr<TransformVar> Same(const std::string& name, const std::string& field) {
-    return std::make_unique<TransformVar>(name, DictVar::kNumber, DictVar::kContinuous,
-                                          std::make_unique<SameValue>(field));
+// A derived field that is what another field is: the derived one of that name, otherwise the raw one.
+std::unique_ptr<TransformVar> Same(TransformationDictionary& transformations, const std::string& name,
+                                   const std::string& field) {
+    const TransformVar* derived = transformations.FindVar(field);
+    const std::size_t slot = derived ? derived->GetSlot() : transformations.AddRawField(field);
+    return std::make_unique<TransformVar>(name, FieldType{}, DictVar::kContinuous,
+                                          std::make_unique<SameValue>(slot, field));
 }
 
 // Two raw fields, x and y, and a record of them.
@@ -43,9 +48,9 @@ protected:
 
 TEST_F(TransformationDictionaryTest, KeepsTheOrderAndFindsByName) {
     TransformationDictionary transformations;
-    EXPECT_TRUE(transformations.AddVar(Same("b", "x")));
-    EXPECT_TRUE(transformations.AddVar(Same("a", "y")));
-    EXPECT_FALSE(transformations.AddVar(Same("b", "y")));
+    EXPECT_TRUE(transformations.AddVar(Same(transformations, "b", "x")));
+    EXPECT_TRUE(transformations.AddVar(Same(transformations, "a", "y")));
+    EXPECT_FALSE(transformations.AddVar(Same(transformations, "b", "y")));
     ASSERT_EQ(transformations.GetVars().size(), 2u);
     EXPECT_EQ(transformations.FindVar("b"), transformations.GetVars()[0].get());
     EXPECT_EQ(transformations.FindVar("b")->GetFieldName(), "x");
@@ -54,8 +59,8 @@ TEST_F(TransformationDictionaryTest, KeepsTheOrderAndFindsByName) {
 
 TEST_F(TransformationDictionaryTest, DerivedIndicesLieBehindAllRawOnes) {
     TransformationDictionary transformations;
-    transformations.AddVar(Same("a", "x"));
-    transformations.AddVar(Same("b", "y"));
+    transformations.AddVar(Same(transformations, "a", "x"));
+    transformations.AddVar(Same(transformations, "b", "y"));
     EXPECT_EQ(transformations.FindVar("a")->GetIndex(), -1);
     transformations.SetUpDerivedCaseRecord();
     const int first = transformations.FindVar("a")->GetIndex();
@@ -79,7 +84,7 @@ TEST_F(TransformationDictionaryTest, DerivedIndicesLieBehindAllRawOnes) {
 
 TEST_F(TransformationDictionaryTest, GivesTheSameRecordAndNewValuesForEachCase) {
     TransformationDictionary transformations;
-    transformations.AddVar(Same("a", "x"));
+    transformations.AddVar(Same(transformations, "a", "x"));
     transformations.SetUpDerivedCaseRecord();
     CaseRecord record(dictionary);
     const ScoreCaseRecord* first = nullptr;
@@ -97,9 +102,9 @@ TEST_F(TransformationDictionaryTest, GivesTheSameRecordAndNewValuesForEachCase) 
 TEST_F(TransformationDictionaryTest, TwoMayAlternateOnOneThread) {
     TransformationDictionary one;
     TransformationDictionary two;
-    one.AddVar(Same("a", "x"));
-    two.AddVar(Same("b", "y"));
-    two.AddVar(Same("c", "b"));
+    one.AddVar(Same(one, "a", "x"));
+    two.AddVar(Same(two, "b", "y"));
+    two.AddVar(Same(two, "c", "b"));
     one.SetUpDerivedCaseRecord();
     two.SetUpDerivedCaseRecord();
     CaseRecord record(dictionary);
@@ -117,7 +122,7 @@ TEST_F(TransformationDictionaryTest, ASuccessorAtTheSamePlaceIsNotTakenForIt) {
     for (int fields = 1; fields < 20; ++fields) {
         TransformationDictionary transformations;
         for (int i = 0; i < fields; ++i)
-            transformations.AddVar(Same("f" + std::to_string(i), "x"));
+            transformations.AddVar(Same(transformations, "f" + std::to_string(i), "x"));
         transformations.SetUpDerivedCaseRecord();
         const ScoreCaseRecord* derived = transformations.GetValuesForDerivedVars(&record, &dictionary);
         EXPECT_EQ(derived->GetValue("f" + std::to_string(fields - 1))->GetDouble(), 3.5);
@@ -129,7 +134,7 @@ TEST_F(TransformationDictionaryTest, AFieldMayBeAddedBetweenCases) {
     CaseRecord record(dictionary);
     record.SetNumber(0, 3.5);
     for (const char* name : {"a", "b", "c"}) {
-        transformations.AddVar(Same(name, "x"));
+        transformations.AddVar(Same(transformations, name, "x"));
         transformations.SetUpDerivedCaseRecord();
         EXPECT_EQ(transformations.GetValuesForDerivedVars(&record, &dictionary)->GetValue(name)->GetDouble(), 3.5);
     }
@@ -137,8 +142,8 @@ TEST_F(TransformationDictionaryTest, AFieldMayBeAddedBetweenCases) {
 
 TEST_F(TransformationDictionaryTest, NeedsNoLayoutToDeriveFromDerivedFields) {
     TransformationDictionary transformations;
-    transformations.AddVar(Same("a", "x"));
-    transformations.AddVar(Same("b", "a"));
+    transformations.AddVar(Same(transformations, "a", "x"));
+    transformations.AddVar(Same(transformations, "b", "a"));
     CaseRecord record(dictionary);
     record.SetNumber(0, 3.5);
     const ScoreCaseRecord* derived = transformations.GetValuesForDerivedVars(&record, &dictionary);
@@ -149,15 +154,15 @@ TEST_F(TransformationDictionaryTest, NeedsNoLayoutToDeriveFromDerivedFields) {
 
 TEST_F(TransformationDictionaryTest, WhatAFieldCannotReadIsMissing) {
     TransformationDictionary transformations;
-    for (const auto& [name, field] :
-         {std::pair("itself", "itself"), {"later", "last"}, {"gone", "nowhere"}, {"last", "x"}})
-        transformations.AddVar(Same(name, field));
+    transformations.AddVar(std::make_unique<TransformVar>("empty", FieldType{}, DictVar::kContinuous));
+    for (const auto& [name, field] : {std::pair("of empty", "empty"), {"gone", "nowhere"}, {"last", "x"}})
+        transformations.AddVar(Same(transformations, name, field));
     transformations.SetUpDerivedCaseRecord();
     CaseRecord record(dictionary);
     record.SetNumber(0, 3.5);
     for (int i = 0; i < 2; ++i) {
         const ScoreCaseRecord* derived = transformations.GetValuesForDerivedVars(&record, &dictionary);
-        for (const char* name : {"itself", "later", "gone"})
+        for (const char* name : {"empty", "of empty", "gone"})
             EXPECT_EQ(derived->GetValue(name), nullptr) << name;
         EXPECT_EQ(derived->GetValue("last")->GetDouble(), 3.5);
     }
@@ -166,9 +171,55 @@ TEST_F(TransformationDictionaryTest, WhatAFieldCannotReadIsMissing) {
         EXPECT_EQ(derived->GetValue("last"), nullptr);
 }
 
+TEST_F(TransformationDictionaryTest, FieldsAreComputedBehindThoseThatTheyRead) {
+    TransformationDictionary transformations;
+    for (const char* name : {"c", "b", "a"})
+        transformations.AddVar(std::make_unique<TransformVar>(name, FieldType{}, DictVar::kContinuous));
+    const auto read = [&](const char* name, std::size_t slot) {
+        transformations.FindVar(name)->SetExpression(std::make_unique<SameValue>(slot, ""));
+    };
+    read("c", transformations.FindVar("b")->GetSlot());
+    read("b", transformations.FindVar("a")->GetSlot());
+    read("a", transformations.AddRawField("y"));
+    EXPECT_TRUE(transformations.Arrange().empty());
+    transformations.SetUpDerivedCaseRecord();
+    CaseRecord record(dictionary);
+    record.SetNumber(1, -2.385);
+    EXPECT_EQ(transformations.GetValuesForDerivedVars(&record, &dictionary)->GetValue("c")->GetDouble(), -2.385);
+    EXPECT_EQ(transformations.FindRawFields({"c"}), std::vector<std::string>{"y"});
+    EXPECT_TRUE(transformations.FindRawFields({"y", "none"}).empty());
+    read("a", transformations.FindVar("c")->GetSlot());
+    EXPECT_EQ(transformations.Arrange(), (std::vector<std::string>{"c", "b", "a", "c"}));
+}
+
+TEST_F(TransformationDictionaryTest, AnyDictionaryMayBeHandedOver) {
+    TransformationDictionary transformations;
+    transformations.AddVar(Same(transformations, "a", "x"));
+    transformations.AddVar(Same(transformations, "b", "y"));
+    transformations.SetUpDerivedCaseRecord();
+    for (int round = 0; round < 3; ++round) {
+        // Each time at the same place in memory, with the variables in another order or missing.
+        std::vector<std::vector<std::string>> orders = {{"x", "y"}, {"y", "z", "x"}, {"y"}, {"x", "y"}};
+        for (const auto& names : orders) {
+            BaseDictionary other;
+            for (const std::string& name : names)
+                other.AddVar(std::make_unique<DictVar>(name, DictVar::kNumber, DictVar::kContinuous));
+            CaseRecord record(other, CaseRecord::kByName);
+            for (const std::string& name : names)
+                record.SetNumber(record.GetIndex(name), name == "x" ? 1.25 : 2.5);
+            const auto* derived = transformations.GetValuesForDerivedVars(&record, &other);
+            EXPECT_EQ(derived->GetValue("b")->GetDouble(), 2.5);
+            if (names.size() == 1)
+                EXPECT_EQ(derived->GetValue("a"), nullptr);
+            else
+                EXPECT_EQ(derived->GetValue("a")->GetDouble(), 1.25);
+        }
+    }
+}
+
 TEST_F(TransformationDictionaryTest, ARecordWithoutIndicesOfItsVariablesIsMissing) {
     TransformationDictionary transformations;
-    transformations.AddVar(Same("a", "x"));
+    transformations.AddVar(Same(transformations, "a", "x"));
     transformations.SetUpDerivedCaseRecord();
     dictionary.FindVar("x")->SetIndex(-1);
     CaseRecord record(dictionary);

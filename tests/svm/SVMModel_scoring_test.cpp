@@ -18,6 +18,7 @@ namespace {
 using svm_samples::AddCategoryColumn;
 using svm_samples::AddMachine;
 using svm_samples::AddNumericColumn;
+using svm_samples::AddScaledVar;
 using svm_samples::AddSupportVector;
 using svm_samples::Bench;
 using svm_samples::FakeRecord;
@@ -25,7 +26,6 @@ using svm_samples::Indices;
 using svm_samples::kNaN;
 using svm_samples::NewClassification;
 using svm_samples::NewRegression;
-using svm_samples::NewScaledVar;
 using svm_samples::Values;
 using Status = SVMModelTestAccess::Status;
 
@@ -581,7 +581,7 @@ TEST(HandleMissInvalidValue, TakesMissingBeforeInvalidAndNeitherForSuccess) {
 struct WithDerived : Bench {
     // "d" is four times "a"; the columns are the raw one, where it is named, and "d".
     explicit WithDerived(const std::string& raw = "") : a(AddVar("a")), b(AddVar("b")) {
-        transformations.AddVar(NewScaledVar("d", "a", 4.0));
+        AddScaledVar(transformations, "d", "a", 4.0);
         transformations.SetUpDerivedCaseRecord();
         model.SetTransformationScoreDictionary(&transformations);
         auto data = NewRegression();

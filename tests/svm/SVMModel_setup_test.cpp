@@ -17,12 +17,12 @@ namespace {
 using svm_samples::AddCategoryColumn;
 using svm_samples::AddMachine;
 using svm_samples::AddNumericColumn;
+using svm_samples::AddScaledVar;
 using svm_samples::Bench;
 using svm_samples::FakeRecord;
 using svm_samples::Indices;
 using svm_samples::NewClassification;
 using svm_samples::NewRegression;
-using svm_samples::NewScaledVar;
 using svm_samples::Values;
 
 // Tells its end.
@@ -198,8 +198,8 @@ TEST(SVMModelSetUp, AFieldIsLookedUpAmongTheDerivedOnesWhenTheDictionaryHasNone)
     Bench bench;
     DictVar& a = bench.AddVar("a");
     TransformationDictionary derived;
-    derived.AddVar(NewScaledVar("a", "y", 2.5));
-    derived.AddVar(NewScaledVar("d", "a", 2.5));
+    AddScaledVar(derived, "a", "y", 2.5);
+    AddScaledVar(derived, "d", "a", 2.5);
     bench.model.SetTransformationScoreDictionary(&derived);
     auto data = NewRegression();
     AddNumericColumn(*data, "d");

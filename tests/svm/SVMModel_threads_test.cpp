@@ -17,10 +17,10 @@ using svm_samples::AddCategoryColumn;
 using svm_samples::AddExtension;
 using svm_samples::AddMachine;
 using svm_samples::AddNumericColumn;
+using svm_samples::AddScaledVar;
 using svm_samples::AddSupportVector;
 using svm_samples::Bench;
 using svm_samples::NewClassification;
-using svm_samples::NewScaledVar;
 
 // Four categories, probabilities, a derived field, a category field and a radial basis kernel.
 struct Busy : Bench {
@@ -28,7 +28,7 @@ struct Busy : Bench {
         AddVar("x");
         AddVar("color", DictVar::kString, ScoreDictVar::kCategorical).AddCategory("red");
         static_cast<DictVar&>(*dictionary.FindVar("color")).AddCategory("blue");
-        transformations.AddVar(NewScaledVar("half", "x", 0.5));
+        AddScaledVar(transformations, "half", "x", 0.5);
         transformations.SetUpDerivedCaseRecord();
         model.SetTransformationScoreDictionary(&transformations);
         auto data = NewClassification(4);

@@ -14,7 +14,7 @@
 #include "host/ScoreCaseRecord.h"
 #include "host/ScoreResult.h"
 #include "host/StringValue.h"
-#include "host/transform/TransformVar.h"
+#include "host/transform/TransformationDictionary.h"
 #include "tests/support/SVMModelTestAccess.h"
 
 namespace svm_samples {
@@ -76,21 +76,27 @@ private:
 /// A derived field: a factor times another field; missing and invalid where that is.
 class ScaledField : public KwBrevix_930::Expression {
 public:
-    ScaledField(std::string source, double factor) : Expression(std::move(source)), fFactor(factor) {}
-    void Evaluate(const KwBrevix_930::ScoreDictVar&, const KwBrevix_930::DerivedValue& value,
+    ScaledField(std::size_t slot, double factor)
+        : Expression({KwBrevix_930::FieldType::kDouble}), fSlot(slot), fFactor(factor) {}
+    void Evaluate(std::span<const KwBrevix_930::DerivedValue> slots,
                   KwBrevix_930::DerivedValue& result) const override {
-        result = value;
-        result.number *= fFactor;
+        result.Borrow(slots[fSlot]);
+        if (result.IsNumber())
+            result.SetNumber(fFactor * result.GetNumber());
     }
+    void AppendSlots(std::vector<std::size_t>& slots) const override { slots.push_back(fSlot); }
 
 private:
+    std::size_t fSlot;
     double fFactor;
 };
 
-inline std::unique_ptr<KwBrevix_930::TransformVar> NewScaledVar(std::string name, std::string source, double factor) {
-    return std::make_unique<KwBrevix_930::TransformVar>(std::move(name), KwBrevix_930::DictVar::kNumber,
-                                                        KwBrevix_930::ScoreDictVar::kContinuous,
-                                                        std::make_unique<ScaledField>(std::move(source), factor));
+/// source: a raw field.
+inline void AddScaledVar(KwBrevix_930::TransformationDictionary& derived, const std::string& name,
+                         const std::string& source, double factor) {
+    derived.AddVar(std::make_unique<KwBrevix_930::TransformVar>(
+        name, KwBrevix_930::FieldType{}, KwBrevix_930::ScoreDictVar::kContinuous,
+        std::make_unique<ScaledField>(derived.AddRawField(source), factor)));
 }
 
 inline void AddNumericColumn(KwBrevix_930::SVMModelData& data, std::string field) {

@@ -1,0 +1,44 @@
+// The functions that a document defines.
+#include "host/transform/FunctionTable.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
+
+#include "host/BaseTranslator.h"
+#include "host/DOMElemUtility.h"
+#include "host/PMMLModelTags.h"
+#include "host/transform/refusal.h"
+
+namespace KwBrevix_930 {
+
+using Tags = PMMLModelTags;
+using xercesc::DOMElement;
+
+FunctionTable::FunctionTable() = default;
+FunctionTable::~FunctionTable() = default;
+
+void FunctionTable::AddFunctions(const DOMElemUtility& reader, const DOMElement& parent) {
+    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&parent); child;
+         child = BaseTranslator::GetNextSiblingElt(child)) {
+        if (!BaseTranslator::HasTag(child, "DefineFunction"))
+            continue;
+        const std::string name = reader.GetAttributeToString(child, Tags::XML_ATT_NAME, true);
+        if (name.empty() || !fElements.emplace(name, child).second)
+            RefuseAttribute(reader, *child, Tags::XML_ATT_NAME);
+    }
+}
+
+void FunctionTable::AddFunctionsFor(const DOMElemUtility& reader, const DOMElement& element) {
+    AddFunctions(reader, element);
+    const DOMElement* root = element.getOwnerDocument()->getDocumentElement();
+    const DOMElement* common = root ? reader.GetChildElemByName(root, Tags::XML_ELE_TRANSFORMATION, false) : nullptr;
+    if (common && common != &element)
+        AddFunctions(reader, *common);
+}
+
+const DOMElement* FunctionTable::Find(const std::string& name) const {
+    const auto found = fElements.find(name);
+    return found == fElements.end() ? nullptr : found->second;
+}
+
+}  // namespace KwBrevix_930
