@@ -4,6 +4,7 @@
 
 #include <csv.h>
 
+#include <algorithm>
 #include <new>
 #include <unordered_map>
 #include <utility>
@@ -29,7 +30,7 @@ std::string listed(const std::vector<std::string>& names) {
 
 // Which column of the table each wanted one is, turned around. Fails: one Error for all that are lacking or repeated.
 std::vector<int> findColumns(const std::vector<std::string>& header, const std::vector<std::string>& wanted,
-                             const std::string& table) {
+                             const std::vector<bool>& isOptional, const std::string& table) {
     std::unordered_map<std::string, int> wantedByName;
     for (const std::string& name : wanted)
         wantedByName.emplace(name, static_cast<int>(wantedByName.size()));
@@ -44,7 +45,7 @@ std::vector<int> findColumns(const std::vector<std::string>& header, const std::
     }
     std::vector<std::string> lacking;
     for (std::size_t i = 0; i < wanted.size(); ++i) {
-        if (timesSeen[i] == 0)
+        if (timesSeen[i] == 0 && (isOptional.empty() || !isOptional[i]))
             lacking.push_back(wanted[i]);
     }
     std::string text;
@@ -59,10 +60,12 @@ std::vector<int> findColumns(const std::vector<std::string>& header, const std::
 
 }  // namespace
 
-CsvReader::CsvReader(ByteSource& source, char separator, const std::vector<std::string>& columns)
+CsvReader::CsvReader(ByteSource& source, char separator, const std::vector<std::string>& columns,
+                     const std::vector<bool>& isOptional)
     : fChunks(source),
       fName(source.getName()),
       fWanted(columns),
+      fIsOptional(isOptional),
       fParser(std::make_unique<csv_parser>()),
       fRow(columns.size()) {
     csv_init(fParser.get(), CSV_STRICT | CSV_STRICT_FINI | CSV_REPALL_NL);
@@ -94,6 +97,10 @@ bool CsvReader::read(RowBatch& batch) {
     std::swap(batch, fRows);
     fRows.clear();
     return batch.getRowCount() > 0;
+}
+
+bool CsvReader::hasColumn(std::size_t column) const {
+    return std::find(fWantedByColumn.begin(), fWantedByColumn.end(), static_cast<int>(column)) != fWantedByColumn.end();
 }
 
 void CsvReader::feed() {
@@ -163,7 +170,7 @@ void CsvReader::takeRow(int lineEnd) {
         if (fHeader.empty())
             fHeader.emplace_back();
         fHasHeader = true;
-        fWantedByColumn = findColumns(fHeader, fWanted, fName);
+        fWantedByColumn = findColumns(fHeader, fWanted, fIsOptional, fName);
     } else if (fCellCount == 0 && fHeader.size() > 1) {
         ++fEmptyLineCount;
     } else {

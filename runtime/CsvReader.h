@@ -20,10 +20,12 @@ public:
     static constexpr std::size_t kCellLimit = 1 << 20;
     static constexpr std::size_t kHeaderLimit = 16 << 20;
 
-    CsvReader(ByteSource& source, char separator, const std::vector<std::string>& columns);
+    CsvReader(ByteSource& source, char separator, const std::vector<std::string>& columns,
+              const std::vector<bool>& isOptional = {});
     ~CsvReader() override;
 
     bool read(RowBatch& batch) override;
+    bool hasColumn(std::size_t column) const override;
 
     /// Returns: the cells of one line of comma-separated values.
     /// Fails: Error for quotes that are wrong.
@@ -45,6 +47,7 @@ private:
     TextChunks fChunks;
     std::string fName;
     std::vector<std::string> fWanted;
+    std::vector<bool> fIsOptional;
     std::unique_ptr<csv_parser> fParser;
     std::exception_ptr fFault;
     std::vector<std::string> fHeader;

@@ -20,6 +20,7 @@ public:
     JsonLinesReader(ByteSource& source, const std::vector<std::string>& columns);
 
     bool read(RowBatch& batch) override;
+    bool hasColumn(std::size_t) const override { return true; }
 
 private:
     void takeText(std::string_view text, RowBatch& batch);

@@ -6,10 +6,11 @@
 
 namespace brevix {
 
-std::unique_ptr<TableReader> openTable(TableKind kind, ByteSource& source, const std::vector<std::string>& columns) {
+std::unique_ptr<TableReader> openTable(TableKind kind, ByteSource& source, const std::vector<std::string>& columns,
+                                       const std::vector<bool>& isOptional) {
     if (kind == TableKind::kJsonLines)
         return std::make_unique<JsonLinesReader>(source, columns);
-    return std::make_unique<CsvReader>(source, kind == TableKind::kTsv ? '\t' : ',', columns);
+    return std::make_unique<CsvReader>(source, kind == TableKind::kTsv ? '\t' : ',', columns, isOptional);
 }
 
 }  // namespace brevix

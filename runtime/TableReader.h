@@ -24,12 +24,18 @@ public:
     /// Returns: false at the end of the table, and no rows.
     /// Fails: Error that names the table, the row (counted from 1 behind the header) and the column.
     virtual bool read(RowBatch& batch) = 0;
+
+    /// Returns: whether the table has the column of that place among those asked for. JSON Lines tell of no column
+    /// beforehand: there it is true of all.
+    virtual bool hasColumn(std::size_t column) const = 0;
 };
 
 /// Starts reading a table, header included. source: must outlive the reader. columns: those that are wanted, no name
-/// twice; others are passed over.
-/// Fails: one Error that lists every wanted column that the table lacks or repeats. In JSON Lines no column can be
-/// lacking: a key that a row does not have is a missing cell.
-std::unique_ptr<TableReader> openTable(TableKind kind, ByteSource& source, const std::vector<std::string>& columns);
+/// twice; others are passed over. isOptional: for each of them whether the table may lack it, and its cells are missing
+/// then; empty: none.
+/// Fails: one Error that lists every required column that the table lacks, and every wanted one that it repeats. In
+/// JSON Lines no column can be lacking: a key that a row does not have is a missing cell.
+std::unique_ptr<TableReader> openTable(TableKind kind, ByteSource& source, const std::vector<std::string>& columns,
+                                       const std::vector<bool>& isOptional = {});
 
 }  // namespace brevix

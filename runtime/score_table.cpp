@@ -23,18 +23,23 @@ namespace {
 // Which columns of the table are read: the inputs, then those that are only kept.
 struct ColumnPlan {
     std::vector<std::string> wanted;
+    std::vector<bool> isOptional;
     std::vector<KeptColumn> kept;
 };
 
 ColumnPlan planColumns(const ScoringModel& model, const std::vector<std::string>& keptNames) {
     ColumnPlan plan;
-    for (const InputField& input : model.getInputs())
+    for (const InputField& input : model.getInputs()) {
         plan.wanted.push_back(input.name);
+        plan.isOptional.push_back(input.isOptional);
+    }
     for (const std::string& name : keptNames) {
         const auto found = std::find(plan.wanted.begin(), plan.wanted.end(), name);
         plan.kept.push_back({name, static_cast<std::size_t>(found - plan.wanted.begin())});
         if (found == plan.wanted.end())
             plan.wanted.push_back(name);
+        plan.isOptional.resize(plan.wanted.size());
+        plan.isOptional[plan.kept.back().place] = false;
     }
     return plan;
 }
@@ -127,7 +132,7 @@ TableTally scoreTable(const ScoringModel& model, ByteSource& source, const std::
                       const TableOptions& options, const TableEvents& events) {
     const ColumnPlan plan = planColumns(model, options.keptColumns);
     const RowWriter writer(options.outputKind, model, plan.kept);
-    const auto reader = openTable(options.inputKind, source, plan.wanted);
+    const auto reader = openTable(options.inputKind, source, plan.wanted, plan.isOptional);
     TableScorer scorer(model, writer, options.missingTexts);
     // The first rows are read before anything is written: a table that is wrong from its start gives no output.
     auto first = std::make_shared<Job>();

@@ -20,33 +20,13 @@
 #include "tools/Report.h"
 #include "tools/UsageError.h"
 #include "tools/remove_on_signal.h"
+#include "tools/table_kind.h"
 
 namespace brevix {
 
 namespace {
 
 constexpr int kMostThreads = 1024;
-
-// The kind of a table by its file's name; nothing where the name does not tell.
-std::optional<TableKind> kindOfName(const std::string& path) {
-    std::string ending = std::filesystem::path(path).extension().string();
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    if (ending == ".csv")
-        return TableKind::kCsv;
-    if (ending == ".tsv" || ending == ".tab")
-        return TableKind::kTsv;
-    if (ending == ".jsonl" || ending == ".ndjson")
-        return TableKind::kJsonLines;
-    return std::nullopt;
-}
-
-// What an option says counts, then the file's name; otherwise the table is comma-separated.
-TableKind chooseKind(const std::string& option, const std::string& path) {
-    if (option.empty())
-        return kindOfName(path).value_or(TableKind::kCsv);
-    return option == "csv" ? TableKind::kCsv : option == "tsv" ? TableKind::kTsv : TableKind::kJsonLines;
-}
 
 std::vector<std::string> splitNames(const std::string& list) {
     try {
@@ -125,8 +105,8 @@ void checkKeptColumns(const std::vector<std::string>& kept, const ScoringModel& 
 int ScoreCommand::run() {
     checkOutput();
     TableOptions options;
-    options.inputKind = chooseKind(fInputFormat, fInput);
-    options.outputKind = chooseKind(fOutputFormat, fOutput);
+    options.inputKind = chooseTableKind(fInputFormat, fInput);
+    options.outputKind = chooseTableKind(fOutputFormat, fOutput);
     options.keptColumns = listKeptColumns();
     options.missingTexts = fMissingTexts;
     options.threadCount = fThreadCount;

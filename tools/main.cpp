@@ -14,6 +14,7 @@
 #include "tools/Report.h"
 #include "tools/ScoreCommand.h"
 #include "tools/UsageError.h"
+#include "tools/VerifyCommand.h"
 
 namespace {
 
@@ -44,6 +45,8 @@ int run(int argc, char** argv) {
     brevix::ScoreCommand score(*app.add_subcommand("score", "score a table"));
     auto* inspectApp = app.add_subcommand("inspect", "tell what a model is, and what has no effect in it");
     brevix::InspectCommand inspect(*inspectApp);
+    auto* verifyApp = app.add_subcommand("verify", "hold results against expected ones");
+    brevix::VerifyCommand verify(*verifyApp);
     const CLI::App* version = app.add_subcommand("version", "print the version");
     try {
         app.parse(argc, argv);
@@ -54,7 +57,9 @@ int run(int argc, char** argv) {
     }
     if (version->parsed())
         return printVersion();
-    return inspectApp->parsed() ? inspect.run() : score.run();
+    if (inspectApp->parsed())
+        return inspect.run();
+    return verifyApp->parsed() ? verify.run() : score.run();
 }
 
 }  // namespace
