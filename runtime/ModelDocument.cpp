@@ -15,7 +15,6 @@ using xercesc::DOMElement;
 ModelDocument::ModelDocument(KwBrevix_930::DocumentHandle document)
     : fDocument(std::move(document)),
       fReader(nullptr, &fTranscoder),
-      fModel(findChild(&getRoot(), Tags::XML_ELE_SVMMODEL)),
       fDataDictionary(findChild(&getRoot(), Tags::XML_ELE_DATADICTIONARY)),
       fTransformations(findChild(&getRoot(), Tags::XML_ELE_TRANSFORMATION)) {}
 
@@ -23,12 +22,16 @@ DOMElement& ModelDocument::getRoot() const {
     return *fDocument->getDocumentElement();
 }
 
+DOMElement* ModelDocument::getModel() const {
+    return findChild(&getRoot(), Tags::XML_ELE_SVMMODEL);
+}
+
 bool ModelDocument::isVersionTwo() const {
     return getAttribute(getRoot(), Tags::XML_ATT_VERSION).starts_with('2');
 }
 
 std::vector<DOMElement*> ModelDocument::getMiningFields() const {
-    return findChildren(findChild(fModel, Tags::XML_ELE_MININGSCHEMA), Tags::XML_ELE_MININGFIELD);
+    return findChildren(findChild(getModel(), Tags::XML_ELE_MININGSCHEMA), Tags::XML_ELE_MININGFIELD);
 }
 
 std::string ModelDocument::getTargetName() const {
@@ -38,6 +41,25 @@ std::string ModelDocument::getTargetName() const {
             return getAttribute(*field, Tags::XML_ATT_MININGFIELD_NAME);
     }
     return {};
+}
+
+std::vector<DOMElement*> ModelDocument::getMachines() const {
+    return findChildren(getModel(), Tags::XML_ELE_SVM_SVM);
+}
+
+std::vector<DOMElement*> ModelDocument::getVectorFields() const {
+    const DOMElement* vectors = findChild(getModel(), Tags::XML_ELE_SVM_VECTORDICTION);
+    std::vector<DOMElement*> fields = findChildren(findChild(vectors, Tags::XML_ELE_SVM_VECTORFIELDS), "");
+    std::erase_if(fields, [](const DOMElement* field) {
+        return !BaseTranslator::HasTag(field, Tags::XML_ELE_FIELDREF) &&
+               !BaseTranslator::HasTag(field, Tags::XML_ELE_CATEGORICAL_PREDICTOR);
+    });
+    return fields;
+}
+
+std::string ModelDocument::placeOf(const DOMElement& element) const {
+    const std::size_t line = KwBrevix_930::DocumentParser::LineOf(element);
+    return line > 0 ? " (line " + std::to_string(line) + ")" : std::string();
 }
 
 DOMElement* ModelDocument::findChild(const DOMElement* parent, const char* tag) const {
@@ -66,6 +88,10 @@ std::string ModelDocument::getAttribute(const DOMElement& element, const char* a
 
 void ModelDocument::setAttribute(DOMElement& element, const char* attribute, std::string_view value) const {
     element.setAttribute(fTranscoder.ToWide(attribute).c_str(), fTranscoder.ToWide(value).c_str());
+}
+
+void ModelDocument::removeAttribute(DOMElement& element, const char* attribute) const {
+    element.removeAttribute(fTranscoder.ToWide(attribute).c_str());
 }
 
 DOMElement* ModelDocument::createElement(const DOMElement& like, const char* tag) const {

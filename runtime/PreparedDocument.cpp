@@ -30,9 +30,9 @@ PreparedDocument open(bool prepares, const Parse& parse) {
     return withOneErrorType([&] {
         PreparedDocument prepared;
         prepared.document = std::make_unique<ModelDocument>(parse());
-        requireModel(*prepared.document);
         if (prepares)
             prepared.notes = prepareDocument(*prepared.document);
+        requireModel(*prepared.document);
         return prepared;
     });
 }

@@ -8,11 +8,9 @@ namespace brevix {
 
 class ModelDocument;
 
-/// Rewrites a document in place, in time linear in its size: dense arrays, a target without categories, one-against-one
-/// without its attribute, and the document's TransformationDictionary.
+/// Rewrites a document in place, in time linear in its size. The kinds of change are listed in docs/pmml-support.md.
 /// Returns: one note for each kind of change that was made, with its count.
-/// Fails: Error for a dense array that cannot be one: its n is not the number of its entries, or a text is quoted in
-/// it.
+/// Fails: one Error that names all that cannot be read or would be scored wrongly, such as an array that is none.
 std::vector<std::string> prepareDocument(const ModelDocument& document);
 
 }  // namespace brevix
