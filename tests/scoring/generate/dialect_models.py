@@ -5,14 +5,15 @@ Where a machine is trained, scikit-learn's answers are held against the evaluato
 """
 
 import itertools
+import xml.etree.ElementTree as ET
 
 import numpy as np
 from sklearn.datasets import load_breast_cancer
 from sklearn.svm import SVC
 
-from pmml import (E, Machine, Svm, call, categorical, const, continuous, derived, discretize, document, expression,
-                  interval, linear, map_values, mining, norm_continuous, norm_discrete, output, polynomial, radial, ref,
-                  shortest, sigmoid)
+from pmml import (E, Machine, Svm, call, categorical, const, continuous, derived, discretize, document, interval,
+                  linear, map_values, mining, norm_continuous, norm_discrete, output, polynomial, radial, ref, shortest,
+                  sigmoid)
 from publish import evaluate_tree, publish
 
 KNIME = ("KNIME", "4.5.2")
@@ -75,7 +76,8 @@ def knime():
     decisions = estimator.decision_function(z[::15])
     publish("knime_two_machines", document("4.2", KNIME, fields, svm), cases,
             {"decision_1": decisions.tolist(), "decision_2": (-decisions).tolist(),
-             "predicted_diagnosis": [["malignant", "benign"][each] for each in estimator.predict(z[::15])]})
+             "predicted_diagnosis": [["malignant", "benign"][each] for each in estimator.predict(z[::15])]},
+            writes_decisions=False)
 
 
 def knime_own_machines():
@@ -86,10 +88,11 @@ def knime_own_machines():
               ["a", "b", "c"], vectors, machines, {"classificationMethod": "OneAgainstAll", "maxWins": "true"}, dense=True)
     fields = [continuous("a"), continuous("b"), continuous("c"), categorical("side", ["right", "left"])]
     publish("knime_own_machines", document("4.1", KNIME, fields, svm),
-            grid(a=["-1.5", "-0.25", "0.5", "1.75"], b=["-1", "0.375", "2"], c=["-0.75", "0.625", "1.25"]))
+            grid(a=["-1.5", "-0.25", "0.5", "1.75"], b=["-1", "0.375", "2"], c=["-0.75", "0.625", "1.25"]),
+            writes_decisions=False)
 
 
-def alternate_on_model(version):
+def alternate_on_model():
     """PMML 3.0: the alternative category of the one machine stands on the model; a threshold too."""
     names, x, y = cancer()
     estimator = SVC(kernel="rbf", gamma=0.03125, C=1.5).fit(x[1::7], y[1::7])
@@ -102,7 +105,7 @@ def alternate_on_model(version):
                "svmRepresentation": "SupportVectors"})
     fields = [categorical("diagnosis", ["malignant", "benign"]), *map(continuous, names)]
     cases = [{name: shortest(value) for name, value in zip(names, row)} for row in x[::15]]
-    publish("alternate_on_model", document(version, ("miner", "3.0"), fields, svm), cases,
+    publish("alternate_on_model", document("3.0", ("miner", "3.0"), fields, svm), cases,
             {"decision_1": (estimator.decision_function(x[::15]) + shift).tolist(),
              "predicted_diagnosis": [["malignant", "benign"][each] for each in estimator.predict(x[::15])]})
 
@@ -148,6 +151,69 @@ def thresholds():
                 grid(x=["-1", "-0.5", "0", "0.5", "0.75", "2"], y=["-0.375", "-0.125", "0", "0.125", "0.5", "1"]))
 
 
+def zero_vectors():
+    """A support vector at the origin: dense; sparse with empty lists; sparse without lists."""
+    fields = [continuous("y"), continuous("a"), continuous("b")]
+    for form in ("dense", "empty", "absent"):
+        parts = regression(167, ["a", "b"], 4, radial(0.46875))
+        parts["vectors"]["v2"] = [0.0, 0.0]
+        svm = Svm("regression", [mining("y", "target"), mining("a"), mining("b")], dense=form == "dense", **parts)
+        tree = document("4.4", HAND, fields, svm)
+        if form == "absent":
+            sparse = tree.find(".//VectorInstance[@id='v2']/REAL-SparseArray")
+            sparse[:] = []
+            sparse.text = None
+        publish(f"zero_vector_{form}", tree, grid(a=NUMBERS[::2], b=NUMBERS[1::2]))
+
+
+def kernel_defaults():
+    """Kernels without their parameters: gamma, coef0 and degree are 1."""
+    fields = [continuous("y"), continuous("a"), continuous("b")]
+    for tag in ("RadialBasisKernelType", "PolynomialKernelType", "SigmoidKernelType"):
+        svm = Svm("regression", [mining("y", "target"), mining("a"), mining("b")], **regression(179, ["a", "b"], 5, E(tag)))
+        publish(f"kernel_defaults_{tag.removesuffix('KernelType').lower()}", document("4.4", HAND, fields, svm),
+                grid(a=NUMBERS[::2], b=NUMBERS[1::2]))
+
+
+def prefixed():
+    """Elements with a prefix, ISO-8859-1, categories that are not ASCII, comments."""
+    fields = [categorical("Größe", ["groß", "klein <1>", "ähnlich"]), continuous("Länge"), continuous("Höhe (m)")]
+    vectors, terms, biases = invented(157, 2, 5, 3)
+    machines = [Machine(each, bias, target=b, alternate=a) for each, bias, (a, b) in
+                zip(terms, biases, itertools.combinations(["groß", "klein <1>", "ähnlich"], 2))]
+    svm = Svm("classification", [mining("Größe", "target"), mining("Länge"), mining("Höhe (m)")], polynomial(0.5, 0.75, 3),
+              ["Länge", "Höhe (m)"], vectors, machines, {"classificationMethod": "OneAgainstOne"},
+              output=[output("Größe (vorhergesagt)", data_type="string", optype="categorical")])
+    tree = document("4.4", HAND, fields, svm)
+    root = tree.getroot()
+    root.attrib["xmlns:pmml"] = root.attrib.pop("xmlns")
+    root.insert(1, ET.Comment(" no <DataDictionary> here "))
+    for element in list(root.iter()):
+        if isinstance(element.tag, str):
+            element.tag = f"pmml:{element.tag}"
+            if element.tag in ("pmml:VectorDictionary", "pmml:Coefficients"):
+                element.insert(1, ET.Comment(" between elements "))
+    publish("prefixed_names", tree, [{"Länge": a, "Höhe (m)": b} for a, b in itertools.product(NUMBERS[::2], NUMBERS[1::2])],
+            encoding="ISO-8859-1")
+
+
+def outer_transformations():
+    """Derived fields of the document and of a MiningModel, which the segment names in its MiningSchema."""
+    dictionary = [derived("root a", call("sqrt", call("abs", "a")))]
+    outer = [derived("scaled b", norm_continuous("b", [(-1.5, 0.0), (2.0, 1.0)]))]
+    inner = [derived("both", call("*", "root a", "scaled b"))]
+    svm = Svm("regression", [mining("y", "target"), mining("root a"), mining("scaled b")], local=inner,
+              output=[output("score", data_type="double")], **regression(163, ["root a", "scaled b", "both"]))
+    schema = [mining("y", "target"), mining("a", missingValueReplacement="0.75"), mining("b")]
+    wrapped = E("MiningModel", {"functionName": "regression"}, E("MiningSchema", None, *schema),
+                E("Output", None, output("doubled", "transformedValue", call("*", "score", const(2, "double")), data_type="double")),
+                E("LocalTransformations", None, *outer),
+                E("Segmentation", {"multipleModelMethod": "selectFirst"}, E("Segment", None, E("True"), svm.element())))
+    fields = [continuous("y"), continuous("a"), continuous("b")]
+    publish("outer_transformations", document("4.4", HAND, fields, wrapped, dictionary),
+            [*grid(a=NUMBERS[::2], b=NUMBERS[1::2]), {"a": "", "b": "1"}, {"a": "1", "b": ""}])
+
+
 # ---- fields -----------------------------------------------------------------------------------------------------------
 
 def treatments():
@@ -155,14 +221,15 @@ def treatments():
     valid = ["low", "mid", "high"]
     kinds = ["returned", "kept", "lost", "given"]
     fields = [continuous("y"), continuous("plain"), continuous("gone"), continuous("clipped"), continuous("filled"),
-              *(categorical(each, valid) for each in kinds)]
+              continuous("strict"), *(categorical(each, valid) for each in kinds)]
     fields[4].append(E("Value", {"value": "-99", "property": "missing"}))
-    fields[5].append(E("Value", {"value": "n/a", "property": "missing"}))
-    fields[5].append(E("Value", {"value": "bad", "property": "invalid"}))
+    fields[6].append(E("Value", {"value": "n/a", "property": "missing"}))
+    fields[6].append(E("Value", {"value": "bad", "property": "invalid"}))
     schema = [mining("y", "target"), mining("plain", outliers="asIs", lowValue=-2, highValue=2),
               mining("gone", outliers="asMissingValues", lowValue=-2, highValue=2, missingValueReplacement="0.625"),
               mining("clipped", outliers="asExtremeValues", lowValue=-1.5, highValue=1.25),
               mining("filled", missingValueReplacement="-0.375", missingValueTreatment="asValue"),
+              mining("strict", missingValueTreatment="returnInvalid", outliers="asMissingValues", lowValue=0, highValue=1),
               mining("returned", invalidValueTreatment="returnInvalid", missingValueReplacement="mid"),
               mining("kept", invalidValueTreatment="asIs"),
               mining("lost", invalidValueTreatment="asMissing", missingValueReplacement="high"),
@@ -174,14 +241,15 @@ def treatments():
              derived("lost norm", norm_continuous("plain", points, outliers="asMissingValues", mapMissingTo=-0.125)),
              *(derived(f"{each} {value}", norm_discrete(each, value)) for each in kinds for value in ("low", "mid"))]
     local[-1][0].set("mapMissingTo", "0.25")
-    columns = ["gone", "clipped", "filled", *(each.get("name") for each in local)]
+    columns = ["gone", "clipped", "filled", "strict", *(each.get("name") for each in local)]
     svm = Svm("regression", schema, local=local, **regression(83, columns, kernel=linear()))
-    base = {"plain": "0.75", "gone": "0.5", "clipped": "-0.25", "filled": "1.125",
+    base = {"plain": "0.75", "gone": "0.5", "clipped": "-0.25", "filled": "1.125", "strict": "0.25",
             "returned": "low", "kept": "mid", "lost": "low", "given": "high"}
     changes = [*({"plain": v} for v in ("-7.5", "-1", "0.5", "1", "1.5", "2.5", "1e3", "", "abc")),
                *({"gone": v} for v in ("-2", "-2.0000001", "2", "7", "")),
                *({"clipped": v} for v in ("-1.5", "-9", "1.25", "1.3", "", "NaN")),
                *({"filled": v} for v in ("", "-99", "99", "?")),
+               *({"strict": v} for v in ("0", "1", "1.25", "")),
                *({"returned": v} for v in ("high", "n/a", "bad", "other", "")),
                *({"kept": v} for v in ("other", "")), *({"lost": v} for v in ("other", "", "mid")),
                *({"given": v} for v in ("other", "", "mid")),
@@ -479,10 +547,8 @@ def records(tree, cases, wanted, names=None):
 
 
 def main():
-    knime()
-    knime_own_machines()
-    alternate_on_model("3.0")
-    for make in (fields_of_version_two, pairs_without_method, thresholds, treatments, intervals, predictors, usages,
+    for make in (knime, knime_own_machines, alternate_on_model, fields_of_version_two, pairs_without_method, thresholds,
+                 zero_vectors, kernel_defaults, prefixed, outer_transformations, treatments, intervals, predictors, usages,
                  defined_functions, mathematics, texts, conditions, tables, targets, displays, verification):
         make()
 

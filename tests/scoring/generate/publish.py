@@ -15,8 +15,9 @@ AGREEMENT = 1e-10
 LARGEST_DOCUMENT = 100_000
 
 
-def publish(name, tree, cases, trainer=None):
+def publish(name, tree, cases, trainer=None, writes_decisions=True, encoding="UTF-8"):
     """cases: one dict of texts per row. trainer: column -> values of the first rows, in row order.
+    writes_decisions: False where the scorer may read the document's machines as other ones.
 
     What the trainer says is what is expected; the evaluator must agree, and says the rest.
     """
@@ -24,7 +25,7 @@ def publish(name, tree, cases, trainer=None):
     folder.mkdir(exist_ok=True)
     model = folder / "model.pmml"
     with open(model, "wb") as out:
-        tree.write(out, encoding="UTF-8", xml_declaration=True)
+        tree.write(out, encoding=encoding, xml_declaration=True)
         out.write(b"\n")
     if model.stat().st_size > LARGEST_DOCUMENT:
         raise ValueError(f"{name} has {model.stat().st_size} bytes")
@@ -33,7 +34,8 @@ def publish(name, tree, cases, trainer=None):
     rows = [evaluator.score(case) for case in cases]
     worst = compare(name, rows, trainer or {})
     header = list(dict.fromkeys(column for row in rows for column in row))
-    header = [column for column in header if column != "status" and not column.endswith("_None")] + ["status"]
+    header = [column for column in header if column != "status" and not column.endswith("_None")
+              and (writes_decisions or not column.startswith(("decision_", "scale_")))] + ["status"]
     write_table(folder / "expected.csv", header, [{column: cell(column, row.get(column)) for column in header}
                                                   for row in rows])
     statuses = sorted({row["status"] for row in rows})

@@ -25,7 +25,7 @@ class RowError(Exception):
 
 
 def local(element):
-    return element.tag.rpartition("}")[2]
+    return element.tag.rpartition("}")[2] if isinstance(element.tag, str) else "comment"
 
 
 def children(element, name):
@@ -406,7 +406,8 @@ class Document:
             sparse = child(instance, "REAL-SparseArray")
             vector = [number(sparse, "defaultValue", 0.0)] * int(sparse.get("n", len(self.columns)))
             indices, entries = child(sparse, "Indices"), child(sparse, "REAL-Entries")
-            for index, entry in zip((indices.text or "").split(), (entries.text or "").split()):
+            lists = [[] if each is None else (each.text or "").split() for each in (indices, entries)]
+            for index, entry in zip(*lists):
                 vector[int(index) - 1] = float(entry)
         if len(vector) != len(self.columns):
             raise ValueError("a vector has one entry per vector field")
