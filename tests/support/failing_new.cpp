@@ -30,6 +30,14 @@ void* Allocate(std::size_t size) {
     return block;
 }
 
+void* AllocateOrNull(std::size_t size) noexcept {
+    try {
+        return Allocate(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 }  // namespace
 
 std::size_t Count() {
@@ -56,6 +64,12 @@ void* operator new(std::size_t size) {
 }
 void* operator new[](std::size_t size) {
     return failing_new::Allocate(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return failing_new::AllocateOrNull(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return failing_new::AllocateOrNull(size);
 }
 void operator delete(void* block) noexcept {
     std::free(block);
