@@ -131,7 +131,9 @@ void ReadOutlierTreatment(const DOMElemUtility& reader, const DOMElement& mining
     if (!reader.HasAttribute(&miningField, Tags::XML_ATT_OUTLIERS))
         return;
     const std::size_t treatment = ReadChoice(reader, miningField, Tags::XML_ATT_OUTLIERS, kTreatments);
-    if (treatment == DictVar::kOutliersAsIs || variable.GetKind() != DictVar::kContinuous)
+    const std::string usage = reader.GetAttributeToString(&miningField, Tags::XML_ATT_MININGFIELD_USAGETYPE, false);
+    const bool isTarget = usage == Tags::XML_ATT_MF_FUT_TARGET || usage == Tags::XML_ATT_MF_FUT_PREDICTED;
+    if (treatment == DictVar::kOutliersAsIs || variable.GetKind() != DictVar::kContinuous || isTarget)
         return;
     const auto low = ReadMargin(reader, miningField, "lowValue");
     const auto high = ReadMargin(reader, miningField, "highValue");

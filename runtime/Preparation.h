@@ -37,6 +37,8 @@ void declareTarget(Preparation& preparation);
 void makeArraysSparse(Preparation& preparation);
 /// Gives machines that hold one coefficient for each field the vectors that stand for them.
 void makeUnitVectors(Preparation& preparation);
+/// Gives the only machine the alternate category that PMML 3 writes on the model.
+void takeAlternateOfModel(Preparation& preparation);
 /// Gives the only machine of two categories the one that it does not name itself.
 void completeBinaryMachine(Preparation& preparation);
 /// Gives a categorical target without values the categories of the machines.

@@ -44,18 +44,6 @@ void mergeTransformations(Preparation& preparation) {
                                   : " of the TransformationDictionary put in front of LocalTransformations"));
 }
 
-// A function takes effect only where an Apply calls it, and that is refused by name. Left where it is, it would be
-// refused itself.
-void dropFunctions(Preparation& preparation) {
-    const ModelDocument& document = preparation.document;
-    DOMElement* outer = document.getTransformations();
-    const auto functions = document.findChildren(outer, "DefineFunction");
-    for (DOMElement* function : functions)
-        outer->removeChild(function)->release();
-    preparation.note(functions.size(), counted(functions.size(), "DefineFunction was", "DefineFunctions were") +
-                                           " left out; nothing calls it");
-}
-
 }  // namespace
 
 // The steps stand in an order in which each finds what those before it leave: categories before what needs them, the
@@ -66,8 +54,8 @@ std::vector<std::string> prepareDocument(const ModelDocument& document) {
     if (!document.getModel())
         return {};
     for (const auto step :
-         {spellAttributes, declareTarget, makeUnitVectors, makeArraysSparse, completeBinaryMachine, declareCategories,
-          completeBinaryMachine, joinTwoMachines, nameOneAgainstOne, mergeTransformations, dropFunctions})
+         {spellAttributes, declareTarget, makeUnitVectors, makeArraysSparse, takeAlternateOfModel, declareCategories,
+          completeBinaryMachine, joinTwoMachines, nameOneAgainstOne, mergeTransformations})
         step(preparation);
     throwComplaints(preparation.complaints, "");
     return std::move(preparation.notes);

@@ -277,7 +277,8 @@ void makeArraysSparse(Preparation& preparation) {
     preparation.note(arrays.getDenseCount(), counted(arrays.getDenseCount(), "dense Array was", "dense Arrays were") +
                                                  " read as REAL-SparseArray");
     preparation.note(arrays.getZeroCount(),
-                     counted(arrays.getZeroCount(), "vector", "vectors") + " without entries were read as zeros");
+                     counted(arrays.getZeroCount(), "vector without entries was", "vectors without entries were") +
+                         " read as zeros");
 }
 
 }  // namespace brevix

@@ -191,28 +191,46 @@ void nameOneAgainstOne(Preparation& preparation) {
                                           " machines stand for all pairs and were read as one-against-one");
 }
 
-void completeBinaryMachine(Preparation& preparation) {
-    const ModelDocument& document = preparation.document;
+namespace {
+
+// The only machine of a classification; null where there are others, or it names no category to complete.
+DOMElement* findBinaryMachine(const ModelDocument& document) {
     const auto machines = document.getMachines();
-    if (machines.size() != 1 || !isClassification(document))
-        return;
-    const auto [target, alternate] = findCategories(document, *machines.front());
+    const bool isOnly = machines.size() == 1 && isClassification(document);
+    return isOnly && !findCategories(document, *machines.front()).first.empty() ? machines.front() : nullptr;
+}
+
+}  // namespace
+
+void takeAlternateOfModel(Preparation& preparation) {
+    const ModelDocument& document = preparation.document;
+    DOMElement* machine = findBinaryMachine(document);
     const std::string ofModel = document.getAttribute(*document.getModel(), kAlternateOfModel);
-    if (!alternate.empty() && !ofModel.empty() && alternate != ofModel)
+    if (!machine || ofModel.empty())
+        return;
+    const std::string alternate = findCategories(document, *machine).second;
+    if (!alternate.empty() && alternate != ofModel)
         preparation.complaints.push_back("the machine's alternateTargetCategory='" + alternate +
                                          "' is not the model's " + kAlternateOfModel + "='" + ofModel + "'");
-    if (target.empty() || !alternate.empty())
+    if (!alternate.empty())
         return;
+    document.setAttribute(*machine, Tags::XML_ATT_SVM_ALTERNATETAGCATE, ofModel);
+    preparation.note(1, "the model's " + std::string(kAlternateOfModel) + "='" + ofModel +
+                            "' was read as its machine's alternateTargetCategory");
+}
+
+void completeBinaryMachine(Preparation& preparation) {
+    const ModelDocument& document = preparation.document;
+    DOMElement* machine = findBinaryMachine(document);
     const auto categories = findTargetCategories(document);
-    const bool isOther = categories.size() == 2 && (categories[0] == target) != (categories[1] == target);
-    if (ofModel.empty() && !isOther)
+    if (!machine || categories.size() != 2)
         return;
-    const std::string other = !ofModel.empty() ? ofModel : categories[categories[0] == target ? 1 : 0];
-    document.setAttribute(*machines.front(), Tags::XML_ATT_SVM_ALTERNATETAGCATE, other);
-    preparation.note(1,
-                     (ofModel.empty() ? "the only machine names one of the target's two categories"
-                                      : "the model's " + std::string(kAlternateOfModel) + " was given to its machine") +
-                         "; the alternate category is '" + other + "'");
+    const auto [target, alternate] = findCategories(document, *machine);
+    if (!alternate.empty() || (categories[0] == target) == (categories[1] == target))
+        return;
+    const std::string& other = categories[categories[0] == target ? 1 : 0];
+    document.setAttribute(*machine, Tags::XML_ATT_SVM_ALTERNATETAGCATE, other);
+    preparation.note(1, "the only machine names one of two categories; the other, '" + other + "', is its alternate");
 }
 
 // Of two machines for one category each, one-against-all chooses the one with the smaller decision value, with maxWins

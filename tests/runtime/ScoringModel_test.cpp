@@ -282,25 +282,53 @@ TEST(ScoringModel, TargetThatChangesNothingIsAccepted) {
     EXPECT_EQ(faultOf(document), "no fault");
 }
 
-TEST(ScoringModel, MiningFieldsThatAskForMoreAreRefusedTogether) {
+TEST(ScoringModel, FieldsThatCannotBeReadAreRefusedTogetherWithTheirLines) {
     SmallDocument document;
-    document.miningFields = R"(<MiningField name="hue" usageType="target" outliers="asExtremeValues"/>)"
-                            R"(<MiningField name="x" outliers="asMissingValues" lowValue="0" highValue="1"/>)"
-                            R"(<MiningField name="y" missingValueTreatment="returnInvalid"/>)";
+    document.inputFields = R"(<DataField name="x" optype="continuous" dataType="double"><Interval closure="openOpen"/>)"
+                           "</DataField>\n<DataField name=\"y\" optype=\"continuous\" dataType=\"double\"/>";
+    document.miningFields = R"(<MiningField name="hue" usageType="target"/><MiningField name="x"/>)"
+                            "\n<MiningField name=\"y\" outliers=\"asExtremeValues\"/>"
+                            R"(<MiningField name="z" missingValueReplacement="1"/>)";
     EXPECT_EQ(faultOf(document),
-              "not supported: MiningField 'x' asks for outliers='asMissingValues'; MiningField 'y' asks for "
-              "missingValueTreatment='returnInvalid'");
-    document.miningFields = R"(<MiningField name="hue" usageType="target"/><MiningField name="x" outliers="asIs"/>)"
-                            R"(<MiningField name="y" missingValueTreatment="asMean" missingValueReplacement="2"/>)";
-    EXPECT_EQ(faultOf(document), "no fault");
+              "Error 260111: Interval of the field 'x' has neither leftMargin nor rightMargin. It is in DataField 'x' "
+              "(line 3).; Error 260111: MiningField of the field 'y' treats outliers but has neither lowValue nor "
+              "highValue. It is in MiningField 'y' (line 5).; missingValueReplacement is asked for where no DataField is "
+              "named. It is in MiningField 'z' (line 5).");
+    EXPECT_EQ(faultOf(document), faultOf(document, {.prepares = false}));
 }
 
-TEST(ScoringModel, MiningFieldMayRepeatTheKindOfItsDataFieldButNotChangeIt) {
+TEST(ScoringModel, InputFieldsMayNotBeCyclicNorHaveATaxonomy) {
     SmallDocument document;
-    document.miningFields = R"(<MiningField name="hue" usageType="target"/><MiningField name="x" optype="continuous"/>)"
-                            R"(<MiningField name="y" optype="categorical"/>)";
-    EXPECT_EQ(faultOf(document),
-              "not supported: MiningField 'y' asks for optype='categorical', which is not that of its DataField");
+    document.inputFields = R"(<DataField name="x" optype="continuous" dataType="double" isCyclic="1"/>)"
+                           R"(<DataField name="y" optype="continuous" dataType="double" taxonomy="t" isCyclic="0"/>)"
+                           R"(<DataField name="free" optype="continuous" dataType="double" isCyclic="1"/>)";
+    EXPECT_EQ(faultOf(document), "not supported: DataField 'x' (line 3) asks for isCyclic='1'; DataField 'y' (line 3) "
+                                 "asks for taxonomy='t'");
+}
+
+TEST(ScoringModel, OutliersAndMissingValuesAreTreatedBeforeDerivation) {
+    SmallDocument document = SmallDocument::regression();
+    document.miningFields = R"(<MiningField name="price" usageType="target"/>)"
+                            R"(<MiningField name="x" outliers="asExtremeValues" lowValue="-2" highValue="3"/>)"
+                            R"(<MiningField name="y" missingValueTreatment="returnInvalid"/>)";
+    document.afterSchema = "<LocalTransformations>" + derived("p", "x") + derived("q", "y") + "</LocalTransformations>";
+    document.vectorFields = R"(<FieldRef field="p"/><FieldRef field="q"/>)";
+    const auto model = open(document);
+    EXPECT_EQ(scoreOne(*model, {{"x", "7.5"}, {"y", "1"}}).number, 1.5 * 3 - 0.75 + 0.125);
+    EXPECT_EQ(scoreOne(*model, {{"x", "-7.5"}, {"y", "1"}}).number, 1.5 * -2 - 0.75 + 0.125);
+    EXPECT_EQ(scoreOne(*model, {{"x", "1"}}).status, 90027);
+    EXPECT_EQ(scoreOne(*model, {{"y", "1"}}).status, 90029);
+}
+
+TEST(ScoringModel, MiningFieldMayChangeTheKindOfItsDataField) {
+    SmallDocument document = SmallDocument::regression();
+    document.inputFields = R"(<DataField name="x" optype="continuous" dataType="double"><Value value="2"/></DataField>)"
+                           R"(<DataField name="y" optype="continuous" dataType="double"/>)";
+    EXPECT_EQ(scoreOne(*open(document), {{"x", "3"}, {"y", "1"}}).status, 0);
+    document.miningFields = R"(<MiningField name="price" usageType="target"/>)"
+                            R"(<MiningField name="x" optype="categorical"/><MiningField name="y"/>)";
+    EXPECT_EQ(scoreOne(*open(document), {{"x", "3"}, {"y", "1"}}).status, 90027);
+    EXPECT_EQ(scoreOne(*open(document), {{"x", "2"}, {"y", "1"}}).status, 0);
 }
 
 TEST(ScoringModel, LocalTransformationsAreEvaluatedUnpreparedToo) {

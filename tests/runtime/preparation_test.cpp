@@ -66,6 +66,8 @@ std::string faultOf(const SmallDocument& parts) {
     return "no fault";
 }
 
+const char* const kFourFields =
+    R"(<FieldRef field="x"/><FieldRef field="y"/><FieldRef field="x"/><CategoricalPredictor name="y" value="2"/>)";
 const char* const kBareTarget = R"(<DataField name="hue" optype="categorical" dataType="string"/>)";
 
 TEST(Preparation, DocumentThatTheTranslatorReadsStaysAsItIs) {
@@ -77,6 +79,7 @@ TEST(Preparation, DocumentThatTheTranslatorReadsStaysAsItIs) {
 
 TEST(Preparation, DenseArrayBecomesTheEqualSparseArray) {
     SmallDocument parts;
+    parts.vectorFields = kFourFields;
     parts.instances = SmallDocument::denseInstance("v1", "<Array n=\"4\" type=\"real\">\n 1.5 0\t-2e-3\r\n7 </Array>") +
                       SmallDocument::sparseInstance("v2", "2", "1");
     const Prepared prepared(parts);
@@ -87,6 +90,7 @@ TEST(Preparation, DenseArrayBecomesTheEqualSparseArray) {
 
 TEST(Preparation, ArrayTextMayBeCutIntoNodesAnywhere) {
     SmallDocument parts;
+    parts.vectorFields = R"(<FieldRef field="x"/><FieldRef field="y"/><FieldRef field="x"/>)";
     parts.instances =
         SmallDocument::denseInstance("v1", "<Array n=\"3\">1<![CDATA[.25 2]]><?pause?>5 <!-- 9 --> 4</Array>") +
         SmallDocument::denseInstance("v2", "<Array>3 2 1</Array>");
@@ -114,6 +118,55 @@ TEST(Preparation, ArrayWhoseLengthIsNotItsEntriesIsRefused) {
     EXPECT_EQ(faultOf(parts), "the Array of the VectorInstance 'v1' has n=two but 2 entries");
     parts.instances = SmallDocument::denseInstance("v1", "<Array n=\"2\" type=\"string\">\"1.5\" 2</Array>");
     EXPECT_EQ(faultOf(parts), "the Array of the VectorInstance 'v1' holds a quoted text where numbers must stand");
+    parts.instances = SmallDocument::denseInstance("v1", "<Array n=\"3\">1.5 2 3</Array>");
+    EXPECT_EQ(faultOf(parts), "the Array of the VectorInstance 'v1' has 3 entries but VectorFields has 2");
+    parts.instances = SmallDocument::denseInstance("v1", "<Array>1,5 2</Array>") +
+                      SmallDocument::denseInstance("v2", "<Array>1.5 é</Array>");
+    EXPECT_EQ(faultOf(parts),
+              "the Array of the VectorInstance 'v1' holds '1,5' where a number must stand; "
+              "the Array of the VectorInstance 'v2' holds '?' where a number must stand");
+}
+
+TEST(Preparation, SparseArrayThatWouldBeReadAsAnotherIsRefused) {
+    const auto fault = [](const std::string& array) {
+        SmallDocument parts;
+        parts.instances = SmallDocument::denseInstance("v1", array);
+        return faultOf(parts);
+    };
+    const auto sparse = [](const std::string& indices, const std::string& entries) {
+        return "<REAL-SparseArray><Indices>" + indices + "</Indices><Entries>" + entries +
+               "</Entries></REAL-SparseArray>";
+    };
+    const std::string start = "the REAL-SparseArray of the VectorInstance 'v1' ";
+    const auto badIndex = [&](const std::string& index) {
+        return start + "has the index '" + index +
+               "'; its Indices must ascend from 1 to the number of VectorFields, which is 2";
+    };
+    EXPECT_EQ(fault(sparse("2 1", "5 6")), badIndex("1"));
+    EXPECT_EQ(fault(sparse("1 1", "5 6")), badIndex("1"));
+    EXPECT_EQ(fault(sparse("0", "5")), badIndex("0"));
+    EXPECT_EQ(fault(sparse("3", "5")), badIndex("3"));
+    EXPECT_EQ(fault(sparse("1.5", "5")), badIndex("1.5"));
+    EXPECT_EQ(fault(sparse("one", "5")), badIndex("one"));
+    EXPECT_EQ(fault(sparse("1.0 2", "5 INF")), "no fault");
+    EXPECT_EQ(fault(sparse("1 2", "5 0,25")), start + "holds '0,25' where a number must stand");
+    EXPECT_EQ(fault("<REAL-SparseArray defaultValue=\"1\"/>"), start + "asks for defaultValue=1");
+    EXPECT_EQ(fault("<INT-SparseArray/>"),
+              "the content of the VectorInstance 'v1' cannot be read: it is neither a REAL-SparseArray nor an Array");
+    EXPECT_EQ(fault("<Extension/>"), "no fault");
+}
+
+TEST(Preparation, VectorOfZerosIsKept) {
+    for (const char* array :
+         {"<REAL-SparseArray/>", "<REAL-SparseArray n=\"0\"/>",
+          "<REAL-SparseArray n=\"2\"><Indices/><REAL-Entries> </REAL-Entries></REAL-SparseArray>"}) {
+        SmallDocument parts;
+        parts.instances = SmallDocument::denseInstance("v1", array);
+        const Prepared prepared(parts);
+        EXPECT_EQ(prepared.arrayText("Indices"), "1") << array;
+        EXPECT_EQ(prepared.arrayText("REAL-Entries"), "0") << array;
+        EXPECT_THAT(prepared.notes, ElementsAre("1 vector without entries was read as zeros"));
+    }
 }
 
 TEST(Preparation, TargetWithoutValuesGetsThemFromTheMachines) {
@@ -246,15 +299,6 @@ TEST(Preparation, EveryOneOfManyArraysIsRead) {
     for (int i = 0; i < 80000; ++i)
         parts.instances += SmallDocument::denseInstance("v" + std::to_string(i), "<Array>1 2</Array>");
     EXPECT_THAT(Prepared(parts).notes, ElementsAre("80000 dense Arrays were read as REAL-SparseArray"));
-}
-
-TEST(Preparation, FunctionsThatNothingCallsAreLeftOutAndSaid) {
-    SmallDocument parts;
-    parts.version = "2.1";
-    parts.beforeModel =
-        R"(<TransformationDictionary><DefineFunction name="f" optype="continuous"><ParameterField name="a"/>)"
-        R"(<FieldRef field="a"/></DefineFunction></TransformationDictionary>)";
-    EXPECT_THAT(Prepared(parts).notes, ElementsAre("1 DefineFunction was left out; nothing calls it"));
 }
 
 }  // namespace
