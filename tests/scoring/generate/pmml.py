@@ -30,7 +30,8 @@ def E(tag, attributes=None, *inner, text=None):
     return element
 
 
-# ---- fields -----------------------------------------------------------------------------------------------------------
+# ---- fields ----------------------------------------------------------------------------------------
+
 
 def continuous(name, *inner, data_type="double", **attributes):
     return E("DataField", {"name": name, "optype": "continuous", "dataType": data_type, **attributes}, *inner)
@@ -45,7 +46,8 @@ def mining(name, usage="active", **attributes):
     return E("MiningField", {"name": name, "usageType": usage, **attributes})
 
 
-# ---- expressions ------------------------------------------------------------------------------------------------------
+# ---- expressions -----------------------------------------------------------------------------------
+
 
 def ref(name, **attributes):
     return E("FieldRef", {"field": name, **attributes})
@@ -87,8 +89,9 @@ def interval(closure, left=None, right=None):
 
 def discretize(name, bins, **attributes):
     """bins: (value, closure, left, right)"""
-    inner = [E("DiscretizeBin", {"binValue": value}, interval(closure, left, right))
-             for value, closure, left, right in bins]
+    inner = [
+        E("DiscretizeBin", {"binValue": value}, interval(closure, left, right)) for value, closure, left, right in bins
+    ]
     return E("Discretize", {"field": name, **attributes}, *inner)
 
 
@@ -102,11 +105,13 @@ def map_values(columns, output, rows, **attributes):
 
 def z_score(name, mean, deviation):
     """The two points by which R's exporters standardise a column."""
-    return norm_continuous(name, [(0.0, -mean / deviation), (mean, 0.0)] if mean > 0 else
-                           [(mean, 0.0), (0.0, -mean / deviation)])
+    return norm_continuous(
+        name, [(0.0, -mean / deviation), (mean, 0.0)] if mean > 0 else [(mean, 0.0), (0.0, -mean / deviation)]
+    )
 
 
-# ---- machines ---------------------------------------------------------------------------------------------------------
+# ---- machines --------------------------------------------------------------------------------------
+
 
 @dataclass
 class Machine:
@@ -121,19 +126,31 @@ class Machine:
     standard_deviation: float = None
 
     def negated(self):
-        return Machine([(each, -value) for each, value in self.terms], -self.bias, self.target, self.alternate,
-                       self.threshold, self.probability, self.standard_deviation)
+        return Machine(
+            [(each, -value) for each, value in self.terms],
+            -self.bias,
+            self.target,
+            self.alternate,
+            self.threshold,
+            self.probability,
+            self.standard_deviation,
+        )
 
 
 def machine_element(machine, width):
     vectors = [E("SupportVector", {"vectorId": vector}) for vector, _ in machine.terms]
     coefficients = [E("Coefficient", {"value": value}) for _, value in machine.terms]
-    return E("SupportVectorMachine", {"targetCategory": machine.target, "alternateTargetCategory": machine.alternate,
-                                      "threshold": machine.threshold},
-             extension(machine),
-             E("SupportVectors", {"numberOfAttributes": width, "numberOfSupportVectors": len(vectors)}, *vectors),
-             E("Coefficients", {"numberOfCoefficients": len(coefficients), "absoluteValue": machine.bias},
-               *coefficients))
+    return E(
+        "SupportVectorMachine",
+        {
+            "targetCategory": machine.target,
+            "alternateTargetCategory": machine.alternate,
+            "threshold": machine.threshold,
+        },
+        extension(machine),
+        E("SupportVectors", {"numberOfAttributes": width, "numberOfSupportVectors": len(vectors)}, *vectors),
+        E("Coefficients", {"numberOfCoefficients": len(coefficients), "absoluteValue": machine.bias}, *coefficients),
+    )
 
 
 def extension(machine):
@@ -142,8 +159,12 @@ def extension(machine):
     if machine.probability is None:
         return None
     response, nonresponse, a, b = machine.probability
-    return E("Extension", {"extender": EXTENDER}, E("ResponseCategory", {"response": response, "nonresponse": nonresponse}),
-             E("ProbabilityParam", {"A": a, "B": b}))
+    return E(
+        "Extension",
+        {"extender": EXTENDER},
+        E("ResponseCategory", {"response": response, "nonresponse": nonresponse}),
+        E("ProbabilityParam", {"A": a, "B": b}),
+    )
 
 
 def dense_array(values):
@@ -152,9 +173,12 @@ def dense_array(values):
 
 def sparse_array(values):
     present = [index for index, value in enumerate(values) if value != 0]
-    return E("REAL-SparseArray", {"n": len(values)},
-             E("Indices", text=" ".join(str(index + 1) for index in present)),
-             E("REAL-Entries", text=" ".join(shortest(values[index]) for index in present)))
+    return E(
+        "REAL-SparseArray",
+        {"n": len(values)},
+        E("Indices", text=" ".join(str(index + 1) for index in present)),
+        E("REAL-Entries", text=" ".join(shortest(values[index]) for index in present)),
+    )
 
 
 def vector_dictionary(columns, vectors, dense):
@@ -162,8 +186,12 @@ def vector_dictionary(columns, vectors, dense):
     fields = [ref(each) if isinstance(each, str) else each for each in columns]
     array = dense_array if dense else sparse_array
     instances = [E("VectorInstance", {"id": key}, array(list(values))) for key, values in vectors.items()]
-    return E("VectorDictionary", {"numberOfVectors": len(instances)},
-             E("VectorFields", {"numberOfFields": len(fields)}, *fields), *instances)
+    return E(
+        "VectorDictionary",
+        {"numberOfVectors": len(instances)},
+        E("VectorFields", {"numberOfFields": len(fields)}, *fields),
+        *instances,
+    )
 
 
 def linear():
@@ -175,15 +203,18 @@ def radial(gamma):
 
 
 def polynomial(gamma, coef0, degree):
-    return E("PolynomialKernelType", {"gamma": gamma, "coef0": coef0, "degree": degree,
-                                      "description": "Polynomial kernel type"})
+    return E(
+        "PolynomialKernelType",
+        {"gamma": gamma, "coef0": coef0, "degree": degree, "description": "Polynomial kernel type"},
+    )
 
 
 def sigmoid(gamma, coef0):
     return E("SigmoidKernelType", {"gamma": gamma, "coef0": coef0, "description": "Sigmoid kernel type"})
 
 
-# ---- models and documents ---------------------------------------------------------------------------------------------
+# ---- models and documents --------------------------------------------------------------------------
+
 
 @dataclass
 class Svm:
@@ -204,28 +235,40 @@ class Svm:
 
     def element(self):
         width = len(self.columns)
-        return E("SupportVectorMachineModel", {"functionName": self.function, **self.attributes},
-                 E("MiningSchema", None, *self.schema),
-                 None if self.output is None else E("Output", None, *self.output),
-                 None if self.targets is None else E("Targets", None, *self.targets),
-                 None if self.local is None else E("LocalTransformations", None, *self.local),
-                 self.kernel, vector_dictionary(self.columns, self.vectors, self.dense),
-                 *(machine_element(each, width) for each in self.machines), self.verification)
+        return E(
+            "SupportVectorMachineModel",
+            {"functionName": self.function, **self.attributes},
+            E("MiningSchema", None, *self.schema),
+            None if self.output is None else E("Output", None, *self.output),
+            None if self.targets is None else E("Targets", None, *self.targets),
+            None if self.local is None else E("LocalTransformations", None, *self.local),
+            self.kernel,
+            vector_dictionary(self.columns, self.vectors, self.dense),
+            *(machine_element(each, width) for each in self.machines),
+            self.verification,
+        )
 
 
 def output(name, feature="predictedValue", *inner, optype=None, data_type=None, **attributes):
-    return E("OutputField", {"name": name, "optype": optype, "dataType": data_type, "feature": feature, **attributes},
-             *inner)
+    return E(
+        "OutputField", {"name": name, "optype": optype, "dataType": data_type, "feature": feature, **attributes}, *inner
+    )
 
 
 def document(version, application, fields, model, transformations=None):
     """version: "4.4.1" gives the name space PMML-4_4; transformations: a list, or None for no dictionary at all."""
     major, minor = version.split(".")[:2]
-    root = E("PMML", {"version": version, "xmlns": f"http://www.dmg.org/PMML-{major}_{minor}"},
-             E("Header", {"copyright": "", "description": "support vector machine"},
-               E("Application", {"name": application[0], "version": application[1]})),
-             E("DataDictionary", {"numberOfFields": len(fields)}, *fields),
-             None if transformations is None else E("TransformationDictionary", None, *transformations),
-             model.element() if isinstance(model, Svm) else model)
+    root = E(
+        "PMML",
+        {"version": version, "xmlns": f"http://www.dmg.org/PMML-{major}_{minor}"},
+        E(
+            "Header",
+            {"copyright": "", "description": "support vector machine"},
+            E("Application", {"name": application[0], "version": application[1]}),
+        ),
+        E("DataDictionary", {"numberOfFields": len(fields)}, *fields),
+        None if transformations is None else E("TransformationDictionary", None, *transformations),
+        model.element() if isinstance(model, Svm) else model,
+    )
     ET.indent(root, " ")
     return ET.ElementTree(root)

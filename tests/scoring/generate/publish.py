@@ -34,10 +34,16 @@ def publish(name, tree, cases, trainer=None, writes_decisions=True, encoding="UT
     rows = [evaluator.score(case) for case in cases]
     worst = compare(name, rows, trainer or {})
     header = list(dict.fromkeys(column for row in rows for column in row))
-    header = [column for column in header if column != "status" and not column.endswith("_None")
-              and (writes_decisions or not column.startswith(("decision_", "scale_")))] + ["status"]
-    write_table(folder / "expected.csv", header, [{column: cell(column, row.get(column)) for column in header}
-                                                  for row in rows])
+    header = [
+        column
+        for column in header
+        if column != "status"
+        and not column.endswith("_None")
+        and (writes_decisions or not column.startswith(("decision_", "scale_")))
+    ] + ["status"]
+    write_table(
+        folder / "expected.csv", header, [{column: cell(column, row.get(column)) for column in header} for row in rows]
+    )
     statuses = sorted({row["status"] for row in rows})
     agreement = "evaluator only" if worst is None else f"trainer and evaluator differ by {worst:.1e} at most"
     print(f"{name}: {len(rows)} rows, status {statuses}, {model.stat().st_size} bytes; {agreement}")

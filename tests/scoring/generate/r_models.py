@@ -7,8 +7,25 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-from pmml import (E, Machine, Svm, call, categorical, const, continuous, derived, document, linear, mining,
-                  norm_discrete, output, polynomial, radial, sigmoid, z_score)
+from pmml import (
+    E,
+    Machine,
+    Svm,
+    call,
+    categorical,
+    const,
+    continuous,
+    derived,
+    document,
+    linear,
+    mining,
+    norm_discrete,
+    output,
+    polynomial,
+    radial,
+    sigmoid,
+    z_score,
+)
 from publish import publish
 
 HERE = Path(__file__).resolve().parent
@@ -51,16 +68,21 @@ def tidy(text):
     return repr(number)[:-2] if repr(number).endswith(".0") else repr(number)
 
 
-# ---- e1071 ------------------------------------------------------------------------------------------------------------
+# ---- e1071 -----------------------------------------------------------------------------------------
+
 
 def e1071_kernel(dump):
     gamma, coef0, degree = (dump.number(key) for key in ("gamma", "coef0", "degree"))
-    return {"linear": linear, "polynomial": lambda: polynomial(gamma, coef0, degree), "radial": lambda: radial(gamma),
-            "sigmoid": lambda: sigmoid(gamma, coef0)}[dump.raw["kernel"][0]]()
+    return {
+        "linear": linear,
+        "polynomial": lambda: polynomial(gamma, coef0, degree),
+        "radial": lambda: radial(gamma),
+        "sigmoid": lambda: sigmoid(gamma, coef0),
+    }[dump.raw["kernel"][0]]()
 
 
 def e1071_pair_machines(dump, ids, probabilities):
-    """LIBSVM: rows of coefficients by opponent, vectors grouped by label; a positive decision is for the first label."""
+    """LIBSVM: rows of coefficients by opponent, vectors grouped by label; a positive one is for the first label."""
     labels, counts = dump.texts("labels"), [int(each) for each in dump.numbers("counts")]
     coefficients = dump.numbers("coefficients")
     starts = [sum(counts[:i]) for i in range(len(counts))]
@@ -73,8 +95,15 @@ def e1071_pair_machines(dump, ids, probabilities):
         pair = None
         if probabilities:
             pair = (labels[i], labels[j], dump.numbers("prob_a")[k], dump.numbers("prob_b")[k])
-        machines.append(Machine([each for each in terms if each[1] != 0], -dump.numbers("rho")[k],
-                                target=labels[j], alternate=labels[i], probability=pair))
+        machines.append(
+            Machine(
+                [each for each in terms if each[1] != 0],
+                -dump.numbers("rho")[k],
+                target=labels[j],
+                alternate=labels[i],
+                probability=pair,
+            )
+        )
     return machines
 
 
@@ -107,22 +136,47 @@ def e1071_output(dump, kind):
     if kind == "regression":
         return [output(f"Predicted_{dump.target}", optype="continuous", data_type="double")]
     first = output(f"Predicted_{dump.target}", optype="categorical", data_type="string")
-    return [first, *(output(f"Probability_{level}", "probability", optype="continuous", data_type="double", value=level)
-                     for level in dump.levels)]
+    return [
+        first,
+        *(
+            output(f"Probability_{level}", "probability", optype="continuous", data_type="double", value=level)
+            for level in dump.levels
+        ),
+    ]
 
 
-def e1071(folder, name, *, dense=True, version="4.4.1", integers=(), factors=None, probabilities=False,
-          extra_cases=(), transformations=None, wrap=None, levels_declared=True, extra_output=()):
+def e1071(
+    folder,
+    name,
+    *,
+    dense=True,
+    version="4.4.1",
+    integers=(),
+    factors=None,
+    probabilities=False,
+    extra_cases=(),
+    transformations=None,
+    wrap=None,
+    levels_declared=True,
+    extra_output=(),
+):
     dump, factors = Dump(folder / f"{name}.json"), factors or {}
     vectors, kind = dump.numbers("vectors"), int(dump.number("kind"))
     ids = dump.texts("ids") or [str(i + 1) for i in range(len(vectors))]
     columns = dump.texts("columns") or dump.inputs
     local, fields = e1071_columns(dump, columns, factors)
     function = "classification" if kind < 2 else "regression"
-    attributes = {"modelName": "LIBSVM_Model", "algorithmName": "supportVectorMachine",
-                  "svmRepresentation": "SupportVectors"}
-    dictionary = [categorical(each, factors[each]) if each in factors else
-                  continuous(each, data_type="integer" if each in integers else "double") for each in dump.inputs]
+    attributes = {
+        "modelName": "LIBSVM_Model",
+        "algorithmName": "supportVectorMachine",
+        "svmRepresentation": "SupportVectors",
+    }
+    dictionary = [
+        categorical(each, factors[each])
+        if each in factors
+        else continuous(each, data_type="integer" if each in integers else "double")
+        for each in dump.inputs
+    ]
     schema = [mining(each) for each in dump.inputs]
     targets = None
     trainer = {}
@@ -137,8 +191,9 @@ def e1071(folder, name, *, dense=True, version="4.4.1", integers=(), factors=Non
         trainer |= {f"decision_{k}": column for k, column in enumerate(zip(*dump.numbers("decisions")), 1)}
         if probabilities:
             labels = dump.texts("labels")
-            trainer |= {f"probability_{label}": column
-                        for label, column in zip(labels, zip(*dump.numbers("probabilities")))}
+            trainer |= {
+                f"probability_{label}": column for label, column in zip(labels, zip(*dump.numbers("probabilities")))
+            }
             # R predicts by votes, the document's probabilities by the most probable category.
             by_name = [dict(zip(labels, row)) for row in dump.numbers("probabilities")]
             trainer[f"predicted_{dump.target}"] = [max(dump.levels, key=row.get) for row in by_name]
@@ -150,32 +205,58 @@ def e1071(folder, name, *, dense=True, version="4.4.1", integers=(), factors=Non
         if kind == 2:
             trainer["decision_1"] = [row[0] for row in dump.numbers("decisions")]
         elif y_scale:
-            targets = [E("Target", {"field": dump.target, "rescaleFactor": y_scale[0],
-                                    "rescaleConstant": dump.number("y_center")})]
+            targets = [
+                E(
+                    "Target",
+                    {"field": dump.target, "rescaleFactor": y_scale[0], "rescaleConstant": dump.number("y_center")},
+                )
+            ]
             trainer[f"predicted_{dump.target}"] = dump.numbers("predicted")
         else:
             trainer[f"predicted_{dump.target}"] = dump.numbers("predicted")
     out = [*(e1071_output(dump, function) if dump.target else []), *extra_output]
-    svm = Svm(function, schema, e1071_kernel(dump), fields, dict(zip(ids, vectors)), machines, attributes,
-              out, targets, local or None, dense)
+    svm = Svm(
+        function,
+        schema,
+        e1071_kernel(dump),
+        fields,
+        dict(zip(ids, vectors)),
+        machines,
+        attributes,
+        out,
+        targets,
+        local or None,
+        dense,
+    )
     model = wrap(svm) if wrap else svm
-    publish(name, document(version, ("SVM exporter for R", "2.5"), dictionary, model, transformations),
-            [*dump.cases, *extra_cases], trainer)
+    publish(
+        name,
+        document(version, ("SVM exporter for R", "2.5"), dictionary, model, transformations),
+        [*dump.cases, *extra_cases],
+        trainer,
+    )
 
 
 def anomaly(svm):
     schema = [mining(each.get("name")) for each in svm.schema]
-    return E("AnomalyDetectionModel", {"modelName": "svm", "functionName": "regression", "algorithmType": "ocsvm"},
-             E("MiningSchema", None, *schema), svm.element())
+    return E(
+        "AnomalyDetectionModel",
+        {"modelName": "svm", "functionName": "regression", "algorithmType": "ocsvm"},
+        E("MiningSchema", None, *schema),
+        svm.element(),
+    )
 
 
-# ---- kernlab ----------------------------------------------------------------------------------------------------------
+# ---- kernlab ---------------------------------------------------------------------------------------
+
 
 def kernlab_kernel(dump):
     given = {name: float(value[0]) for name, value in dump.raw["parameters"].items()}
-    return {"rbfkernel": lambda: radial(given["sigma"]),
-            "polykernel": lambda: polynomial(given["scale"], given["offset"], given["degree"]),
-            "tanhkernel": lambda: sigmoid(given["scale"], given["offset"])}[dump.raw["kernel"][0]]()
+    return {
+        "rbfkernel": lambda: radial(given["sigma"]),
+        "polykernel": lambda: polynomial(given["scale"], given["offset"], given["degree"]),
+        "tanhkernel": lambda: sigmoid(given["scale"], given["offset"]),
+    }[dump.raw["kernel"][0]]()
 
 
 def kernlab(folder, name, *, integers=(), extra_cases=(), version="4.2"):
@@ -183,34 +264,61 @@ def kernlab(folder, name, *, integers=(), extra_cases=(), version="4.2"):
     dump = Dump(folder / f"{name}.json")
     vectors, machines = {}, []
     pairs = list(itertools.combinations(dump.levels, 2)) or [(None, None)]
-    for (first, second), rows, coefficients, b in zip(pairs, dump.numbers("vectors"), dump.numbers("coefficients"),
-                                                      dump.numbers("rho")):
+    for (first, second), rows, coefficients, b in zip(
+        pairs, dump.numbers("vectors"), dump.numbers("coefficients"), dump.numbers("rho")
+    ):
         ids = [str(len(vectors) + i + 1) for i in range(len(rows))]
         vectors |= dict(zip(ids, rows))
         machines.append(Machine(list(zip(ids, coefficients)), -b, target=first, alternate=second))
     local, fields = e1071_columns(dump, dump.texts("columns"), {})
     local = [derived(each.get("name").removeprefix("algorithm_"), each[0]) for each in local]
     fields = [each.removeprefix("algorithm_") for each in fields]
-    attributes = {"modelName": "ksvm_model", "algorithmName": "supportVectorMachine",
-                  "svmRepresentation": "SupportVectors"}
+    attributes = {
+        "modelName": "ksvm_model",
+        "algorithmName": "supportVectorMachine",
+        "svmRepresentation": "SupportVectors",
+    }
     regression, targets = not dump.levels, None
     if regression:
         target, function = continuous(dump.target), "regression"
-        targets = [E("Target", {"field": dump.target, "rescaleConstant": dump.number("y_center"),
-                                "rescaleFactor": dump.number("y_scale")})]
+        targets = [
+            E(
+                "Target",
+                {
+                    "field": dump.target,
+                    "rescaleConstant": dump.number("y_center"),
+                    "rescaleFactor": dump.number("y_scale"),
+                },
+            )
+        ]
         trainer = {f"predicted_{dump.target}": dump.numbers("predicted")}
     else:
         target, function = categorical(dump.target, dump.levels), "classification"
         attributes |= {"classificationMethod": "OneAgainstOne", "maxWins": "false"}
         trainer = {f"predicted_{dump.target}": dump.texts("predicted")}
         trainer |= {f"decision_{k}": column for k, column in enumerate(zip(*dump.numbers("decisions")), 1)}
-    dictionary = [target, *(continuous(each, data_type="integer" if each in integers else "double")
-                            for each in dump.inputs)]
-    svm = Svm(function, [mining(dump.target, "predicted"), *(mining(each) for each in dump.inputs)],
-              kernlab_kernel(dump), fields, vectors, machines, attributes, e1071_output(dump, function), targets,
-              local or None)
-    publish(name, document(version, ("SVM exporter for R", "1.4"), dictionary, svm, []),
-            [*dump.cases, *extra_cases], trainer)
+    dictionary = [
+        target,
+        *(continuous(each, data_type="integer" if each in integers else "double") for each in dump.inputs),
+    ]
+    svm = Svm(
+        function,
+        [mining(dump.target, "predicted"), *(mining(each) for each in dump.inputs)],
+        kernlab_kernel(dump),
+        fields,
+        vectors,
+        machines,
+        attributes,
+        e1071_output(dump, function),
+        targets,
+        local or None,
+    )
+    publish(
+        name,
+        document(version, ("SVM exporter for R", "1.4"), dictionary, svm, []),
+        [*dump.cases, *extra_cases],
+        trainer,
+    )
 
 
 def iris_case(*texts):
@@ -226,16 +334,37 @@ def main():
         e1071(folder, "r_iris_polynomial", dense=False, version="4.1", levels_declared=True)
         e1071(folder, "r_iris_probability", dense=False, version="4.3", probabilities=True, extra_cases=far)
         e1071(folder, "r_chickwts_unscaled", dense=False, version="4.0", integers=("weight",))
-        e1071(folder, "r_mtcars_linear", integers=("cyl", "hp"),
-              extra_cases=[{"cyl": "5", "disp": "100.5", "hp": "", "wt": "2"}])
-        e1071(folder, "r_warpbreaks_factors", factors={"wool": ["A", "B"], "tension": ["L", "M", "H"]},
-              extra_cases=[{"wool": "C", "tension": "L"}, {"wool": "A", "tension": ""}])
+        e1071(
+            folder,
+            "r_mtcars_linear",
+            integers=("cyl", "hp"),
+            extra_cases=[{"cyl": "5", "disp": "100.5", "hp": "", "wt": "2"}],
+        )
+        e1071(
+            folder,
+            "r_warpbreaks_factors",
+            factors={"wool": ["A", "B"], "tension": ["L", "M", "H"]},
+            extra_cases=[{"wool": "C", "tension": "L"}, {"wool": "A", "tension": ""}],
+        )
         e1071(folder, "r_toothgrowth_mixed", factors={"supp": ["OJ", "VC"]}, transformations=[])
-        e1071(folder, "r_infert_probability", probabilities=True, version="4.3",
-              factors={"education": ["0-5yrs", "6-11yrs", "12+ yrs"]}, integers=("age", "parity", "induced"))
-        score = [output("anomalyScore", optype="continuous", data_type="double"),
-                 output("anomaly", "decision", call("lessThan", "anomalyScore", const(0, "double")),
-                        optype="categorical", data_type="boolean")]
+        e1071(
+            folder,
+            "r_infert_probability",
+            probabilities=True,
+            version="4.3",
+            factors={"education": ["0-5yrs", "6-11yrs", "12+ yrs"]},
+            integers=("age", "parity", "induced"),
+        )
+        score = [
+            output("anomalyScore", optype="continuous", data_type="double"),
+            output(
+                "anomaly",
+                "decision",
+                call("lessThan", "anomalyScore", const(0, "double")),
+                optype="categorical",
+                data_type="boolean",
+            ),
+        ]
         e1071(folder, "r_one_class", wrap=anomaly, extra_output=score)
         kernlab(folder, "ksvm_iris_radial", extra_cases=far)
         kernlab(folder, "ksvm_cars_polynomial")

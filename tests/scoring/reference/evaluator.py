@@ -1,12 +1,12 @@
-"""A PMML evaluator for support vector machines, written from the standard alone: slow, small, and no relation of the scorer.
+"""A PMML evaluator for support vector machines, written from the standard alone: slow, small, no kin of the scorer.
 
     document = Document(path)
     row = document.score({"x": "1.5", "colour": "red"})      # cells as texts, "" is missing
 
-A row is a dict of columns: `predicted_<target>`, `probability_<category>`, `confidence`, `stddev`, `ci_lower`, `ci_upper`,
-the names of the OutputFields, `status` (0, 90027 for an invalid input, 90029 for a missing one), and beside them
-`decision_<k>` and `scale_<k>` for each machine of the document: the scale is what a relative rounding error of the terms
-weighs. What the evaluator does not know it refuses with NotImplementedError.
+A row is a dict of columns: `predicted_<target>`, `probability_<category>`, `confidence`, `stddev`, `ci_lower`,
+`ci_upper`, the names of the OutputFields, `status` (0, 90027 for an invalid input, 90029 for a missing one), and beside
+them `decision_<k>` and `scale_<k>` for each machine of the document: the scale is what a relative rounding error of the
+terms weighs. What the evaluator does not know it refuses with NotImplementedError.
 """
 
 import math
@@ -53,7 +53,8 @@ def in_interval(interval, value):
     return above and below
 
 
-# ---- fields -----------------------------------------------------------------------------------------------------------
+# ---- fields ----------------------------------------------------------------------------------------
+
 
 class Field:
     """A DataField together with the MiningField that treats it."""
@@ -108,8 +109,9 @@ class Field:
 
     def _among(self, text, kind):
         value = parse(text, self.type)
-        return any(parse(each, self.type) == value and value is not INVALID or each == text
-                   for each in self.values[kind])
+        return any(
+            parse(each, self.type) == value and value is not INVALID or each == text for each in self.values[kind]
+        )
 
     def _outlier(self, value):
         rule = self.mining.get("outliers", "asIs")
@@ -122,7 +124,8 @@ class Field:
         return value
 
 
-# ---- expressions ------------------------------------------------------------------------------------------------------
+# ---- expressions -----------------------------------------------------------------------------------
+
 
 class Scope:
     """Values by name: given ones, and derived fields that are computed when they are first asked for."""
@@ -181,7 +184,7 @@ def norm_continuous(element, scope, data_type):
             return points[0][1] if value < points[0][0] else points[-1][1]
     last = len(points) - 2
     segment = next((i for i in range(last) if value <= points[i + 1][0]), last)
-    (a, fa), (b, fb) = points[segment:segment + 2]
+    (a, fa), (b, fb) = points[segment : segment + 2]
     return fa + (value - a) / (b - a) * (fb - fa)
 
 
@@ -265,11 +268,19 @@ def call_defined(definition, values, scope):
     return convert(evaluate(expression_of(definition), inner, definition.get("dataType")), definition.get("dataType"))
 
 
-EXPRESSIONS = {"FieldRef": field_ref, "Constant": constant_expression, "NormContinuous": norm_continuous,
-               "NormDiscrete": norm_discrete, "Discretize": discretize, "MapValues": map_values, "Apply": apply}
+EXPRESSIONS = {
+    "FieldRef": field_ref,
+    "Constant": constant_expression,
+    "NormContinuous": norm_continuous,
+    "NormDiscrete": norm_discrete,
+    "Discretize": discretize,
+    "MapValues": map_values,
+    "Apply": apply,
+}
 
 
-# ---- machines ---------------------------------------------------------------------------------------------------------
+# ---- machines --------------------------------------------------------------------------------------
+
 
 def dot(a, b):
     return math.fsum(x * y for x, y in zip(a, b))
@@ -299,7 +310,7 @@ class Kernel:
         inner = self.gamma * product + self.coef0
         size = abs(self.gamma) * size + abs(self.coef0)
         if self.name == "PolynomialKernelType":
-            return inner ** self.degree, size ** self.degree
+            return inner**self.degree, size**self.degree
         return math.tanh(inner), size
 
 
@@ -330,8 +341,10 @@ class Machine:
 def couple(r):
     """Pairwise coupling: Wu, Lin and Weng (2004), JMLR 5, algorithm 2."""
     k = len(r)
-    q = [[sum(r[j][t] ** 2 for j in range(k) if j != t) if t == u else -r[u][t] * r[t][u] for u in range(k)]
-         for t in range(k)]
+    q = [
+        [sum(r[j][t] ** 2 for j in range(k) if j != t) if t == u else -r[u][t] * r[t][u] for u in range(k)]
+        for t in range(k)
+    ]
     p = [1 / k] * k
     for _ in range(100):
         for t in range(k):
@@ -346,14 +359,21 @@ def couple(r):
     return p
 
 
-# ---- document ---------------------------------------------------------------------------------------------------------
+# ---- document --------------------------------------------------------------------------------------
+
 
 def unwrap(root):
     """The SupportVectorMachineModel, and the models around it from the outermost inwards."""
     around, here = [], root
     while True:
-        inner = next((each for each in here if local(each) in
-                      ("SupportVectorMachineModel", "MiningModel", "AnomalyDetectionModel")), None)
+        inner = next(
+            (
+                each
+                for each in here
+                if local(each) in ("SupportVectorMachineModel", "MiningModel", "AnomalyDetectionModel")
+            ),
+            None,
+        )
         if inner is None:
             raise NotImplementedError("no support vector machine")
         if local(inner) == "SupportVectorMachineModel":
@@ -382,8 +402,11 @@ class Document:
         self.derived = {each.get("name"): each for home in homes for each in children(home, "DerivedField")}
         self.defined = {each.get("name"): each for home in homes for each in children(home, "DefineFunction")}
         self.outputs = [each for model in reversed(models) for each in children(child(model, "Output"), "OutputField")]
-        roles = {name: field.mining.get("usageType", "active") for name, field in self.fields.items()
-                 if field.mining is not None}
+        roles = {
+            name: field.mining.get("usageType", "active")
+            for name, field in self.fields.items()
+            if field.mining is not None
+        }
         self.target = next((name for name, role in roles.items() if role in ("target", "predicted")), None)
         self.active = [name for name, role in roles.items() if role == "active"]
         self.treatment = next((each for model in models for each in children(child(model, "Targets"), "Target")), None)
@@ -527,8 +550,11 @@ class Document:
         extension = self.machines[0].extension
         if extension is not None:
             deviation = float(child(extension, "StandardDeviation").text) * abs(factor)
-            row |= {"stddev": deviation, "ci_lower": predicted - INTERVAL_FACTOR * deviation,
-                    "ci_upper": predicted + INTERVAL_FACTOR * deviation}
+            row |= {
+                "stddev": deviation,
+                "ci_lower": predicted - INTERVAL_FACTOR * deviation,
+                "ci_upper": predicted + INTERVAL_FACTOR * deviation,
+            }
 
     # -- Output
 
@@ -588,5 +614,9 @@ if __name__ == "__main__":
     document = Document(sys.argv[1])
     with open(sys.argv[2], encoding="utf-8", newline="") as table:
         for cells in csv.DictReader(table):
-            print({name: number_text(value) if is_number(value) else text_of(value)
-                   for name, value in document.score(cells).items()})
+            print(
+                {
+                    name: number_text(value) if is_number(value) else text_of(value)
+                    for name, value in document.score(cells).items()
+                }
+            )

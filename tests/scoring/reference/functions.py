@@ -1,7 +1,7 @@
 """The built-in functions of PMML 4.4.
 
-Each takes values that are not missing unless it is one of AGGREGATES, which ignore missing ones, or SEES_MISSING. A result
-that does not exist (a division by zero, the logarithm of -1) is INVALID.
+Each takes values that are not missing, unless it is one of AGGREGATES, which ignore missing ones, or SEES_MISSING. A
+result that does not exist (a division by zero, the logarithm of -1) is INVALID.
 """
 
 import math
@@ -18,13 +18,14 @@ def _guarded(function):
         except (ValueError, ZeroDivisionError, OverflowError):
             return INVALID
         return INVALID if isinstance(result, complex) else result
+
     return call
 
 
 def _substring(text, start, length):
     if start < 1 or length < 0:
         return INVALID
-    return text[int(start) - 1:int(start) - 1 + int(length)]
+    return text[int(start) - 1 : int(start) - 1 + int(length)]
 
 
 def _standard_normal_cdf(x):
@@ -55,7 +56,7 @@ PLAIN = {
     "sqrt": math.sqrt,
     "abs": abs,
     "exp": math.exp,
-    "pow": lambda a, b: a ** b,
+    "pow": lambda a, b: a**b,
     "threshold": lambda a, b: 1 if a > b else 0,
     "floor": math.floor,
     "ceil": math.ceil,
@@ -65,9 +66,15 @@ PLAIN = {
     "hypot": math.hypot,
     "expm1": math.expm1,
     "ln1p": math.log1p,
-    "sin": math.sin, "cos": math.cos, "tan": math.tan,
-    "asin": math.asin, "acos": math.acos, "atan": math.atan,
-    "sinh": math.sinh, "cosh": math.cosh, "tanh": math.tanh,
+    "sin": math.sin,
+    "cos": math.cos,
+    "tan": math.tan,
+    "asin": math.asin,
+    "acos": math.acos,
+    "atan": math.atan,
+    "sinh": math.sinh,
+    "cosh": math.cosh,
+    "tanh": math.tanh,
     "erf": math.erf,
     "stdNormalCDF": _standard_normal_cdf,
     "stdNormalPDF": _standard_normal_pdf,

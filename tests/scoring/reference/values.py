@@ -1,6 +1,6 @@
 """Values of the PMML evaluator: data types, missing and invalid, and conversions between them.
 
-A missing value is None. INVALID stands for a value that a field or a function does not allow. Otherwise a value is a Python
+A missing value is None. INVALID stands for a value that a field or a function does not allow. Any other is a Python
 int, float, bool or str, or a date, time or datetime; counts of days and seconds are ints.
 """
 
