@@ -196,8 +196,8 @@ public:
 
     /// X = U S V^T of the n by p matrix x, which is destroyed. Tens of job (mod 100): 0 no u, 1 all n left singular
     /// vectors, 2 or more the first min(n, p). Units: 0 no v, else all p right singular vectors.
-    /// Shape:   s has min(n + 1, p) values, descending on return; e has p and is 0 on return except when the method
-    ///          fails; work has n. u is n by n or n by min(n, p), v is p by p.
+    /// Shape:   s has min(n + 1, p) values, descending on return; e has p, of which the first min(n + 1, p) are 0 on
+    ///          return unless the method fails; work has n. u is n by n or n by min(n, p), v is p by p.
     /// Returns: 0, or the number m of a singular value that was not found in 30 sweeps: those behind it are correct,
     /// and
     ///          U^T X V is bidiagonal with s on and e above the diagonal.
