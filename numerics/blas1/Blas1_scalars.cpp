@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <iostream>
-#include <string>
+#include <string_view>
 
 namespace KwMath_930 {
 
@@ -28,6 +28,11 @@ double MachineTiny() {
         smallest /= 16.0;
     }
     return smallest / MachineEpsilon() * 100.0;
+}
+
+// Unformatted, so that neither width nor locale of standard output shows.
+void Write(std::string_view text) {
+    std::cout.write(text.data(), static_cast<std::streamsize>(text.size()));
 }
 
 }  // namespace
@@ -80,12 +85,19 @@ bool Blas1::LSame(char ca, char cb) {
 }
 
 void Blas1::XErBla(char* name, int info) {
-    char digits[16];
-    const std::string number(digits, std::to_chars(digits, digits + sizeof digits, info).ptr);
-    // Unformatted, so that neither width nor locale of the stream shows.
-    const std::string text = "\nXERBLA - Fatal error!\n  On entry to routine " + std::string(name) +
-                             "\n  input parameter number " + number + " had an illegal value.\n";
-    std::cout.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
+    char number[16];
+    const char* const end = std::to_chars(number, number + sizeof number, info).ptr;
+    // The process ends even if its last words cannot be written.
+    try {
+        Write("\nXERBLA - Fatal error!\n  On entry to routine ");
+        Write(name);
+        Write("\n  input parameter number ");
+        Write({number, end});
+        Write(" had an illegal value.\n");
+        std::cout.flush();
+    } catch (...) {
+        std::exit(1);
+    }
     std::exit(1);
 }
 

@@ -12,6 +12,7 @@
 #include <limits>
 #include <random>
 #include <sstream>
+#include <streambuf>
 #include <string>
 
 #include "numerics/display/display.h"
@@ -148,6 +149,25 @@ TEST(Blas1XErBlaDeathTest, WritesFourLinesToStandardOutputWhateverItsFormat) {
               }),
               "\nXERBLA - Fatal error!\n  On entry to routine DGEFA, or so\n"
               "  input parameter number 255 had an illegal value.\n");
+}
+
+// Fails every write.
+class BrokenBuffer : public std::streambuf {
+protected:
+    int_type overflow(int_type) override { return traits_type::eof(); }
+    std::streamsize xsputn(const char*, std::streamsize) override { return 0; }
+};
+
+TEST(Blas1XErBlaDeathTest, EndsTheProcessWhenStandardOutputThrows) {
+    char name[] = "DGEFA";
+    EXPECT_EXIT(
+        {
+            static std::streambuf* const broken = new BrokenBuffer;
+            std::cout.rdbuf(broken);
+            std::cout.exceptions(std::ios::badbit);
+            Blas1::XErBla(name, 1);
+        },
+        testing::ExitedWithCode(1), "^$");
 }
 
 TEST(Blas1XErBlaDeathTest, DoesNotWriteToTheDumpStream) {

@@ -49,6 +49,15 @@ TEST(KwHashKey, FactorsAreTheOddPrimesFrom3To229) {
     EXPECT_EQ(primes, std::vector<int>(KwHashKey::PRIME_FACTOR, KwHashKey::PRIME_FACTOR + 49));
 }
 
+TEST(KwHashKey, IsAPointerALengthAndACode) {
+    struct Layout {
+        std::int32_t* elements;
+        std::int32_t length;
+        std::int32_t hashCode;
+    };
+    EXPECT_EQ(sizeof(KwHashKey), sizeof(Layout));
+}
+
 TEST(KwHashKey, DefaultHasNoElementsAndCodeZero) {
     KwHashKey key;
     EXPECT_EQ(key.GetLength(), 0);

@@ -249,6 +249,11 @@ TEST(KwPowerMultiply, ZeroFactorGivesPositiveZero) {
     }
 }
 
+TEST(KwPowerMultiply, NaNStaysNaN) {
+    EXPECT_TRUE(std::isnan(KwPower::Multiply(kNaN, 2.385)));
+    EXPECT_TRUE(std::isnan(KwPower::Multiply(-2.385, kNaN)));
+}
+
 TEST(KwPowerMultiply, AgreesWithTheProductInsideTheRange) {
     const double values[] = {2.385, -0.0712, 3.3e100, -4.1e-99, 1.0};
     for (const double a : values) {
