@@ -1,7 +1,6 @@
 // brevix verify: a model's results against expected ones.
 #include "tools/VerifyCommand.h"
 
-#include <limits>
 #include <memory>
 
 #include <CLI/CLI.hpp>
@@ -68,7 +67,12 @@ VerifyCommand::VerifyCommand(CLI::App& app) {
     app.add_option("MODEL", fModel, "the PMML document")->required();
     app.add_option("EXPECTED", fTable,
                    "a table of cases with expected results, - for standard input; otherwise the model's own");
-    const CLI::Range anyTolerance(0.0, std::numeric_limits<double>::max());
+    const CLI::Validator anyTolerance(
+        [](const std::string& text) {
+            const auto number = KwBrevix_930::ParseNumber(text);
+            return number && *number >= 0.0 ? "" : text + " is no number from 0 on";
+        },
+        "NUMBER");
     fTableOptions = {
         app.add_option("--precision", fPrecision, "the relative error that is accepted")->check(anyTolerance),
         app.add_option("--zero-threshold", fZeroThreshold, "what counts as zero")->check(anyTolerance),

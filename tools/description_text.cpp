@@ -14,7 +14,7 @@ using KwBrevix_930::NumberText;
 
 // Longer tables are cut; the JSON has all.
 constexpr std::size_t kMostRows = 40;
-constexpr std::size_t kValuesWidth = 40;
+constexpr std::size_t kValuesWidth = 24;
 constexpr std::size_t kHeadingWidth = 12;
 constexpr std::size_t kListWidth = 3 * (TextTable::kWidth - kHeadingWidth);
 

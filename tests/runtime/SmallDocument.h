@@ -26,6 +26,8 @@ struct SmallDocument {
     std::string vectorFields = R"(<FieldRef field="x"/><FieldRef field="y"/>)";
     std::string instances = sparseInstance("v1", "1", "1") + sparseInstance("v2", "2", "1");
     std::string machines = machine(R"(targetCategory="red" alternateTargetCategory="blue")");
+    /// Behind the machines: ModelVerification.
+    std::string afterMachines;
     std::string afterModel;
 
     static std::string sparseInstance(const std::string& id, const std::string& indices, const std::string& entries) {
@@ -67,7 +69,7 @@ struct SmallDocument {
         return "<SupportVectorMachineModel functionName=\"" + functionName + "\" " + modelAttributes +
                "><MiningSchema>" + miningFields + "</MiningSchema>" + afterSchema + kernel +
                "<VectorDictionary><VectorFields>" + vectorFields + "</VectorFields>" + instances +
-               "</VectorDictionary>" + machines + "</SupportVectorMachineModel>";
+               "</VectorDictionary>" + machines + afterMachines + "</SupportVectorMachineModel>";
     }
 
     std::string makeText() const {
