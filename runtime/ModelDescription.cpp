@@ -9,7 +9,6 @@
 #include "runtime/ModelDocument.h"
 #include "runtime/PreparedDocument.h"
 #include "runtime/ScoringModel.h"
-#include "runtime/refusals.h"
 
 namespace brevix {
 
@@ -51,7 +50,7 @@ ModelDescription ModelDescription::describe(const PreparedDocument& prepared, co
     description.inputs = model.getInputs();
     description.outputs = model.getOutputColumns();
     description.prepared = prepared.notes;
-    description.ignored = noteIgnored(document);
+    description.ignored = model.getIgnored();
     return description;
 }
 

@@ -17,6 +17,9 @@ struct OutputValue {
     std::string text = {};
 };
 
+/// The status of a case that fails for a missing input.
+inline constexpr std::int32_t kMissingInput = 90029;
+
 /// With a status other than 0, nothing else is set. An absent value is one that the model does not give.
 struct Outcome {
     /// 0, or 90027: an input is invalid or the vote failed; 90029: an input is missing.
@@ -32,6 +35,8 @@ struct Outcome {
     /// The bounds of the 95% interval.
     std::optional<double> lower;
     std::optional<double> upper;
+    /// What the model's Output computes beside.
+    std::vector<OutputValue> fields;
 };
 
 }  // namespace brevix

@@ -7,7 +7,17 @@ namespace brevix {
 
 struct OutputColumn {
     /// Which part of an Outcome the column shows.
-    enum Content { kPrediction, kConfidence, kProbability, kPredictedProbability, kStdDev, kLower, kUpper, kStatus };
+    enum Content {
+        kPrediction,
+        kConfidence,
+        kProbability,
+        kPredictedProbability,
+        kStdDev,
+        kLower,
+        kUpper,
+        kStatus,
+        kField
+    };
 
     std::string name;
     Content content;
@@ -15,6 +25,8 @@ struct OutputColumn {
     std::string type;
     /// kProbability: which category; otherwise -1.
     int category = -1;
+    /// kField: which of Outcome::fields; otherwise -1.
+    int field = -1;
 };
 
 }  // namespace brevix

@@ -6,11 +6,13 @@
 #include <string>
 
 #include "host/CaseRecord.h"
+#include "host/transform/DerivedValue.h"
 
 namespace brevix {
 
-Record::Record(std::unique_ptr<KwBrevix_930::CaseRecord> cells, const std::vector<int>& places)
-    : fCells(std::move(cells)), fPlaces(&places) {}
+Record::Record(std::unique_ptr<KwBrevix_930::CaseRecord> cells, const std::vector<int>& places,
+               std::vector<KwBrevix_930::DerivedValue> slots)
+    : fCells(std::move(cells)), fPlaces(&places), fSlots(std::move(slots)) {}
 
 Record::Record(Record&&) noexcept = default;
 Record::~Record() = default;

@@ -8,7 +8,8 @@
 
 namespace KwBrevix_930 {
 class CaseRecord;
-}
+class DerivedValue;
+}  // namespace KwBrevix_930
 
 namespace brevix {
 
@@ -33,12 +34,16 @@ public:
 
 private:
     friend class ScoringModel;
-    // places: where the inputs stand in the host's record; owned by the model.
-    Record(std::unique_ptr<KwBrevix_930::CaseRecord> cells, const std::vector<int>& places);
+    // places: where the inputs stand in the host's record; owned by the model. slots: what the model's Output is
+    // computed in.
+    Record(std::unique_ptr<KwBrevix_930::CaseRecord> cells, const std::vector<int>& places,
+           std::vector<KwBrevix_930::DerivedValue> slots);
     std::size_t find(std::string_view input) const;
 
     std::unique_ptr<KwBrevix_930::CaseRecord> fCells;
     const std::vector<int>* fPlaces;
+    // Scratch of whoever scores the record.
+    mutable std::vector<KwBrevix_930::DerivedValue> fSlots;
 };
 
 }  // namespace brevix

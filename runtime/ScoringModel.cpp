@@ -2,8 +2,10 @@
 #include "runtime/ScoringModel.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "host/CaseRecord.h"
+#include "host/DictVar.h"
 #include "host/NumericValue.h"
 #include "host/ScoreClsResult.h"
 #include "host/ScoreDictVar.h"
@@ -12,8 +14,10 @@
 #include "host/ScoreTranslator.h"
 #include "host/ScoringLog.h"
 #include "runtime/ModelDocument.h"
+#include "runtime/OutputProgram.h"
 #include "runtime/PluginLibrary.h"
 #include "runtime/PreparedDocument.h"
+#include "runtime/TargetRules.h"
 #include "runtime/input_fields.h"
 #include "runtime/one_error_type.h"
 #include "runtime/output_columns.h"
@@ -68,13 +72,16 @@ ScoringModel::ScoringModel(std::unique_ptr<PluginLibrary> plugin, const Prepared
     : fPlugin(std::move(plugin)),
       fTranslator(fPlugin->makeTranslator()),
       fModel(fTranslator->ParseFromTree(&prepared.document->getDocument(), std::string())),
+      fMissingPolicy(options.missingPolicy),
       fNotes(prepared.notes) {
     if (!fModel || !fModel->GetDictionary() || !fModel->GetTargetVar())
         throw Error("the plug-in gives no model with fields and a target");
     describeTarget();
+    describeOutput(*prepared.document);
     describeFields(*prepared.document);
-    const auto ignored = noteIgnored(*prepared.document);
-    fNotes.insert(fNotes.end(), ignored.begin(), ignored.end());
+    fIgnored = noteIgnored(*prepared.document);
+    fIgnored.insert(fIgnored.end(), fTargetRules->getNotes().begin(), fTargetRules->getNotes().end());
+    fNotes.insert(fNotes.end(), fIgnored.begin(), fIgnored.end());
     fModel->SetMissingValuePolicy(static_cast<KwBrevix_930::ScoreModel::MVPolicy>(options.missingPolicy));
     fModel->SetPredictionOnly(options.predictsOnly);
     warmUp();
@@ -94,14 +101,52 @@ void ScoringModel::describeTarget() {
 
 void ScoringModel::describeFields(const ModelDocument& document) {
     const auto& dictionary = *fModel->GetDictionary();
-    const auto names = findInputs(document, dictionary, fModel->GetTransformationDictionary());
+    const auto names = listInputs(document);
     refuseUnbuilt(document, dictionary, names);
     fInputs = describeInputs(document, dictionary, names);
     const KwBrevix_930::CaseRecord record(dictionary);
-    for (const std::string& name : names)
-        fInputPlaces.push_back(record.GetIndex(name));
-    const std::string type = describeType(document, *fModel->GetTargetVar());
-    fColumns = listOutputColumns(document, {fTargetName, type, fIsClassification, fCategories});
+    for (InputField& input : fInputs) {
+        input.isOptional = input.name == fTargetName;
+        fInputPlaces.push_back(record.GetIndex(input.name));
+    }
+}
+
+void ScoringModel::describeOutput(const ModelDocument& document) {
+    const auto& variable = *fModel->GetTargetVar();
+    const TargetDescription target{fTargetName, describeType(document, variable), fIsClassification, fCategories};
+    fTargetRules = std::make_unique<TargetRules>(document, target);
+    OutputProgram::Target predicted{&variable, fCategories, fCategories};
+    const auto* declared = dynamic_cast<const KwBrevix_930::DictVar*>(&variable);
+    for (std::size_t i = 0; i < fCategories.size(); ++i) {
+        const int category = static_cast<int>(i);
+        if (const std::string* text = fTargetRules->findDisplayValue(category))
+            predicted.displayValues[i] = *text;
+        else if (declared)
+            predicted.displayValues[i] = declared->GetDisplayValue(category);
+    }
+    auto program = std::make_unique<OutputProgram>(*fModel->GetDictionary(), fModel->GetTransformationDictionary(),
+                                                   std::move(predicted));
+    fColumns = listOutputColumns(document, target, program);
+    fOutputProgram = std::move(program);
+}
+
+// What the vectors read, and what the Output reads beside; the target, whose value few tables know, is the last.
+std::vector<std::string> ScoringModel::listInputs(const ModelDocument& document) const {
+    const auto& dictionary = *fModel->GetDictionary();
+    auto names = findInputs(document, dictionary, fModel->GetTransformationDictionary());
+    if (!fOutputProgram)
+        return names;
+    std::unordered_set<std::string> wanted(names.begin(), names.end());
+    for (const std::string& name : fOutputProgram->listRawFields())
+        wanted.insert(name);
+    names.clear();
+    for (const auto* variable : dictionary.GetVars()) {
+        if (wanted.contains(variable->GetName()) && variable->GetName() != fTargetName)
+            names.push_back(variable->GetName());
+    }
+    if (wanted.contains(fTargetName))
+        names.push_back(fTargetName);
+    return names;
 }
 
 namespace {
@@ -123,7 +168,8 @@ std::optional<std::size_t> ScoringModel::findOutputColumn(std::string_view name)
 }
 
 Record ScoringModel::makeRecord() const {
-    return Record(std::make_unique<KwBrevix_930::CaseRecord>(*fModel->GetDictionary()), fInputPlaces);
+    return Record(std::make_unique<KwBrevix_930::CaseRecord>(*fModel->GetDictionary()), fInputPlaces,
+                  fOutputProgram ? fOutputProgram->makeSlots() : OutputSlots());
 }
 
 namespace {
@@ -161,12 +207,19 @@ void ScoringModel::score(const Record& record, Outcome& outcome) const {
     const KwScore::KwStatus status = fModel->GetScore(record.fCells.get(), given, false);
     const std::unique_ptr<const ScoreResult> result(given);
     outcome.status = status.IsError() ? status.GetErrorCode() : 0;
-    if (status.IsError() || !result)
-        return;
-    if (fIsClassification)
-        readClassification(*result, outcome);
+    if (!status.IsError() && result) {
+        if (fIsClassification)
+            readClassification(*result, outcome);
+        else
+            readRegression(*result, outcome);
+    }
+    fTargetRules->rescale(outcome);
+    if (fMissingPolicy == MissingPolicy::kUseReplacement)
+        fTargetRules->replaceMissing(outcome, fModel->GetPredictionOnly());
+    if (fOutputProgram && outcome.status == 0)
+        fOutputProgram->run(*record.fCells, record.fSlots, outcome);
     else
-        readRegression(*result, outcome);
+        outcome.fields.clear();
 }
 
 void ScoringModel::readClassification(const ScoreResult& result, Outcome& outcome) const {
@@ -225,6 +278,8 @@ OutputValue ScoringModel::getValue(const Outcome& outcome, const OutputColumn& c
             return valueOf(outcome.upper);
         case OutputColumn::kStatus:
             return valueOf(outcome.status);
+        case OutputColumn::kField:
+            return outcome.status == 0 ? outcome.fields[static_cast<std::size_t>(column.field)] : OutputValue{};
     }
     return {};
 }

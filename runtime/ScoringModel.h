@@ -23,7 +23,9 @@ class ScoreTranslator;
 namespace brevix {
 
 class ModelDocument;
+class OutputProgram;
 class PluginLibrary;
+class TargetRules;
 struct PreparedDocument;
 
 /// Whether a missing input is replaced where the model says by what; otherwise the case ends with 90029.
@@ -66,6 +68,8 @@ public:
     std::optional<std::size_t> findOutputColumn(std::string_view name) const;
     /// Returns: one sentence for each kind of change that was made to the document, and for what was left out.
     const std::vector<std::string>& getNotes() const { return fNotes; }
+    /// Returns: those of them that tell what has no effect.
+    const std::vector<std::string>& getIgnored() const { return fIgnored; }
 
     /// Returns: a new record with all inputs missing; it must not outlive the model.
     Record makeRecord() const;
@@ -81,6 +85,8 @@ private:
                                               const ModelOptions& options);
     void describeTarget();
     void describeFields(const ModelDocument& document);
+    void describeOutput(const ModelDocument& document);
+    std::vector<std::string> listInputs(const ModelDocument& document) const;
     void warmUp() const;
     void readClassification(const KwBrevix_930::ScoreResult& result, Outcome& outcome) const;
     void readRegression(const KwBrevix_930::ScoreResult& result, Outcome& outcome) const;
@@ -89,14 +95,19 @@ private:
     std::unique_ptr<PluginLibrary> fPlugin;
     std::unique_ptr<KwBrevix_930::ScoreTranslator> fTranslator;
     std::unique_ptr<KwBrevix_930::ScoreModel> fModel;
+    MissingPolicy fMissingPolicy;
     bool fIsClassification = false;
     std::string fTargetName;
     std::vector<std::string> fCategories;
+    std::unique_ptr<const TargetRules> fTargetRules;
+    // Null where nothing is to be computed.
+    std::unique_ptr<const OutputProgram> fOutputProgram;
     std::vector<InputField> fInputs;
     // Where the inputs stand in the host's records.
     std::vector<int> fInputPlaces;
     std::vector<OutputColumn> fColumns;
     std::vector<std::string> fNotes;
+    std::vector<std::string> fIgnored;
 };
 
 }  // namespace brevix

@@ -13,7 +13,6 @@
 #include "host/PMMLModelTags.h"
 #include "host/ScoreDictVar.h"
 #include "host/ScoreDictionary.h"
-#include "host/number_text.h"
 #include "host/transform/TransformationDictionary.h"
 #include "runtime/Error.h"
 #include "runtime/ModelDocument.h"
@@ -51,7 +50,8 @@ std::unordered_set<std::string> traceSources(const std::vector<std::string>& fie
 }
 
 // What a DataField says that would change how a model reads it, and is not built.
-void checkDataField(const ModelDocument& document, const DOMElement& field, Complaints& complaints) {
+void checkDataField(const ModelDocument& document, const DOMElement& field, const KwBrevix_930::ScoreDictVar& variable,
+                    Complaints& complaints) {
     const std::string place =
         "DataField " + quoted(document.getAttribute(field, Tags::XML_ATT_NAME)) + document.placeOf(field);
     for (const char* attribute : {"isCyclic", "cyclic"}) {
@@ -61,34 +61,8 @@ void checkDataField(const ModelDocument& document, const DOMElement& field, Comp
     }
     if (const auto taxonomy = document.findAttribute(field, "taxonomy"))
         complaints.push_back(place + " asks for taxonomy=" + quoted(*taxonomy));
-}
-
-// Whether an attribute is absent or is the number that changes nothing.
-bool isNeutral(const ModelDocument& document, const DOMElement& element, const char* attribute, double neutral) {
-    const auto text = document.findAttribute(element, attribute);
-    return !text || KwBrevix_930::ParseNumber(*text) == neutral;
-}
-
-void checkTargetValue(const ModelDocument& document, const DOMElement& value, const std::string& target,
-                      Complaints& complaints) {
-    for (const char* attribute : {"defaultValue", "priorProbability"}) {
-        if (document.findAttribute(value, attribute))
-            complaints.push_back("TargetValue of Target " + target + " asks for " + attribute);
-    }
-}
-
-void checkTarget(const ModelDocument& document, const DOMElement& element, Complaints& complaints) {
-    const std::string target = quoted(document.getAttribute(element, Tags::XML_ATT_SVM_FIELD));
-    if (!isNeutral(document, element, "rescaleConstant", 0.0))
-        complaints.push_back("Target " + target + " asks for rescaleConstant");
-    if (!isNeutral(document, element, "rescaleFactor", 1.0))
-        complaints.push_back("Target " + target + " asks for rescaleFactor");
-    for (const char* attribute : {"min", "max", "castInteger"}) {
-        if (document.findAttribute(element, attribute))
-            complaints.push_back("Target " + target + " asks for " + attribute);
-    }
-    for (const DOMElement* value : document.findChildren(&element, "TargetValue"))
-        checkTargetValue(document, *value, target, complaints);
+    if (variable.IsString() && document.findChild(&field, Tags::XML_ELE_INTERVAL))
+        complaints.push_back(place + " is a field of texts and has an Interval");
 }
 
 }  // namespace
@@ -158,17 +132,15 @@ std::vector<std::string> findInputs(const ModelDocument& document, const KwBrevi
     return inputs;
 }
 
-void refuseUnbuilt(const ModelDocument& document, const KwBrevix_930::ScoreDictionary&,
+void refuseUnbuilt(const ModelDocument& document, const KwBrevix_930::ScoreDictionary& dictionary,
                    const std::vector<std::string>& inputs) {
     const std::unordered_set<std::string> isInput(inputs.begin(), inputs.end());
     Complaints complaints;
     for (const DOMElement* field : document.findChildren(document.getDataDictionary(), Tags::XML_ELE_DATAFIELD)) {
-        if (isInput.contains(document.getAttribute(*field, Tags::XML_ATT_NAME)))
-            checkDataField(document, *field, complaints);
+        const std::string name = document.getAttribute(*field, Tags::XML_ATT_NAME);
+        if (isInput.contains(name))
+            checkDataField(document, *field, *dictionary.FindVar(name), complaints);
     }
-    for (const DOMElement* target :
-         document.findChildren(document.findChild(document.getModel(), Tags::XML_ELE_TARGETS), Tags::XML_ELE_TARGET))
-        checkTarget(document, *target, complaints);
     throwComplaints(complaints);
 }
 

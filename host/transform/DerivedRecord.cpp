@@ -21,7 +21,8 @@ void ReadText(const ScoreValue& value, DerivedValue& raw) {
         raw.OwnText(value.GetString());
 }
 
-// The state of a raw value, under the variable's own rules.
+}  // namespace
+
 void ReadRaw(const ScoreDictVar& variable, const ScoreValue* value, bool usesReplacements, DerivedValue& raw) {
     const bool isMissing = variable.IsMissing(value);
     if (isMissing && !(usesReplacements && value && value == variable.GetVarStats()->GetMissingReplacement()))
@@ -33,8 +34,6 @@ void ReadRaw(const ScoreDictVar& variable, const ScoreValue* value, bool usesRep
     else
         ReadText(*value, raw);
 }
-
-}  // namespace
 
 DerivedRecord::DerivedRecord(const TransformationDictionary& dictionary)
     : fDictionary(dictionary),

@@ -20,6 +20,11 @@ class TransformationDictionary;
 /// Behind every index that a raw record can hold.
 inline constexpr int kFirstDerivedIndex = 1 << 30;
 
+/// Reads a raw value under its variable's own rules. value: may be null; usesReplacements: whether the replacement of a
+/// missing value counts as a value. raw: a text is borrowed where it can be.
+BREVIX_HOST_API void ReadRaw(const ScoreDictVar& variable, const ScoreValue* value, bool usesReplacements,
+                             DerivedValue& raw);
+
 /// Belongs to one thread. The raw variables are found by their places in the dictionary; that these still hold the
 /// right names is checked for each case, so that any dictionary may be handed over.
 class DerivedRecord : public ScoreCaseRecord {

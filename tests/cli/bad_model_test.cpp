@@ -170,7 +170,7 @@ TEST_F(BadModel, WhatIsNotBuiltIsRefusedAsItIsToo) {
     EXPECT_THAT(faultOf(document.makeText(), {"--as-is"}), HasSubstr("'nobody'"));
     document = SmallDocument();
     document.afterSchema = "<Output><OutputField name=\"r\" feature=\"residual\"/></Output>";
-    EXPECT_THAT(faultOf(document.makeText(), {"--as-is"}), HasSubstr("OutputField 'r' asks for feature='residual'"));
+    EXPECT_THAT(faultOf(document.makeText(), {"--as-is"}), HasSubstr("OutputField 'r' asks for feature='affinity'"));
 }
 
 TEST_F(BadModel, NumbersThatAreNotFiniteDoNoHarm) {

@@ -252,36 +252,6 @@ TEST(ScoringModel, DerivedTextFieldAsANumberIsRefused) {
     EXPECT_THAT(faultOf(document), HasSubstr("FieldRef 'p' of VectorFields names a field of texts"));
 }
 
-class Refusal : public testing::TestWithParam<std::pair<const char*, const char*>> {};
-
-TEST_P(Refusal, OfTargetsNamesElementAndAttribute) {
-    for (const bool prepares : {true, false}) {
-        SmallDocument document = SmallDocument::regression();
-        document.afterSchema = std::string("<Targets><Target field=\"price\" ") + GetParam().first + "</Targets>";
-        EXPECT_EQ(faultOf(document, {.prepares = prepares}), std::string("not supported: ") + GetParam().second);
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Targets, Refusal,
-    testing::Values(std::pair(R"(rescaleConstant="0.5"/>)", "Target 'price' asks for rescaleConstant"),
-                    std::pair(R"(rescaleConstant="many"/>)", "Target 'price' asks for rescaleConstant"),
-                    std::pair(R"(rescaleFactor="0"/>)", "Target 'price' asks for rescaleFactor"),
-                    std::pair(R"(min="0"/>)", "Target 'price' asks for min"),
-                    std::pair(R"(max="1"/>)", "Target 'price' asks for max"),
-                    std::pair(R"(castInteger="round"/>)", "Target 'price' asks for castInteger"),
-                    std::pair(R"(><TargetValue defaultValue="3"/></Target>)",
-                              "TargetValue of Target 'price' asks for defaultValue"),
-                    std::pair(R"(><TargetValue value="a" priorProbability="0.5"/></Target>)",
-                              "TargetValue of Target 'price' asks for priorProbability")));
-
-TEST(ScoringModel, TargetThatChangesNothingIsAccepted) {
-    SmallDocument document = SmallDocument::regression();
-    document.afterSchema = R"(<Targets><Target field="price" rescaleConstant="0.0" rescaleFactor="1">)"
-                           R"(<TargetValue value="a" displayValue="A"/></Target></Targets>)";
-    EXPECT_EQ(faultOf(document), "no fault");
-}
-
 TEST(ScoringModel, FieldsThatCannotBeReadAreRefusedTogetherWithTheirLines) {
     SmallDocument document;
     document.inputFields = R"(<DataField name="x" optype="continuous" dataType="double"><Interval closure="openOpen"/>)"
@@ -289,11 +259,12 @@ TEST(ScoringModel, FieldsThatCannotBeReadAreRefusedTogetherWithTheirLines) {
     document.miningFields = R"(<MiningField name="hue" usageType="target"/><MiningField name="x"/>)"
                             "\n<MiningField name=\"y\" outliers=\"asExtremeValues\"/>"
                             R"(<MiningField name="z" missingValueReplacement="1"/>)";
-    EXPECT_EQ(faultOf(document),
-              "Error 260111: Interval of the field 'x' has neither leftMargin nor rightMargin. It is in DataField 'x' "
-              "(line 3).; Error 260111: MiningField of the field 'y' treats outliers but has neither lowValue nor "
-              "highValue. It is in MiningField 'y' (line 5).; missingValueReplacement is asked for where no DataField is "
-              "named. It is in MiningField 'z' (line 5).");
+    EXPECT_EQ(
+        faultOf(document),
+        "Error 260111: Interval of the field 'x' has neither leftMargin nor rightMargin. It is in DataField 'x' "
+        "(line 3).; Error 260111: MiningField of the field 'y' treats outliers but has neither lowValue nor "
+        "highValue. It is in MiningField 'y' (line 5).; missingValueReplacement is asked for where no DataField is "
+        "named. It is in MiningField 'z' (line 5).");
     EXPECT_EQ(faultOf(document), faultOf(document, {.prepares = false}));
 }
 
@@ -302,8 +273,9 @@ TEST(ScoringModel, InputFieldsMayNotBeCyclicNorHaveATaxonomy) {
     document.inputFields = R"(<DataField name="x" optype="continuous" dataType="double" isCyclic="1"/>)"
                            R"(<DataField name="y" optype="continuous" dataType="double" taxonomy="t" isCyclic="0"/>)"
                            R"(<DataField name="free" optype="continuous" dataType="double" isCyclic="1"/>)";
-    EXPECT_EQ(faultOf(document), "not supported: DataField 'x' (line 3) asks for isCyclic='1'; DataField 'y' (line 3) "
-                                 "asks for taxonomy='t'");
+    EXPECT_EQ(faultOf(document),
+              "not supported: DataField 'x' (line 3) asks for isCyclic='1'; DataField 'y' (line 3) "
+              "asks for taxonomy='t'");
 }
 
 TEST(ScoringModel, OutliersAndMissingValuesAreTreatedBeforeDerivation) {
@@ -376,14 +348,16 @@ TEST(ScoringModel, OutputFieldsThatAskForMoreAreRefusedTogether) {
                            R"(<OutputField name="status"/>)"
                            R"(<OutputField name="probability_red" feature="probability" value="blue"/>)"
                            R"(<OutputField feature="predictedValue"/></Output>)";
-    EXPECT_EQ(faultOf(document),
-              "not supported: OutputField 'r' asks for feature='residual'; OutputField 'p' asks for the probability of "
-              "'green', which is no category; OutputField 't' asks for targetField='x'; OutputField 'status' has the "
-              "name of another column; OutputField 'probability_red' has the name of another column; OutputField '' "
-              "has no name");
+    EXPECT_EQ(
+        faultOf(document),
+        "not supported: OutputField 'r' asks for a residual and names no category as its value; OutputField 'p' asks "
+        "for the probability of 'green', which is no category; OutputField 't' asks for targetField='x'; "
+        "OutputField 'status' has the name of another column; OutputField 'probability_red' has the name of "
+        "another column; OutputField '' has no name");
     document = SmallDocument::regression();
     document.afterSchema = R"(<Output><OutputField name="p" feature="probability"/></Output>)";
-    EXPECT_EQ(faultOf(document), "not supported: OutputField 'p' asks for feature='probability'");
+    EXPECT_EQ(faultOf(document),
+              "not supported: OutputField 'p' asks for feature='probability', which this model does not have");
 }
 
 TEST(ScoringModel, ModelThatIsNotBeneathTheRootIsRefusedWithItsPlace) {
