@@ -4,11 +4,16 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 #include "host/DOMElemUtility.h"
+#include "host/transform/FunctionExpression.h"
 #include "host/transform/expression_reader.h"
 
 namespace KwBrevix_930 {
+
+class MapValuesExpression;
 
 /// One for each tree, and for each function's body.
 class ExpressionReader {
@@ -32,6 +37,22 @@ private:
     std::unique_ptr<Expression> ReadConstant(const Element& element);
     std::unique_ptr<Expression> ReadNormContinuous(const Element& element);
     std::unique_ptr<Expression> ReadNormDiscrete(const Element& element);
+    std::unique_ptr<Expression> ReadDiscretize(const Element& element, std::optional<FieldType> type);
+    std::unique_ptr<Expression> ReadMapValues(const Element& element, std::optional<FieldType> type);
+    std::vector<std::string> ReadColumns(const Element& element, MapValuesExpression& expression);
+    void AddRows(MapValuesExpression& expression, const std::vector<std::string>& columns,
+                 const std::vector<std::unordered_map<std::string, std::string>>& cells,
+                 const std::vector<std::string>& outputs) const;
+
+    std::unique_ptr<Expression> ReadApply(const Element& element);
+    std::string ReadTreatment(const Element& element) const;
+    std::unique_ptr<FunctionExpression> MakeUserCall(const Element& function, FunctionCall&& call);
+    std::shared_ptr<const FunctionBody> FindBody(const Element& function, const std::vector<const Element*>& parameters,
+                                                 const FunctionCall& call);
+    std::shared_ptr<const FunctionBody> ReadBody(const Element& function, const std::vector<const Element*>& parameters,
+                                                 const FunctionCall& call);
+    void RefuseCircle(const std::string& name) const;
+    [[noreturn]] static void RefuseDepth();
 
     Field FindField(const Element& element, const std::string& name);
     std::string ReadFieldName(const Element& element) const;

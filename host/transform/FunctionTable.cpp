@@ -7,6 +7,7 @@
 #include "host/BaseTranslator.h"
 #include "host/DOMElemUtility.h"
 #include "host/PMMLModelTags.h"
+#include "host/transform/built_in_functions.h"
 #include "host/transform/refusal.h"
 
 namespace KwBrevix_930 {
@@ -23,7 +24,7 @@ void FunctionTable::AddFunctions(const DOMElemUtility& reader, const DOMElement&
         if (!BaseTranslator::HasTag(child, "DefineFunction"))
             continue;
         const std::string name = reader.GetAttributeToString(child, Tags::XML_ATT_NAME, true);
-        if (name.empty() || !fElements.emplace(name, child).second)
+        if (name.empty() || FindBuiltInFunction(name) || !fElements.emplace(name, child).second)
             RefuseAttribute(reader, *child, Tags::XML_ATT_NAME);
     }
 }

@@ -65,8 +65,7 @@ private:
     std::vector<std::string> fOpen;
     // The expression that is being read, the innermost: where an error lies.
     const xercesc::DOMElement* fCurrent = nullptr;
-    // What the calls of functions cost altogether, in expressions that are read and in expressions that are evaluated.
-    std::size_t fReadSteps = 0;
+    // How many expressions all calls of functions evaluate, and how many there are.
     std::size_t fCallSteps = 0;
 };
 

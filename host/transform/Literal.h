@@ -24,6 +24,14 @@ struct BREVIX_HOST_API Literal {
     std::optional<Literal> As(FieldType other) const;
 };
 
+/// Makes a value the constant, or missing where there is none.
+inline void GiveOrMissing(const std::optional<Literal>& literal, DerivedValue& result) {
+    if (literal)
+        literal->Give(result);
+    else
+        result.SetMissing();
+}
+
 /// Returns: a text as a constant of a type; nothing where it is none.
 BREVIX_HOST_API std::optional<Literal> MakeLiteral(FieldType type, const std::string& text);
 

@@ -3,28 +3,11 @@
 
 #include <cmath>
 
-#include "host/calendar.h"
 #include "host/number_text.h"
 
 namespace KwBrevix_930 {
 
 namespace {
-
-// The moment that a value of a type is; nothing where it is none.
-std::optional<CalendarTime> ReadMoment(FieldType from, const DerivedValue& value) {
-    if (value.IsText())
-        return ParseAnyTime(value.GetText());
-    switch (from.code) {
-        case FieldType::kDaysSince:
-            return TimeFromSeconds(value.GetNumber() * 86400.0, from.year);
-        case FieldType::kSecondsSince:
-            return TimeFromSeconds(value.GetNumber(), from.year);
-        case FieldType::kTimeSeconds:
-            return TimeFromSeconds(value.GetNumber(), 1970);
-        default:
-            return std::nullopt;
-    }
-}
 
 double CountOf(FieldType type, const CalendarTime& moment) {
     if (type.code == FieldType::kDaysSince)
@@ -39,7 +22,7 @@ std::string MomentText(FieldType type, const CalendarTime& moment) {
 }
 
 void CastToMoment(FieldType to, FieldType from, DerivedValue& value) {
-    const auto moment = ReadMoment(from, value);
+    const auto moment = MomentOf(from, value);
     if (!moment)
         value.SetInvalid();
     else if (to.IsText())
@@ -75,6 +58,21 @@ void CastText(FieldType to, FieldType from, DerivedValue& value) {
 }
 
 }  // namespace
+
+std::optional<CalendarTime> MomentOf(FieldType type, const DerivedValue& value) {
+    if (value.IsText())
+        return ParseAnyTime(value.GetText());
+    switch (type.code) {
+        case FieldType::kDaysSince:
+            return TimeFromSeconds(value.GetNumber() * 86400.0, type.year);
+        case FieldType::kSecondsSince:
+            return TimeFromSeconds(value.GetNumber(), type.year);
+        case FieldType::kTimeSeconds:
+            return TimeFromSeconds(value.GetNumber(), 1970);
+        default:
+            return std::nullopt;
+    }
+}
 
 void CastToType(FieldType to, FieldType from, DerivedValue& value) {
     if (value.IsNumber())

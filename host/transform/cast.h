@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "host/Export.h"
+#include "host/calendar.h"
 #include "host/transform/DerivedValue.h"
 #include "host/transform/FieldType.h"
 
@@ -20,6 +21,9 @@ BREVIX_HOST_API void CastToType(FieldType to, FieldType from, DerivedValue& valu
 
 /// Returns: whether CastToType may change anything.
 BREVIX_HOST_API bool NeedsCast(FieldType to, FieldType from);
+
+/// Returns: the moment that a value of a type is; nothing for one that is none.
+BREVIX_HOST_API std::optional<CalendarTime> MomentOf(FieldType type, const DerivedValue& value);
 
 /// Returns: the whole number next to a number, the greater one of two that are equally near.
 BREVIX_HOST_API double RoundHalfUp(double number);

@@ -15,6 +15,7 @@
 #include "host/BaseTranslator.h"
 #include "host/DocumentParser.h"
 #include "host/PMMLModelTags.h"
+#include "host/transform/CastExpression.h"
 #include "host/transform/ExpressionReader.h"
 #include "host/transform/Literal.h"
 #include "host/transform/cast.h"
@@ -27,24 +28,6 @@ namespace {
 
 using Tags = PMMLModelTags;
 using xercesc::DOMElement;
-
-// What another expression computes, as a value of another type.
-class CastExpression : public Expression {
-public:
-    CastExpression(FieldType type, std::unique_ptr<Expression> inner)
-        : Expression(type), fInner(std::move(inner)) {}
-
-    void Evaluate(std::span<const DerivedValue> slots, DerivedValue& result) const override {
-        fInner->Evaluate(slots, result);
-        CastToType(GetType(), fInner->GetType(), result);
-    }
-    void AppendSlots(std::vector<std::size_t>& slots) const override { fInner->AppendSlots(slots); }
-    const std::string& GetFieldName() const override { return fInner->GetFieldName(); }
-    const std::vector<std::string>& GetAllEncodedValues() const override { return fInner->GetAllEncodedValues(); }
-
-private:
-    std::unique_ptr<Expression> fInner;
-};
 
 double ReadFinite(const DOMElemUtility& reader, const DOMElement& element, const char* attribute) {
     const double number = reader.GetAttributeToDouble(&element, attribute, true);
@@ -118,15 +101,19 @@ const DOMElement& FindExpression(const DOMElemUtility& reader, const DOMElement&
 std::unique_ptr<Expression> ExpressionReader::Read(const DOMElement& element, std::optional<FieldType> type) {
     const DOMElement* const outer = std::exchange(fFunctions.fCurrent, &element);
     if (++fDepth > kExpressionDepthLimit)
-        Refuse(260107, std::to_string(kExpressionDepthLimit) + " levels of nested expressions");
+        RefuseDepth();
     fDeepest = std::max(fDeepest, fDepth);
     ++fSteps;
     auto expression = ReadUncast(element, type);
     --fDepth;
+    if (type && *type != expression->GetType()) {
+        const std::string given = expression->GetType().GetName();
+        expression = CastTo(*type, std::move(expression));
+        if (!expression)
+            Refuse(260106, fReader.GetElementName(&element), given, type->GetName());
+    }
     fFunctions.fCurrent = outer;
-    if (!type || *type == expression->GetType())
-        return expression;
-    return std::make_unique<CastExpression>(*type, std::move(expression));
+    return expression;
 }
 
 std::unique_ptr<Expression> ExpressionReader::ReadUncast(const DOMElement& element, std::optional<FieldType> type) {
@@ -138,6 +125,12 @@ std::unique_ptr<Expression> ExpressionReader::ReadUncast(const DOMElement& eleme
         return ReadNormContinuous(element);
     if (BaseTranslator::HasTag(&element, Tags::XML_ELE_NORMDISCRETE))
         return ReadNormDiscrete(element);
+    if (BaseTranslator::HasTag(&element, "Discretize"))
+        return ReadDiscretize(element, type);
+    if (BaseTranslator::HasTag(&element, "MapValues"))
+        return ReadMapValues(element, type);
+    if (BaseTranslator::HasTag(&element, "Apply"))
+        return ReadApply(element);
     Refuse(260102, fReader.GetElementName(&element), ParentName(fReader, element));
 }
 
