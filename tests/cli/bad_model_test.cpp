@@ -169,7 +169,7 @@ TEST_F(BadModel, WhatIsNotBuiltIsRefusedAsItIsToo) {
     EXPECT_THAT(faultOf(document.makeText()), HasSubstr("'nobody'"));
     EXPECT_THAT(faultOf(document.makeText(), {"--as-is"}), HasSubstr("'nobody'"));
     document = SmallDocument();
-    document.afterSchema = "<Output><OutputField name=\"r\" feature=\"residual\"/></Output>";
+    document.afterSchema = "<Output><OutputField name=\"r\" feature=\"affinity\"/></Output>";
     EXPECT_THAT(faultOf(document.makeText(), {"--as-is"}), HasSubstr("OutputField 'r' asks for feature='affinity'"));
 }
 
