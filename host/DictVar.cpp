@@ -7,7 +7,9 @@
 
 #include "host/DateTimeValue.h"
 #include "host/StringValue.h"
+#include "host/calendar.h"
 #include "host/number_text.h"
+#include "host/transform/FieldType.h"
 
 namespace KwBrevix_930 {
 
@@ -16,6 +18,12 @@ namespace {
 // What a record holds where a missing value makes the case invalid. No variable has values of this type, so that it is
 // neither missing nor valid anywhere.
 const DateTimeValue kNeverValid(0.0, std::string());
+
+// Whether a text is a word, in letters of either case.
+bool IsWord(std::string_view text, std::string_view word) {
+    const auto isLetter = [](char c, char lower) { return c == lower || c == lower - 'a' + 'A'; };
+    return std::equal(text.begin(), text.end(), word.begin(), word.end(), isLetter);
+}
 
 }  // namespace
 
@@ -33,6 +41,7 @@ DictVar::DictVar(const DictVar& other)
     : ScoreDictVar(other),
       fName(other.fName),
       fType(other.fType),
+      fFieldType(other.fFieldType ? std::make_unique<FieldType>(*other.fFieldType) : nullptr),
       fKind(other.fKind),
       fDisplayValues(other.fDisplayValues),
       fIndexByText(other.fIndexByText),
@@ -54,6 +63,10 @@ DictVar::DictVar(const DictVar& other)
 }
 
 DictVar::~DictVar() = default;
+
+void DictVar::SetFieldType(const FieldType& type) {
+    fFieldType = std::make_unique<FieldType>(type);
+}
 
 std::unique_ptr<DictVar> DictVar::CopyOf(const ScoreDictVar& other) {
     if (const auto* known = dynamic_cast<const DictVar*>(&other))
@@ -169,23 +182,47 @@ const ScoreValue* DictVar::TreatOutlier(const ScoreValue& value) const {
 std::optional<double> DictVar::ParseText(std::string_view text) const {
     if (fType == kString)
         return std::nullopt;
-    if (fType == kBoolean && (text == "true" || text == "false"))
-        return text == "true" ? 1.0 : 0.0;
+    if (fType == kBoolean && (IsWord(text, "true") || IsWord(text, "false")))
+        return IsWord(text, "true") ? 1.0 : 0.0;
     const auto number = ParseNumber(text);
     const bool isNoBoolean = fType == kBoolean && number != 0.0 && number != 1.0;
-    return isNoBoolean ? std::nullopt : number;
+    return isNoBoolean ? std::nullopt : number ? number : ParseCount(text);
+}
+
+// A day is the moment at which it begins.
+std::optional<double> DictVar::ParseCount(std::string_view text) const {
+    if (!fFieldType || !fFieldType->IsCount())
+        return std::nullopt;
+    if (fFieldType->code == FieldType::kTimeSeconds) {
+        const auto time = ParseTimeOfDay(text);
+        return time ? std::optional(SecondsOfDay(*time)) : std::nullopt;
+    }
+    const auto day = ParseDate(text);
+    if (fFieldType->code == FieldType::kDaysSince)
+        return day ? std::optional(static_cast<double>(DaysSinceYear(*day, fFieldType->year))) : std::nullopt;
+    const auto moment = day ? day : ParseDateTime(text);
+    return moment ? std::optional(SecondsSinceYear(*moment, fFieldType->year)) : std::nullopt;
+}
+
+bool DictVar::IsRightText(std::string_view text) const {
+    if (!fFieldType || !fFieldType->IsCalendarText())
+        return true;
+    if (fFieldType->code == FieldType::kDate)
+        return ParseDate(text).has_value();
+    return fFieldType->code == FieldType::kTime ? ParseTimeOfDay(text).has_value() : ParseDateTime(text).has_value();
 }
 
 std::unique_ptr<ScoreValue> DictVar::MakeValue(std::string_view text) const {
     if (fType == kString)
-        return std::make_unique<StringValue>(std::string(text));
+        return IsRightText(text) ? std::make_unique<StringValue>(std::string(text)) : nullptr;
     const auto number = ParseText(text);
     return number ? std::make_unique<NumericValue>(*number) : nullptr;
 }
 
 bool DictVar::IsOfDataType(const ScoreValue& value) const {
     if (fType == kString)
-        return value.GetType() == ScoreValue::kString;
+        return value.GetType() == ScoreValue::kString &&
+               (!fFieldType || !fFieldType->IsCalendarText() || IsRightText(value.GetString()));
     const double number = value.GetDouble();
     return value.GetType() == ScoreValue::kNumeric && !std::isnan(number) &&
            (fType != kBoolean || number == 0.0 || number == 1.0);
@@ -216,7 +253,7 @@ bool DictVar::IsValid(const ScoreValue* value) const {
     if (value == fInvalidReplacement.get() || (fLow && value == &*fLow) || (fHigh && value == &*fHigh))
         return true;
     if (fTreatment == kAsIs)
-        return IsString() ? value->GetType() == ScoreValue::kString : value->GetType() == ScoreValue::kNumeric;
+        return IsString() ? IsOfDataType(*value) : value->GetType() == ScoreValue::kNumeric;
     return IsDeclaredValid(*value);
 }
 

@@ -1,6 +1,7 @@
 // The host's variable: a field of the data dictionary with its declared values and treatments.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,8 @@
 #include "host/ScoreMissingValueSet.h"
 
 namespace KwBrevix_930 {
+
+struct FieldType;
 
 class BREVIX_HOST_API DictVar : public ScoreDictVar {
 public:
@@ -42,6 +45,11 @@ public:
     ~DictVar() override;
 
     DataType GetDataType() const { return fType; }
+    /// The data type as the document names it, of which GetDataType tells the storage. A variable of date, time or
+    /// dateTime has texts that are such; one that counts days or seconds takes their ISO 8601 texts for numbers.
+    void SetFieldType(const FieldType& type);
+    /// Returns: null where only the storage is known; owned here.
+    const FieldType* GetFieldType() const { return fFieldType.get(); }
     void SetName(std::string name) { fName = std::move(name); }
     void SetKind(Kind kind) { fKind = kind; }
 
@@ -80,8 +88,8 @@ public:
     /// Returns: a text as a value of this variable: a number where the data type is one, for a boolean 1 or 0; null for
     /// a text that is none.
     std::unique_ptr<ScoreValue> MakeValue(std::string_view text) const;
-    /// Returns: the number that a text is under this variable's data type; of a boolean, true and false are 1 and 0,
-    /// and other numbers are none.
+    /// Returns: the number that a text is under this variable's data type; of a boolean, true and false, in
+    /// letters of either case, are 1 and 0, and other numbers are none.
     std::optional<double> ParseText(std::string_view text) const;
 
     /// Returns: whether the declaration allows a value, whatever the treatment.
@@ -106,6 +114,8 @@ public:
 
 private:
     bool IsOfDataType(const ScoreValue& value) const;
+    bool IsRightText(std::string_view text) const;
+    std::optional<double> ParseCount(std::string_view text) const;
     std::optional<int> FindText(const std::string& text) const;
     std::optional<int> FindNumber(double number) const;
     const ScoreValue* TreatOutlier(const ScoreValue& value) const;
@@ -115,6 +125,7 @@ private:
 
     std::string fName;
     DataType fType;
+    std::unique_ptr<const FieldType> fFieldType;
     Kind fKind;
     std::vector<ScoreCategory> fCategories;
     // By category index; shorter than the categories where the last ones declare none.

@@ -16,6 +16,7 @@
 #include "host/BaseTranslator.h"
 #include "host/DOMElemUtility.h"
 #include "host/PMMLModelTags.h"
+#include "host/transform/FieldType.h"
 
 namespace KwBrevix_930 {
 
@@ -170,14 +171,10 @@ DictVar::DataType ReadDataType(const DOMElemUtility& reader, const DOMElement& f
     if (isOldStyle && reader.HasAttribute(&field, Tags::XML_ATT_OPTYPE))
         return ReadKind(reader, field, DictVar::kString) == DictVar::kContinuous ? DictVar::kNumber : DictVar::kString;
     const std::string type = reader.GetAttributeToString(&field, Tags::XML_ATT_DATATYPE, true);
-    if (type == "integer" || type == "float" || type == "double" || type == "timeSeconds" ||
-        type.starts_with("dateDaysSince[") || type.starts_with("dateTimeSecondsSince["))
-        return DictVar::kNumber;
-    if (type == "boolean")
-        return DictVar::kBoolean;
-    if (type != "string" && type != "date" && type != "time" && type != "dateTime")
+    const auto fieldType = ParseFieldType(type);
+    if (!fieldType)
         RefuseValue(type, Tags::XML_ATT_DATATYPE, reader.GetElementName(&field).c_str());
-    return DictVar::kString;
+    return fieldType->GetStorage();
 }
 
 DictVar::Kind ReadKind(const DOMElemUtility& reader, const DOMElement& field, DictVar::DataType type) {
@@ -193,6 +190,8 @@ std::unique_ptr<DictVar> ReadField(const DOMElemUtility& reader, const DOMElemen
         RefuseValue(name, Tags::XML_ATT_NAME, Tags::XML_ELE_DATAFIELD);
     const DictVar::DataType type = ReadDataType(reader, field);
     auto variable = std::make_unique<DictVar>(name, type, ReadKind(reader, field, type));
+    if (const auto fieldType = ParseFieldType(reader.GetAttributeToString(&field, Tags::XML_ATT_DATATYPE, false)))
+        variable->SetFieldType(*fieldType);
     for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&field); child;
          child = BaseTranslator::GetNextSiblingElt(child)) {
         if (BaseTranslator::HasTag(child, Tags::XML_ELE_VALUE))

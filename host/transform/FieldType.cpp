@@ -59,6 +59,8 @@ std::optional<FieldType> ParseFieldType(std::string_view name) {
 
 FieldType TypeOf(const ScoreDictVar& variable) {
     const auto* known = dynamic_cast<const DictVar*>(&variable);
+    if (known && known->GetFieldType())
+        return *known->GetFieldType();
     if (known && known->GetDataType() == DictVar::kBoolean)
         return {FieldType::kBoolean};
     return {variable.IsString() ? FieldType::kString : FieldType::kDouble};

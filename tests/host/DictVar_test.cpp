@@ -9,6 +9,7 @@
 #include "host/DateTimeValue.h"
 #include "host/NumericValue.h"
 #include "host/StringValue.h"
+#include "host/transform/FieldType.h"
 #include "tests/host/ForeignDictVar.h"
 
 namespace {
@@ -180,7 +181,7 @@ TEST(DictVar, BooleanKnowsTrueAndFalseAsOneAndZero) {
     EXPECT_EQ(flag.ParseText("false"), 0.0);
     EXPECT_EQ(flag.ParseText("1"), 1.0);
     EXPECT_EQ(flag.ParseText("0.0"), 0.0);
-    for (const char* text : {"True", "yes", "2", "-1", "", "NaN"})
+    for (const char* text : {"yes", "2", "-1", "", "NaN"})
         EXPECT_EQ(flag.ParseText(text), std::nullopt) << text;
     flag.AddCategory("true");
     flag.AddCategory("false");
@@ -423,6 +424,65 @@ TEST(DictVar, CopyOfAForeignTextVariableFindsNamesAndValues) {
     EXPECT_EQ(IndexOf(*copy, StringValue("n")), 1);
     EXPECT_EQ(copy->GetCategoryIndex("Yes, please"), 0);
     EXPECT_EQ(DictVar::CopyOf(ForeignDictVar("open", true))->GetCategories(), nullptr);
+}
+
+struct CalendarRow {
+    const char* type;
+    const char* text;
+    bool isValid;
+    double number;  // of a type that counts
+};
+
+class CellOfACalendarType : public testing::TestWithParam<CalendarRow> {};
+
+TEST_P(CellOfACalendarType, IsReadByItsType) {
+    const CalendarRow& row = GetParam();
+    const auto type = KwBrevix_930::ParseFieldType(row.type);
+    ASSERT_TRUE(type);
+    DictVar variable("d", type->GetStorage(), ScoreDictVar::kOrdinal);
+    variable.SetFieldType(*type);
+    const DictVar copy(variable);
+    const auto value = copy.MakeValue(row.text);
+    EXPECT_EQ(value != nullptr, row.isValid);
+    EXPECT_EQ(variable.AddCategory(row.text), row.isValid);
+    const StringValue text(row.text);
+    if (variable.IsString()) {
+        EXPECT_EQ(IsValid(copy, text), row.isValid);
+        variable.SetInvalidTreatment(DictVar::kAsIs, nullptr);
+        EXPECT_EQ(IsValid(variable, text), row.isValid);
+    } else if (row.isValid) {
+        EXPECT_EQ(value->GetDouble(), row.number);
+        EXPECT_EQ(variable.GetCategories()->front().name, row.text);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    DictVar, CellOfACalendarType,
+    testing::Values(CalendarRow{"date", "2024-02-29", true, 0}, CalendarRow{"date", "2023-02-29", false, 0},
+                    CalendarRow{"date", "2023-13-01", false, 0}, CalendarRow{"date", "yesterday", false, 0},
+                    CalendarRow{"date", "2024-02-29T10:00:00", false, 0}, CalendarRow{"time", "23:59:59.5", true, 0},
+                    CalendarRow{"time", "24:30:00", false, 0}, CalendarRow{"time", "2024-02-29", false, 0},
+                    CalendarRow{"dateTime", "2024-02-29T23:59:59", true, 0},
+                    CalendarRow{"dateTime", "2024-02-30T00:00:00", false, 0},
+                    CalendarRow{"dateDaysSince[1970]", "1971-01-02", true, 366},
+                    CalendarRow{"dateDaysSince[1970]", "366.5", true, 366.5},
+                    CalendarRow{"dateDaysSince[1960]", "1959-12-31", true, -1},
+                    CalendarRow{"dateDaysSince[1980]", "1980-02-30", false, 0},
+                    CalendarRow{"dateDaysSince[1980]", "1980-02-29T01:00:00", false, 0},
+                    CalendarRow{"timeSeconds", "01:02:03.25", true, 3723.25},
+                    CalendarRow{"timeSeconds", "1:2", false, 0}, CalendarRow{"timeSeconds", "-5", true, -5},
+                    CalendarRow{"dateTimeSecondsSince[1980]", "1980-01-02T00:00:01", true, 86401},
+                    CalendarRow{"dateTimeSecondsSince[1960]", "1960-01-02", true, 86400},
+                    CalendarRow{"dateTimeSecondsSince[1960]", "noon", false, 0}));
+
+TEST(DictVar, TruthValuesAreReadInLettersOfEitherCase) {
+    const DictVar b("b", DictVar::kBoolean, ScoreDictVar::kCategorical);
+    for (const char* text : {"true", "True", "TRUE", "1", " 1 "})
+        EXPECT_EQ(b.ParseText(text), 1.0) << text;
+    for (const char* text : {"false", "False", "FALSE", "0", "0.0"})
+        EXPECT_EQ(b.ParseText(text), 0.0) << text;
+    for (const char* text : {"yes", "t", "truee", "", "2", "true "})
+        EXPECT_EQ(b.ParseText(text), std::nullopt) << text;
 }
 
 TEST(DictVar, DisplayNamesTheVariableWithoutALineEnd) {

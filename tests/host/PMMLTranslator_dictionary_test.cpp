@@ -209,6 +209,8 @@ TEST(ParseDictionary, RefusesTextsThatTheirAttributesDoNotKnow) {
         return ErrorOf([&] { ReadFields("<DataField name='x' " + attributes + ">" + content + "</DataField>"); });
     };
     ExpectError(field("dataType='complex'", ""), 260153, {"complex", "dataType", "DataField"});
+    ExpectError(field("dataType='dateDaysSince[x]'", ""), 260153, {"dateDaysSince[x]", "dataType", "DataField"});
+    ExpectError(field("dataType='date'", "<Value value='2023-02-30'/>"), 260153, {"2023-02-30", "value", "Value"});
     ExpectError(field("dataType=''", ""), 260153, {"", "dataType", "DataField"});
     ExpectError(field("dataType='double' optype='nominal'", ""), 260153, {"nominal", "optype", "DataField"});
     ExpectError(field("dataType='double'", "<Value value='1' property='odd'/>"), 260153, {"odd", "property", "Value"});
