@@ -181,10 +181,10 @@ private:
             const auto number = KwBrevix_930::ParseNumber(token);
             if (!number)
                 return false;
-            if (std::isnan(*number) || std::fabs(*number) >= 2147483648.0)
-                return true;
             index = *number;
         }
+        if (std::isnan(index) || std::fabs(index) >= 2147483648.0)
+            return true;
         const bool isNext =
             index > previous && index <= static_cast<double>(fColumnCount) && std::trunc(index) == index;
         previous = index;
