@@ -48,19 +48,21 @@ double Blas1::DNrm2(int n, double* x, int incx) {
     }
     double scale = 0.0;
     double sumOfSquares = 1.0;
-    strided_walk::Visit(n, incx, [&](std::ptrdiff_t i) {
-        if (x[i] != 0.0) {
-            const double magnitude = std::abs(x[i]);
-            if (magnitude > scale) {
-                const double ratio = scale / magnitude;
-                sumOfSquares = 1.0 + sumOfSquares * (ratio * ratio);
-                scale = magnitude;
-            } else {
-                const double ratio = magnitude / scale;
-                sumOfSquares += ratio * ratio;
-            }
+    for (int k = 0; k < n; ++k) {
+        const double element = x[std::ptrdiff_t{k} * incx];
+        if (element == 0.0) {
+            continue;
         }
-    });
+        const double magnitude = std::abs(element);
+        if (magnitude > scale) {
+            const double ratio = scale / magnitude;
+            sumOfSquares = 1.0 + sumOfSquares * (ratio * ratio);
+            scale = magnitude;
+        } else {
+            const double ratio = magnitude / scale;
+            sumOfSquares += ratio * ratio;
+        }
+    }
     return scale * std::sqrt(sumOfSquares);
 }
 
