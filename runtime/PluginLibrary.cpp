@@ -46,11 +46,23 @@ std::unique_ptr<KwBrevix_930::ScoreTranslator> PluginLibrary::makeTranslator() c
     return translator;
 }
 
+namespace {
+
+// The folder of the library that this code is in.
+std::filesystem::path findOwnFolder() {
+    static const char anchor = 0;
+    Dl_info info;
+    return dladdr(&anchor, &info) != 0 && info.dli_fname ? std::filesystem::path(info.dli_fname).parent_path()
+                                                         : std::filesystem::path();
+}
+
+}  // namespace
+
 std::string PluginLibrary::findDefault() {
     std::error_code ignored;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path();
     const std::vector<std::filesystem::path> folders = {program, program.parent_path() / "lib",
-                                                        program.parent_path() / BREVIX_INSTALL_LIBDIR,
+                                                        program.parent_path() / BREVIX_INSTALL_LIBDIR, findOwnFolder(),
                                                         BREVIX_INSTALL_FULL_LIBDIR};
     std::string places;
     for (const auto& folder : folders) {

@@ -21,8 +21,8 @@ public:
     /// Returns: a new translator, made by the plug-in.
     std::unique_ptr<KwBrevix_930::ScoreTranslator> makeTranslator() const;
 
-    /// Returns: where the plug-in is: beside the running program, in the lib folder beside the program's, or in the
-    /// install directory.
+    /// Returns: where the plug-in is: beside the running program, in the lib folder beside the program's, beside
+    /// this library, or in the install directory.
     /// Fails: Error that lists where it was looked for.
     static std::string findDefault();
 

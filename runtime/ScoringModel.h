@@ -37,7 +37,7 @@ struct ModelOptions {
     /// No confidence, probabilities, deviation or interval.
     bool predictsOnly = false;
     MissingPolicy missingPolicy = MissingPolicy::kUseReplacement;
-    /// The plug-in's path; empty: beside the program, then the install directory.
+    /// The plug-in's path; empty: beside the program, beside this library, or in the install directory.
     std::string plugin = {};
 };
 

@@ -16,5 +16,8 @@ else
     options+=(-DBREVIX_SOURCE="$place")
 fi
 cmake -S "$here/$how" -B "$work/build" "${options[@]}" >/dev/null
-cmake --build "$work/build" --target consumer
+cmake --build "$work/build" --target consumer embed_scoring
+embed=$(find "$work/build" -name embed_scoring -type f -perm -u+x)
+"$embed" "$here/../../examples/iris/model.pmml" "petal length (cm)=1.4" "petal width (cm)=0.2" \
+    "sepal length (cm)=5.1" "sepal width (cm)=3.5" | grep -x 'predicted_species = setosa'
 find "$work/build" -name consumer -type f -perm -u+x -exec {} \; | grep -x 'consumer works'
