@@ -119,7 +119,10 @@ FieldType TakeAsCommonType(FunctionCall& call, std::size_t first, bool forCompar
             const auto both = common ? CommonType(*common, type) : type;
             if (!both && !argument.GetLiteral())
                 Refuse(260106, Place(call, i), type.GetName(), common->GetName());
-            common = both ? both : common;
+            if (both)
+                common = both;
+            else if (untyped)
+                common = FieldType{FieldType::kString};
         }
     }
     FieldType type = common.value_or(FieldType{});

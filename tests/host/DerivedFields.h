@@ -13,11 +13,14 @@
 
 class DerivedFields {
 public:
-    /// fields: the content of the DataDictionary; derived: of the LocalTransformations; schema: of the MiningSchema.
+    /// fields: the content of the DataDictionary; derived: of the LocalTransformations; schema: of the MiningSchema;
+    /// common: of the TransformationDictionary, of which only the functions are read.
     DerivedFields(const std::string& fields, const std::string& derived, const std::string& schema = "",
-                  KwBrevix_930::CaseRecord::Access access = KwBrevix_930::CaseRecord::kByIndex) {
+                  KwBrevix_930::CaseRecord::Access access = KwBrevix_930::CaseRecord::kByIndex,
+                  const std::string& common = "") {
         const auto document = KwBrevix_930::DocumentParser().ParseText(
-            "<PMML><DataDictionary>" + fields + "</DataDictionary><SupportVectorMachineModel><MiningSchema>" + schema +
+            "<PMML><DataDictionary>" + fields + "</DataDictionary><TransformationDictionary>" + common +
+            "</TransformationDictionary><SupportVectorMachineModel><MiningSchema>" + schema +
             "</MiningSchema><LocalTransformations>" + derived +
             "</LocalTransformations></SupportVectorMachineModel></PMML>");
         const KwBrevix_930::BrevixTranscoder transcoder;
