@@ -75,4 +75,14 @@ TEST_P(ExporterModel, ScoresEveryRowAsItsTableExpects) {
 INSTANTIATE_TEST_SUITE_P(All, ExporterModel, testing::ValuesIn(exporter_models::kAll),
                          [](const auto& model) { return std::string(model.param); });
 
+class VerifiedModel : public CommandTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(VerifiedModel, GivesWhatItsOwnRecordsSay) {
+    const auto run = runBrevix({"verify", exporter_models::FolderOf(GetParam()) + "/model.pmml"});
+    EXPECT_EQ(run.exitCode, 0) << run.out << run.err;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, VerifiedModel, testing::Values("verified_classes", "verified_numbers"),
+                         [](const auto& model) { return std::string(model.param); });
+
 }  // namespace

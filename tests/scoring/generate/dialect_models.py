@@ -963,6 +963,22 @@ def targets():
     publish("targets_deviation", document("4.4", HAND, fields, svm), [each | {"y": "33.25"} for each in cases])
 
 
+def defaults():
+    """TargetValue with a defaultValue, for rows that cannot be scored because an input is missing."""
+    target = E("Target", {"field": "y", "optype": "continuous"}, E("TargetValue", {"defaultValue": 17.375}))
+    svm = Svm(
+        "regression",
+        [mining("y", "target"), mining("a"), mining("b", missingValueReplacement="0.5")],
+        targets=[target],
+        output=[output("prediction", data_type="double")],
+        **regression(191, ["a", "b"]),
+    )
+    fields = [continuous("y"), continuous("a"), continuous("b")]
+    publish(
+        "targets_default", document("4.4", HAND, fields, svm), grid(a=[*NUMBERS[::2], "", "x"], b=[*NUMBERS[1::3], ""])
+    )
+
+
 def displays():
     """TargetValue with displayValue, the names of categories as they are shown, probabilities and confidence."""
     vectors, terms, biases = invented(139, 2, 8, 3)
@@ -1107,6 +1123,7 @@ def main():
         conditions,
         tables,
         targets,
+        defaults,
         displays,
         verification,
     ):

@@ -373,7 +373,9 @@ class Inventor:
             self.whole: str(self.random.randint(-1, 4)),
             self.flag: self.random.choice(["true", "false"]),
             self.colour: self.random.choice(COLOURS[:3]),
-            self.day: "{}-{:02}-{:02}".format(*(self.random.randint(*each) for each in ((1890, 2100), (1, 12), (1, 28)))),
+            self.day: "{}-{:02}-{:02}".format(
+                *(self.random.randint(*each) for each in ((1890, 2100), (1, 12), (1, 28)))
+            ),
         }
         for name in row:
             if self.chance(0.06):

@@ -6,7 +6,8 @@
 A row is a dict of columns: `predicted_<target>`, `probability_<category>`, `confidence`, `stddev`, `ci_lower`,
 `ci_upper`, the names of the OutputFields, `status` (0, 90027 for an invalid input, 90029 for a missing one), and beside
 them `decision_<k>` and `scale_<k>` for each machine of the document: the scale is what a relative rounding error of the
-terms weighs. What the evaluator does not know it refuses with NotImplementedError.
+terms weighs. An invalid input counts where the row's computation reads it, not in a branch of an `if` that is not
+taken. What the evaluator does not know it refuses with NotImplementedError.
 """
 
 import math
@@ -463,13 +464,18 @@ class Document:
     def _score(self, cells, row):
         raw = {name: self.fields[name].value(cells.get(name, "")) for name in self.active}
         scope = Scope(dict(raw), self.derived, self.defined)
-        missing = self._target_value("defaultValue")
         try:
             x = [self._entry(column, scope) for column in self.columns]
         except RowError as error:
-            if error.args[0] != MISSING_STATUS or self.is_classification or missing is None:
+            if error.args[0] != MISSING_STATUS or not self._answer_by_default(row):
                 raise
-            raise NotImplementedError("a default for a missing prediction") from error
+        else:
+            self._decide(x, row)
+        self._write_outputs(cells, raw, scope, row)
+        row["status"] = 0
+        return row
+
+    def _decide(self, x, row):
         kernels = {name: self.kernel(x, vector) for name, vector in self.vectors.items()}
         decisions = [machine.decide(kernels) for machine in self.machines]
         for k, (value, size) in enumerate(decisions, 1):
@@ -478,9 +484,25 @@ class Document:
             self._classify([value for value, _ in decisions], row)
         else:
             self._regress(decisions[0], row)
-        self._write_outputs(cells, raw, scope, row)
-        row["status"] = 0
-        return row
+
+    def _answer_by_default(self, row):
+        """What the target says of a row that cannot be scored because an input is missing. Returns: whether it does."""
+        values = children(self.treatment, "TargetValue")
+        if self.is_classification:
+            priors = {each.get("value"): number(each, "priorProbability") for each in values}
+            if None in priors.values() or set(priors) != set(self.categories):
+                return False
+            row |= {f"probability_{each}": priors[each] for each in self.categories}
+            row |= {
+                "confidence": max(priors.values()),
+                f"predicted_{self.target}": max(self.categories, key=priors.get),
+            }
+            return True
+        default = next((each.get("defaultValue") for each in values if each.get("defaultValue") is not None), None)
+        if default is not None:
+            row[f"predicted_{self.target}"] = float(default)
+            row[f"scale_predicted_{self.target}"] = abs(float(default))
+        return default is not None
 
     def _entry(self, column, scope):
         if local(column) == "CategoricalPredictor":
@@ -526,9 +548,6 @@ class Document:
         return couple(r) if k > 2 else [r[0][1], 1 - r[0][1]]
 
     # -- Targets
-
-    def _target_value(self, name):
-        return next((each.get(name) for each in children(self.treatment, "TargetValue") if each.get(name)), None)
 
     def _rescaled(self, value):
         target = self.treatment

@@ -88,8 +88,6 @@ PLAIN = {
     "lessOrEqual": lambda a, b: a <= b,
     "greaterThan": lambda a, b: a > b,
     "greaterOrEqual": lambda a, b: a >= b,
-    "and": lambda *each: all(each),
-    "or": lambda *each: any(each),
     "not": lambda a: not a,
     "isIn": lambda a, *each: any(_same(a, b) for b in each),
     "isNotIn": lambda a, *each: not any(_same(a, b) for b in each),
@@ -117,20 +115,34 @@ AGGREGATES = {
     "product": math.prod,
 }
 
+
+def _all(*each):
+    """Kleene's: false wins over missing, missing over true."""
+    return False if False in each else None if None in each else True
+
+
+def _any(*each):
+    return True if True in each else None if None in each else False
+
+
 SEES_MISSING = {
+    "and": _all,
+    "or": _any,
     "isMissing": lambda a: a is None,
     "isNotMissing": lambda a: a is not None,
     "isValid": lambda a: a is not None and a is not INVALID,
     "isNotValid": lambda a: a is None or a is INVALID,
 }
 
+SEES_INVALID = ("isMissing", "isNotMissing", "isValid", "isNotValid")
+
 
 def apply(name, arguments):
     """The result of a built-in function other than `if`; KeyError for an unknown name."""
+    if INVALID in arguments and name not in SEES_INVALID:
+        return INVALID
     if name in SEES_MISSING:
         return SEES_MISSING[name](*arguments)
-    if INVALID in arguments:
-        return INVALID
     if name in AGGREGATES:
         present = [value for value in arguments if value is not None]
         return _guarded(AGGREGATES[name])(present) if present else None
