@@ -38,7 +38,7 @@ DictVar::DataType FieldType::GetStorage() const {
 std::string FieldType::GetName() const {
     std::string name(kNames[code]);
     if (CountsFromYear(code))
-        name += "[" + std::to_string(year) + "]";
+        name.append("[").append(std::to_string(year)).append("]");
     return name;
 }
 

@@ -111,7 +111,7 @@ std::string NumberFormat::Digits(double size) const {
     if (digits.size() < fewest)
         digits.insert(0, fewest - digits.size(), '0');
     if (fHasPrefix && fConversion == 'o' && !digits.starts_with('0'))
-        digits.insert(0, "0");
+        digits.insert(digits.begin(), '0');
     return fConversion == 'X' ? UpperAscii(std::move(digits)) : digits;
 }
 
@@ -124,9 +124,11 @@ std::optional<std::string> NumberFormat::Format(double number) const {
         return std::nullopt;
     // A whole number has no negative zero.
     const bool isNegative = isWhole ? number < 0.0 : std::signbit(number);
-    std::string head = isNegative ? "-" : "";
-    if (!isNegative && !isUnsigned)
-        head = fHasPlus ? "+" : fHasBlank ? " " : "";
+    std::string head;
+    if (isNegative)
+        head += '-';
+    else if (!isUnsigned && (fHasPlus || fHasBlank))
+        head += fHasPlus ? '+' : ' ';
     if (fHasPrefix && fConversion != 'o' && number != 0.0)
         head += fConversion == 'X' ? "0X" : "0x";
     const std::string digits = Digits(std::fabs(number));
