@@ -7,6 +7,7 @@
 
 #include "numerics/blas1/Blas1.h"
 #include "numerics/linpack/column_views.h"
+#include "numerics/linpack/inner_products.h"
 #include "numerics/linpack/lu_steps.h"
 
 namespace KwMath_930 {
@@ -87,7 +88,7 @@ int Linpack::Dgbfa(double* abd, int lda, int n, int ml, int mu, int* ipvt) {
         for (int j = k + 1; j < last; ++j) {
             double* column = columns.Column(j);
             std::swap(column[k], column[ipvt[k] - 1]);
-            Blas1::Daxpy(count, column[k], multipliers, 1, column + k + 1, 1);
+            linpack::AddScaled(count, column[k], multipliers, column + k + 1);
         }
     }
     return info;

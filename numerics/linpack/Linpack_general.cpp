@@ -60,7 +60,7 @@ private:
             factors[c] = step[start + c] == 0.0 ? 0.0 : column[start + c];
             multipliers[c] = step + start + count;
             allCount = allCount && factors[c] != 0.0;
-            Blas1::Daxpy(count - 1 - c, factors[c], step + start + c + 1, 1, column + start + c + 1, 1);
+            linpack::AddScaled(count - 1 - c, factors[c], step + start + c + 1, column + start + c + 1);
         }
         const int end = start + count;
         if (allCount) {
@@ -68,7 +68,7 @@ private:
             return;
         }
         for (int c = 0; c < count; ++c) {
-            Blas1::Daxpy(fN - end, factors[c], fA.Column(start + c) + end, 1, column + end, 1);
+            linpack::AddScaled(fN - end, factors[c], fA.Column(start + c) + end, column + end);
         }
     }
 
@@ -112,7 +112,7 @@ void MultiplyByInverseOfLower(DenseColumns a, int n, const int* ipvt, double* wo
             column[i] = 0.0;
         }
         for (int j = k + 1; j < n; ++j) {
-            Blas1::Daxpy(n, work[j], a.Column(j), 1, column, 1);
+            linpack::AddScaled(n, work[j], a.Column(j), column);
         }
         if (ipvt[k] != k + 1) {
             Blas1::DSwap(n, column, 1, a.Column(ipvt[k] - 1), 1);

@@ -85,7 +85,7 @@ void EliminateWithOne(Columns a, int k) {
     double* pivot = a.Column(k);
     for (int j = k - 1; j >= 0; --j) {
         const double multiplier = -pivot[j] / pivot[k];
-        Blas1::Daxpy(j + 1, multiplier, pivot, 1, a.Column(j), 1);
+        linpack::AddScaled(j + 1, multiplier, pivot, a.Column(j));
         pivot[j] = multiplier;
     }
 }
@@ -103,8 +103,8 @@ void EliminateWithTwo(Columns a, int k) {
         const double bkm1 = first[j] / beside;
         const double secondMultiplier = (akm1 * bk - bkm1) / denominator;
         const double firstMultiplier = (ak * bkm1 - bk) / denominator;
-        Blas1::Daxpy(j + 1, secondMultiplier, second, 1, a.Column(j), 1);
-        Blas1::Daxpy(j + 1, firstMultiplier, first, 1, a.Column(j), 1);
+        linpack::AddScaled(j + 1, secondMultiplier, second, a.Column(j));
+        linpack::AddScaled(j + 1, firstMultiplier, first, a.Column(j));
         second[j] = secondMultiplier;
         first[j] = firstMultiplier;
     }
@@ -184,11 +184,11 @@ void SolveUpperAndBlocks(Columns a, int n, const int* kpvt, double* x, Divide di
     for (int k = n - 1; k >= 0; k -= order) {
         order = OrderOfBlock(kpvt, k);
         std::swap(x[k + 1 - order], x[ExchangedWith(kpvt, k)]);
-        Blas1::Daxpy(k + 1 - order, x[k], a.Column(k), 1, x, 1);
+        linpack::AddScaled(k + 1 - order, x[k], a.Column(k), x);
         if (order == 1) {
             divide(k);
         } else {
-            Blas1::Daxpy(k - 1, x[k - 1], a.Column(k - 1), 1, x, 1);
+            linpack::AddScaled(k - 1, x[k - 1], a.Column(k - 1), x);
             SolveBlock(a, k, x);
         }
     }
@@ -236,12 +236,12 @@ void SolveForGrowthByBlocks(Columns a, int n, const int* kpvt, double* z) {
         order = OrderOfBlock(kpvt, k);
         std::swap(z[k + 1 - order], z[ExchangedWith(kpvt, k)]);
         Grow(e, z[k]);
-        Blas1::Daxpy(k + 1 - order, z[k], a.Column(k), 1, z, 1);
+        linpack::AddScaled(k + 1 - order, z[k], a.Column(k), z);
         if (order == 1) {
             e *= linpack::DivideSafely(a.Column(k)[k], k, n, z);
         } else {
             Grow(e, z[k - 1]);
-            Blas1::Daxpy(k - 1, z[k - 1], a.Column(k - 1), 1, z, 1);
+            linpack::AddScaled(k - 1, z[k - 1], a.Column(k - 1), z);
             SolveBlock(a, k, z);
         }
     }
@@ -292,7 +292,7 @@ double MultiplyByInverse(Columns a, int k, double* column, double* work) {
     for (int j = 0; j < k; ++j) {
         double* inverse = a.Column(j);
         column[j] = linpack::Dot(j + 1, inverse, work);
-        Blas1::Daxpy(j, work[j], inverse, 1, column, 1);
+        linpack::AddScaled(j, work[j], inverse, column);
     }
     return linpack::Dot(k, work, column);
 }

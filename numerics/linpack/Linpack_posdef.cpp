@@ -9,6 +9,7 @@
 #include "numerics/linpack/column_views.h"
 #include "numerics/linpack/condition_steps.h"
 #include "numerics/linpack/inner_products.h"
+#include "numerics/linpack/triangle_solves.h"
 #include "numerics/linpack/upper_inverse.h"
 
 namespace KwMath_930 {
@@ -20,40 +21,139 @@ using linpack::DenseColumns;
 using linpack::Dot;
 using linpack::PackedColumns;
 
-// b[k] for k = first .. last-1 := inverse of R^T times b, where row k of R^T is column k of R from its first row.
-template <class Columns>
-void SolveTransposedFactor(Columns r, int first, int last, double* b) {
-    for (int k = first; k < last; ++k) {
-        const double* column = r.Column(k);
-        const int start = r.FirstRow(k) > first ? r.FirstRow(k) : first;
-        b[k] = (b[k] - Dot(k - start, column + start, b + start)) / column[k];
-    }
-}
+// ---- Factorisation: row k of a column is (its element - the products above) / R(k, k). Four columns go together, side
+// by side in a buffer, so that their divisions do not wait for each other; what comes after the first minor that is not
+// positive is never written back.
+
+constexpr int kPanel = 4;
+constexpr int kPanelRows = 1024;
 
 template <class Columns>
-int Factor(Columns a, int n) {
-    for (int j = 0; j < n; ++j) {
-        double* column = a.Column(j);
-        const int first = a.FirstRow(j);
-        SolveTransposedFactor(a, first, j, column);
-        const double rest = column[j] - Dot(j - first, column + first, column + first);
+class Panel {
+public:
+    /// Columns start .. start+3 of a, of which the ones before are factored.
+    Panel(Columns a, int start) : fA(a), fStart(start), fFirst(a.FirstRow(start)) {}
+
+    /// True when there are as many columns and the buffer holds their rows.
+    static bool Fits(Columns a, int start, int n) {
+        return start + kPanel <= n && start + kPanel - a.FirstRow(start) <= kPanelRows;
+    }
+
+    // Returns: as Factor.
+    int Factor() {
+        Gather();
+        SolveAbove();
+        double gram[kPanel * kPanel];
+        linpack::GramRows(fStart - fFirst, Row(fFirst), gram);
+        for (int c = 0; c < kPanel; ++c) {
+            const bool isPositive = FinishColumn(c, gram);
+            Scatter(c, isPositive);
+            if (!isPositive) {
+                return fStart + c + 1;
+            }
+        }
+        return 0;
+    }
+
+private:
+    double* Row(int i) { return fRows + (i - fFirst) * kPanel; }
+
+    void Gather() {
+        for (int c = 0; c < kPanel; ++c) {
+            const double* column = fA.Column(fStart + c);
+            const int first = fA.FirstRow(fStart + c);
+            for (int i = fFirst; i < fStart + kPanel; ++i) {
+                Row(i)[c] = i >= first && i <= fStart + c ? column[i] : 0.0;
+            }
+        }
+    }
+
+    void SolveAbove() {
+        for (int k = fFirst; k < fStart; ++k) {
+            linpack::SolveRow(k - fFirst, fA.Column(k) + fFirst, Row(fFirst));
+        }
+    }
+
+    // The rows of the panel's own triangle.
+    // Returns: false when what is left of the diagonal element is not positive; it then stays.
+    bool FinishColumn(int c, const double* gram) {
+        double squares = gram[c * kPanel + c];
+        for (int d = 0; d < c; ++d) {
+            double* row = Row(fStart + d);
+            double sum = gram[d * kPanel + c];
+            for (int i = 0; i < d; ++i) {
+                sum += Row(fStart + i)[d] * Row(fStart + i)[c];
+            }
+            row[c] = (row[c] - sum) / row[d];
+            squares += row[c] * row[c];
+        }
+        double& diagonal = Row(fStart + c)[c];
+        const double rest = diagonal - squares;
         if (rest <= 0.0) {
+            return false;
+        }
+        diagonal = std::sqrt(rest);
+        return true;
+    }
+
+    void Scatter(int c, bool withDiagonal) {
+        double* column = fA.Column(fStart + c);
+        for (int i = fA.FirstRow(fStart + c); i < fStart + c + (withDiagonal ? 1 : 0); ++i) {
+            column[i] = Row(i)[c];
+        }
+    }
+
+    Columns fA;
+    int fStart;
+    int fFirst;
+    double fRows[kPanelRows * kPanel];
+};
+
+// Column j alone.
+// Returns: false when what is left of the diagonal element is not positive.
+template <class Columns>
+bool FactorColumn(Columns a, int j) {
+    double* column = a.Column(j);
+    const int first = a.FirstRow(j);
+    double squares = 0.0;
+    for (int k = first; k < j; ++k) {
+        const double* factor = a.Column(k);
+        column[k] = (column[k] - Dot(k - first, factor + first, column + first)) / factor[k];
+        squares += column[k] * column[k];
+    }
+    const double rest = column[j] - squares;
+    if (rest <= 0.0) {
+        return false;
+    }
+    column[j] = std::sqrt(rest);
+    return true;
+}
+
+// Returns: 0, or the order of the first leading minor that is not positive definite.
+template <class Columns>
+int Factor(Columns a, int n) {
+    // In a narrower band each column has little but the division that waits for the column before.
+    constexpr int kWorthPanels = 6;
+    const bool isWide = n > 0 && (a.FirstRow(n - 1) == 0 || n - 1 - a.FirstRow(n - 1) >= kWorthPanels);
+    int j = 0;
+    for (; isWide && Panel<Columns>::Fits(a, j, n); j += kPanel) {
+        const int info = Panel<Columns>(a, j).Factor();
+        if (info != 0) {
+            return info;
+        }
+    }
+    for (; j < n; ++j) {
+        if (!FactorColumn(a, j)) {
             return j + 1;
         }
-        column[j] = std::sqrt(rest);
     }
     return 0;
 }
 
 template <class Columns>
 void Solve(Columns r, int n, double* b) {
-    SolveTransposedFactor(r, 0, n, b);
-    for (int k = n - 1; k >= 0; --k) {
-        double* column = r.Column(k);
-        const int first = r.FirstRow(k);
-        b[k] /= column[k];
-        Blas1::Daxpy(k - first, -b[k], column + first, 1, b + first, 1);
-    }
+    linpack::SolveTransposedUpper(r, 0, n, b);
+    linpack::SolveUpper(r, n, b);
 }
 
 // Factors and estimates; rowEnd(k) is the end of row k of R. Deliberate: 0 for a matrix that is not positive definite.
@@ -96,7 +196,7 @@ void Invert(Columns r, int n) {
     for (int j = 0; j < n; ++j) {
         double* column = r.Column(j);
         for (int k = 0; k < j; ++k) {
-            Blas1::Daxpy(k + 1, column[k], column, 1, r.Column(k), 1);
+            linpack::AddScaled(k + 1, column[k], column, r.Column(k));
         }
         Blas1::DScal(j + 1, column[j], column, 1);
     }

@@ -9,6 +9,7 @@
 #include "numerics/blas1/Blas1.h"
 #include "numerics/linpack/column_views.h"
 #include "numerics/linpack/householder.h"
+#include "numerics/linpack/inner_products.h"
 #include "numerics/linpack/rearrange.h"
 
 namespace KwMath_930 {
@@ -107,7 +108,7 @@ int SolveTriangle(DenseColumns x, int k, double* b) {
             return j + 1;
         }
         b[j] /= column[j];
-        Blas1::Daxpy(j, -b[j], column, 1, b, 1);
+        linpack::AddScaled(j, -b[j], column, b);
     }
     return 0;
 }

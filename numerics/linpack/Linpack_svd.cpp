@@ -10,6 +10,7 @@
 #include "numerics/blas1/Blas1.h"
 #include "numerics/linpack/column_views.h"
 #include "numerics/linpack/householder.h"
+#include "numerics/linpack/inner_products.h"
 
 namespace KwMath_930 {
 
@@ -72,11 +73,19 @@ void TakeRightStep(const Decomposition& d, int l) {
     if (below > 0 && d.e[l] != 0.0) {
         double* sum = d.work + l + 1;
         std::fill(sum, sum + below, 0.0);
-        for (int j = l + 1; j < d.p; ++j) {
-            Blas1::Daxpy(below, d.e[j], d.x.Column(j) + l + 1, 1, sum, 1);
+        int j = l + 1;
+        for (; j + 4 <= d.p; j += 4) {
+            const double* columns[4];
+            for (int c = 0; c < 4; ++c) {
+                columns[c] = d.x.Column(j + c) + l + 1;
+            }
+            linpack::AddFour(below, d.e + j, columns, sum);
         }
-        for (int j = l + 1; j < d.p; ++j) {
-            Blas1::Daxpy(below, -d.e[j] / rows[0], sum, 1, d.x.Column(j) + l + 1, 1);
+        for (; j < d.p; ++j) {
+            linpack::AddScaled(below, d.e[j], d.x.Column(j) + l + 1, sum);
+        }
+        for (j = l + 1; j < d.p; ++j) {
+            linpack::AddScaled(below, -d.e[j] / rows[0], sum, d.x.Column(j) + l + 1);
         }
     }
     if (d.wantV) {
@@ -146,6 +155,20 @@ void MakeV(const Decomposition& d) {
 }
 
 // ---- Sweeps over the bidiagonal matrix
+
+// The rotation that turns (a, b) into (r, 0), as DRotG chooses it; a becomes r. Without scaling where that is safe.
+void MakeRotation(double& a, double b, double& c, double& s) {
+    const double sum = a * a + b * b;
+    if (!(sum > linpack::kSmallestSafeSum && sum < linpack::kLargestSafeSum)) {
+        Blas1::DRotG(&a, &b, &c, &s);
+        return;
+    }
+    const double larger = std::abs(a) > std::abs(b) ? a : b;
+    const double r = std::copysign(std::sqrt(sum), larger);
+    c = a / r;
+    s = b / r;
+    a = r;
+}
 
 class Sweeps {
 public:
@@ -228,7 +251,8 @@ private:
     }
 
     // The last s is zero: rotates the e above it away.
-    // Returns: false when that e is zero already. It then was not negligible beside a NaN and will not be the next time;
+    // Returns: false when that e is zero already. It then was not negligible beside a NaN and will not be the next
+    // time;
     //          such a step counts as a sweep, so that the limit ends it.
     bool DeflateLast() const {
         const int last = fM - 1;
@@ -238,7 +262,7 @@ private:
         for (int k = last - 1; k >= fL; --k) {
             double c = 0.0;
             double sn = 0.0;
-            Blas1::DRotG(&fD.s[k], &f, &c, &sn);
+            MakeRotation(fD.s[k], f, c, sn);
             if (k != fL) {
                 f = -sn * fD.e[k - 1];
                 fD.e[k - 1] = c * fD.e[k - 1];
@@ -257,7 +281,7 @@ private:
         for (int k = fL; k < fM; ++k) {
             double c = 0.0;
             double sn = 0.0;
-            Blas1::DRotG(&fD.s[k], &f, &c, &sn);
+            MakeRotation(fD.s[k], f, c, sn);
             f = -sn * fD.e[k];
             fD.e[k] = c * fD.e[k];
             RotateU(k, fL - 1, c, sn);
@@ -299,7 +323,7 @@ private:
         for (int k = fL; k < fM - 1; ++k) {
             double c = 0.0;
             double sn = 0.0;
-            Blas1::DRotG(&f, &g, &c, &sn);
+            MakeRotation(f, g, c, sn);
             if (k != fL) {
                 e[k - 1] = f;
             }
@@ -308,7 +332,7 @@ private:
             g = sn * s[k + 1];
             s[k + 1] = c * s[k + 1];
             RotateV(k, k + 1, c, sn);
-            Blas1::DRotG(&f, &g, &c, &sn);
+            MakeRotation(f, g, c, sn);
             s[k] = f;
             f = c * e[k] + sn * s[k + 1];
             s[k + 1] = -sn * e[k] + c * s[k + 1];

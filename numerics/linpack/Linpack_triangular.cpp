@@ -8,6 +8,7 @@
 #include "numerics/linpack/column_views.h"
 #include "numerics/linpack/condition_steps.h"
 #include "numerics/linpack/inner_products.h"
+#include "numerics/linpack/triangle_solves.h"
 #include "numerics/linpack/upper_inverse.h"
 
 namespace KwMath_930 {
@@ -31,7 +32,7 @@ void SolveLowerSafely(DenseColumns t, int n, double* z, double& yNorm) {
     for (int k = 0; k < n; ++k) {
         double* column = t.Column(k);
         yNorm *= linpack::DivideSafely(column[k], k, n, z);
-        Blas1::Daxpy(n - 1 - k, -z[k], column + k + 1, 1, z + k + 1, 1);
+        linpack::AddScaled(n - 1 - k, -z[k], column + k + 1, z + k + 1);
     }
     yNorm *= linpack::Normalise(n, z);
 }
@@ -40,15 +41,7 @@ void SolveLower(DenseColumns t, int n, double* b) {
     for (int j = 0; j < n; ++j) {
         double* column = t.Column(j);
         b[j] /= column[j];
-        Blas1::Daxpy(n - 1 - j, -b[j], column + j + 1, 1, b + j + 1, 1);
-    }
-}
-
-void SolveUpper(DenseColumns t, int n, double* b) {
-    for (int j = n - 1; j >= 0; --j) {
-        double* column = t.Column(j);
-        b[j] /= column[j];
-        Blas1::Daxpy(j, -b[j], column, 1, b, 1);
+        linpack::AddScaled(n - 1 - j, -b[j], column + j + 1, b + j + 1);
     }
 }
 
@@ -56,13 +49,6 @@ void SolveTransposedLower(DenseColumns t, int n, double* b) {
     for (int j = n - 1; j >= 0; --j) {
         const double* column = t.Column(j);
         b[j] = (b[j] - Dot(n - 1 - j, column + j + 1, b + j + 1)) / column[j];
-    }
-}
-
-void SolveTransposedUpper(DenseColumns t, int n, double* b) {
-    for (int j = 0; j < n; ++j) {
-        const double* column = t.Column(j);
-        b[j] = (b[j] - Dot(j, column, b)) / column[j];
     }
 }
 
@@ -79,7 +65,7 @@ int InvertLower(DenseColumns t, int n) {
             double* column = t.Column(j);
             const double factor = column[k];
             column[k] = 0.0;
-            Blas1::Daxpy(n - k, factor, pivotColumn + k, 1, column + k, 1);
+            linpack::AddScaled(n - k, factor, pivotColumn + k, column + k);
         }
     }
     return 0;
@@ -116,9 +102,9 @@ int Linpack::Dtrsl(double* t, int ldt, int n, double* b, int job) {
     const bool upper = job % 10 != 0;
     const bool transposed = job % 100 / 10 != 0;
     if (transposed) {
-        upper ? SolveTransposedUpper(columns, n, b) : SolveTransposedLower(columns, n, b);
+        upper ? linpack::SolveTransposedUpper(columns, 0, n, b) : SolveTransposedLower(columns, n, b);
     } else {
-        upper ? SolveUpper(columns, n, b) : SolveLower(columns, n, b);
+        upper ? linpack::SolveUpper(columns, n, b) : SolveLower(columns, n, b);
     }
     return 0;
 }

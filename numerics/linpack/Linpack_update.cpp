@@ -57,7 +57,7 @@ void EliminateRow(DenseColumns a, int p, int k, double* work) {
         double* column = a.Column(j);
         column[k] /= work[k];
         work[j] = column[k];
-        Blas1::Daxpy(j - k, -column[k], work + k + 1, 1, column + k + 1, 1);
+        linpack::AddScaled(j - k, -column[k], work + k + 1, column + k + 1);
     }
 }
 

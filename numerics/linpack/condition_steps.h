@@ -105,7 +105,7 @@ void SolveUpperSafely(Columns u, int n, double* z, double& yNorm) {
         double* column = u.Column(k);
         const int first = u.FirstRow(k);
         yNorm *= DivideSafely(column[k], k, n, z);
-        Blas1::Daxpy(k - first, -z[k], column + first, 1, z + first, 1);
+        AddScaled(k - first, -z[k], column + first, z + first);
     }
     yNorm *= Normalise(n, z);
 }

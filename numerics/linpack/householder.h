@@ -10,12 +10,14 @@
 
 namespace KwMath_930::linpack {
 
+/// A plain sum of squares between these has lost nothing to the range of double.
+constexpr double kSmallestSafeSum = 1e-280;
+constexpr double kLargestSafeSum = 1e280;
+
 /// Returns: the Euclidean norm; by a plain sum of squares where that is safe, else by the scaled one.
 inline double Norm(int n, double* x) {
-    constexpr double kSmallest = 1e-280;
-    constexpr double kLargest = 1e280;
     const double sum = Dot(n, x, x);
-    if (sum > kSmallest && sum < kLargest) {
+    if (sum > kSmallestSafeSum && sum < kLargestSafeSum) {
         return std::sqrt(sum);
     }
     return Blas1::DNrm2(n, x, 1);
@@ -38,7 +40,7 @@ inline double MakeHouseholder(int n, double* x) {
 
 /// y := the transformation of y.
 inline void Reflect(int n, double* u, double* y) {
-    Blas1::Daxpy(n, -Dot(n, u, y) / u[0], u, 1, y, 1);
+    AddScaled(n, -Dot(n, u, y) / u[0], u, y);
 }
 
 }  // namespace KwMath_930::linpack

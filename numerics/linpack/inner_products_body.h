@@ -57,6 +57,21 @@ double DotLoop(std::ptrdiff_t n, const double* x, const double* y) {
     return sum;
 }
 
+void AddScaledLoop(std::ptrdiff_t n, double factor, const double* x, double* y) {
+    std::ptrdiff_t i = 0;
+    for (; n - i >= kPack; i += kPack) {
+        Pack a;
+        Pack sum;
+        Load(x + i, a);
+        Load(y + i, sum);
+        sum += factor * a;
+        Store(sum, y + i);
+    }
+    for (; i < n; ++i) {
+        y[i] += factor * x[i];
+    }
+}
+
 void DotFourLoop(std::ptrdiff_t n, const double* const* x, const double* y, double* sums) {
     const double* x0 = x[0];
     const double* x1 = x[1];
@@ -110,8 +125,48 @@ void AddFourLoop(std::ptrdiff_t n, const double* factors, const double* const* x
     }
 }
 
+inline void AddMultiple(double factor, const double* row, Pack& sum) {
+    Pack a;
+    Load(row, a);
+    sum += factor * a;
+}
+
+void SolveRowLoop(std::ptrdiff_t n, const double* x, double* rows) {
+    Pack s[4] = {};
+    std::ptrdiff_t i = 0;
+    for (; n - i >= 4; i += 4) {
+        const double* four = rows + i * kPack;
+        AddMultiple(x[i], four, s[0]);
+        AddMultiple(x[i + 1], four + kPack, s[1]);
+        AddMultiple(x[i + 2], four + 2 * kPack, s[2]);
+        AddMultiple(x[i + 3], four + 3 * kPack, s[3]);
+    }
+    // The last rows come last: they are the ones that the caller has just made.
+    Pack all = (s[0] + s[1]) + (s[2] + s[3]);
+    for (; i < n; ++i) {
+        AddMultiple(x[i], rows + i * kPack, all);
+    }
+    Pack row;
+    Load(rows + n * kPack, row);
+    Store((row - all) / x[n], rows + n * kPack);
+}
+
+void GramRowsLoop(std::ptrdiff_t n, const double* rows, double* gram) {
+    Pack s[4] = {};
+    for (std::ptrdiff_t i = 0; i < n; ++i) {
+        const double* row = rows + i * kPack;
+        AddMultiple(row[0], row, s[0]);
+        AddMultiple(row[1], row, s[1]);
+        AddMultiple(row[2], row, s[2]);
+        AddMultiple(row[3], row, s[3]);
+    }
+    for (int c = 0; c < 4; ++c) {
+        Store(s[c], gram + c * kPack);
+    }
+}
+
 constexpr InnerLoops Table(const char* name) {
-    return {name, DotLoop, DotFourLoop, AddFourLoop};
+    return {name, DotLoop, AddScaledLoop, DotFourLoop, AddFourLoop, SolveRowLoop, GramRowsLoop};
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "numerics/linpack/ScaledProduct.h"
 #include "numerics/linpack/condition_steps.h"
 #include "numerics/linpack/inner_products.h"
+#include "numerics/linpack/triangle_solves.h"
 
 namespace KwMath_930::linpack {
 
@@ -22,23 +23,14 @@ public:
     void Solve(double* b) const {
         for (int k = 0; k < fN - 1; ++k) {
             ExchangePivot(k, b);
-            Blas1::Daxpy(Below(k), b[k], fA.Column(k) + k + 1, 1, b + k + 1, 1);
+            AddScaled(Below(k), b[k], fA.Column(k) + k + 1, b + k + 1);
         }
-        for (int k = fN - 1; k >= 0; --k) {
-            double* column = fA.Column(k);
-            const int first = fA.FirstRow(k);
-            b[k] /= column[k];
-            Blas1::Daxpy(k - first, -b[k], column + first, 1, b + first, 1);
-        }
+        SolveUpper(fA, fN, b);
     }
 
     /// b := inverse of A^T times b.
     void SolveTransposed(double* b) const {
-        for (int k = 0; k < fN; ++k) {
-            const double* column = fA.Column(k);
-            const int first = fA.FirstRow(k);
-            b[k] = (b[k] - Dot(k - first, column + first, b + first)) / column[k];
-        }
+        SolveTransposedUpper(fA, 0, fN, b);
         for (int k = fN - 2; k >= 0; --k) {
             b[k] += Dot(Below(k), fA.Column(k) + k + 1, b + k + 1);
             ExchangePivot(k, b);
@@ -63,7 +55,7 @@ public:
         double yNorm = 1.0;
         for (int k = 0; k < fN; ++k) {
             ExchangePivot(k, z);
-            Blas1::Daxpy(Below(k), z[k], fA.Column(k) + k + 1, 1, z + k + 1, 1);
+            AddScaled(Below(k), z[k], fA.Column(k) + k + 1, z + k + 1);
             yNorm *= ShrinkTo(1.0, k, fN, z);
         }
         yNorm *= Normalise(fN, z);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "numerics/blas1/Blas1.h"
+#include "numerics/linpack/inner_products.h"
 
 namespace KwMath_930::linpack {
 
@@ -20,7 +21,7 @@ int InvertUpper(Columns r, int n, bool stopAtZero) {
             double* column = r.Column(j);
             const double factor = column[k];
             column[k] = 0.0;
-            Blas1::Daxpy(k + 1, factor, pivotColumn, 1, column, 1);
+            AddScaled(k + 1, factor, pivotColumn, column);
         }
     }
     return 0;
