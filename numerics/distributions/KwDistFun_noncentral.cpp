@@ -1,0 +1,142 @@
+// The non-central distributions and the searches for a non-centrality. Test: KwDistFun_noncentral_test.cpp.
+#include "numerics/distributions/KwDistFun.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "numerics/distributions/detail/checks.h"
+#include "numerics/distributions/detail/noncentral.h"
+#include "numerics/distributions/detail/search.h"
+#include "numerics/distributions/detail/t_and_f.h"
+
+namespace KwMath_930 {
+
+using detail::Fail;
+using detail::FiniteOrMissing;
+using detail::IsPositive;
+using detail::kMostNoncentrality;
+using detail::kMostNoncentralityT;
+using detail::Missing;
+using detail::NoncentralBeta;
+using detail::NoncentralGamma;
+using detail::NoncentralT;
+using detail::NoncentralTDensity;
+using detail::PointOfF;
+using detail::ProbabilityOrMissing;
+using detail::SearchIncreasing;
+using detail::UnitPoint;
+
+namespace {
+
+bool IsNoncentrality(double nc) {
+    return nc >= 0.0 && nc <= kMostNoncentrality;
+}
+
+bool IsOpenProbability(double p) {
+    return p > 0.0 && p < 1.0;
+}
+
+// The search over nc >= 0 for a distribution function that falls with nc: the complement rises.
+template <class Cdf>
+double SearchNoncentrality(const Cdf& cdf, double p, double start, double least, double most, double tol) {
+    return SearchIncreasing([&](double minus) { return cdf(-minus); }, p, -start, std::max(1.0, 0.25 * std::abs(start)),
+                            -most, -least, tol);
+}
+
+}  // namespace
+
+double KwDistFun::ncdbet(const double& x, const double& a, const double& b, const double& nc, long& ier) {
+    ier = 0;
+    if (!IsPositive(a) || !IsPositive(b) || !IsNoncentrality(nc) || std::isnan(x)) {
+        return Fail(ier, 1);
+    }
+    if (x <= 0.0 || x >= 1.0) {
+        return x > 0.0 ? 1.0 : 0.0;
+    }
+    if (nc == 0.0) {
+        return cdfbet(x, a, b, ier);
+    }
+    return ProbabilityOrMissing(NoncentralBeta(UnitPoint(x), a, b, 0.5 * nc, 0.0));
+}
+
+double KwDistFun::NonCentralCdfT(double t, double df, double nc, double tol) {
+    if (!IsPositive(df) || std::isnan(t) || std::isnan(tol) || !(std::abs(nc) <= kMostNoncentralityT)) {
+        return Missing();
+    }
+    if (nc == 0.0) {
+        long ier = 0;
+        return zarncdft(t, df, ier);
+    }
+    if (t == 0.0) {
+        return prbnrm(-nc);
+    }
+    if (std::isinf(t)) {
+        return t > 0.0 ? 1.0 : 0.0;
+    }
+    return ProbabilityOrMissing(NoncentralT(t, df, nc, tol));
+}
+
+double KwDistFun::NonCentralPdfT(double t, double df, double nc, long& ier) {
+    ier = 0;
+    if (!IsPositive(df) || std::isnan(t) || !(std::abs(nc) <= kMostNoncentralityT)) {
+        return Fail(ier, 1);
+    }
+    if (nc == 0.0) {
+        return PdfT(t, df, ier);
+    }
+    return FiniteOrMissing(std::isinf(t) ? 0.0 : NoncentralTDensity(t, df, nc));
+}
+
+double KwDistFun::NonCentralCdfF(double f, double df1, double df2, double nc, double tol) {
+    if (!IsPositive(df1) || !IsPositive(df2) || !IsNoncentrality(nc) || std::isnan(f) || std::isnan(tol)) {
+        return Missing();
+    }
+    if (nc == 0.0 || f <= 0.0 || std::isinf(f)) {
+        return CdfF(f, df1, df2);
+    }
+    const UnitPoint at = PointOfF(f, df1, df2);
+    if (!(at.x.hi > 0.0) || !(at.y.hi > 0.0)) {
+        return at.x.hi > 0.0 ? 1.0 : 0.0;
+    }
+    return ProbabilityOrMissing(NoncentralBeta(at, 0.5 * df1, 0.5 * df2, 0.5 * nc, tol));
+}
+
+double KwDistFun::NonCentralCdfChi(double x, double df, double nc) {
+    if (!IsPositive(df) || !IsNoncentrality(nc) || std::isnan(x)) {
+        return Missing();
+    }
+    if (nc == 0.0 || x <= 0.0 || std::isinf(x)) {
+        return CdfChi(x, df);
+    }
+    return ProbabilityOrMissing(NoncentralGamma(0.5 * x, 0.5 * df, 0.5 * nc, 0.0));
+}
+
+double KwDistFun::FindNCParamT(double p, double t, double df, double tol, double most) {
+    if (!IsOpenProbability(p) || !std::isfinite(t) || !IsPositive(df) || std::isnan(tol) || std::isnan(most)) {
+        return Missing();
+    }
+    const double limit = most > 0.0 ? std::min(most, kMostNoncentralityT) : kMostNoncentralityT;
+    const double start = std::clamp(t - probit(p), -kMostNoncentralityT, limit);
+    return SearchNoncentrality([&](double nc) { return NonCentralCdfT(t, df, nc, 0.0); }, p, start,
+                               -kMostNoncentralityT, limit, tol);
+}
+
+double KwDistFun::FindNCParamF(double p, double f, double df1, double df2, double tol) {
+    if (!IsOpenProbability(p) || !IsPositive(f) || !IsPositive(df1) || !IsPositive(df2) || std::isnan(tol)) {
+        return Missing();
+    }
+    const double start = std::clamp(df1 * f - df1, 0.0, kMostNoncentrality);
+    return SearchNoncentrality([&](double nc) { return NonCentralCdfF(f, df1, df2, nc, 0.0); }, p, start, 0.0,
+                               kMostNoncentrality, tol);
+}
+
+double KwDistFun::FindNCParamChi(double p, double x, double df, double tol) {
+    if (!IsOpenProbability(p) || !IsPositive(x) || !IsPositive(df) || std::isnan(tol)) {
+        return Missing();
+    }
+    const double start = std::clamp(x - df, 0.0, kMostNoncentrality);
+    return SearchNoncentrality([&](double nc) { return NonCentralCdfChi(x, df, nc); }, p, start, 0.0,
+                               kMostNoncentrality, tol);
+}
+
+}  // namespace KwMath_930
