@@ -42,7 +42,7 @@ ModelDescription ModelDescription::describe(const PreparedDocument& prepared, co
     ModelDescription description;
     description.describeHead(document);
     description.describeKernel(document);
-    description.describeDerivedFields(document);
+    description.describeDerivedFields(document, model);
     description.describeMachines(document);
     description.targetName = model.getTargetName();
     description.targetType = model.getOutputColumns().front().type;
@@ -100,14 +100,15 @@ void ModelDescription::describeKernel(const ModelDocument& document) {
     }
 }
 
-void ModelDescription::describeDerivedFields(const ModelDocument& document) {
+void ModelDescription::describeDerivedFields(const ModelDocument& document, const ScoringModel& model) {
     const DOMElement* inner = document.findChild(document.getModel(), Tags::XML_ELE_LOCALTRANSFORMATIONS);
     for (const DOMElement* list : {static_cast<const DOMElement*>(document.getTransformations()), inner}) {
-        for (const DOMElement* field : document.findChildren(list, Tags::XML_ELE_DERIVEDFIELD))
-            derivedFields.push_back({document.getAttribute(*field, Tags::XML_ATT_NAME),
-                                     document.getAttribute(*field, Tags::XML_ATT_DATATYPE),
+        for (const DOMElement* field : document.findChildren(list, Tags::XML_ELE_DERIVEDFIELD)) {
+            const std::string name = document.getAttribute(*field, Tags::XML_ATT_NAME);
+            derivedFields.push_back({name, document.getAttribute(*field, Tags::XML_ATT_DATATYPE),
                                      document.getAttribute(*field, Tags::XML_ATT_OPTYPE),
-                                     findExpression(document, *field)});
+                                     findExpression(document, *field), model.listSources(name)});
+        }
     }
 }
 

@@ -31,6 +31,8 @@ struct ModelDescription {
         std::string kind;
         /// The element that computes it: "NormContinuous", "Apply" and so on.
         std::string expression;
+        /// The raw fields that it reads in the end, through other derived fields too.
+        std::vector<std::string> sources;
     };
 
     std::string modelName;
@@ -69,7 +71,7 @@ struct ModelDescription {
 private:
     void describeHead(const ModelDocument& document);
     void describeKernel(const ModelDocument& document);
-    void describeDerivedFields(const ModelDocument& document);
+    void describeDerivedFields(const ModelDocument& document, const ScoringModel& model);
     void describeMachines(const ModelDocument& document);
 };
 

@@ -50,8 +50,12 @@ void publish(const DerivedValue& value, FieldType type, OutputValue& result) {
 }  // namespace
 
 OutputProgram::OutputProgram(const KwBrevix_930::ScoreDictionary& dictionary,
-                             const KwBrevix_930::TransformationDictionary* transformations, Target target)
-    : fDictionary(dictionary), fTransformations(transformations), fTarget(std::move(target)) {}
+                             const KwBrevix_930::TransformationDictionary* transformations, Target target,
+                             bool usesReplacements)
+    : fDictionary(dictionary),
+      fTransformations(transformations),
+      fTarget(std::move(target)),
+      fUsesReplacements(usesReplacements) {}
 
 std::optional<Field> OutputProgram::Find(const std::string& name) {
     const auto known = fFieldByName.find(name);
@@ -103,7 +107,7 @@ void OutputProgram::fetch(const ScoreCaseRecord& record, OutputSlots& slots) con
         DerivedValue& value = slots[source.slot];
         value.SetVariable(source.variable);
         const ScoreCaseRecord& from = source.isDerived ? *derived : record;
-        KwBrevix_930::ReadRaw(*source.variable, from.GetValueOf(*source.variable), true, value);
+        KwBrevix_930::ReadRaw(*source.variable, from.GetValueOf(*source.variable), fUsesReplacements, value);
         // The derived record serves the thread's next case too.
         value.KeepText();
     }

@@ -62,9 +62,10 @@ public:
         std::vector<std::string> displayValues;
     };
 
-    /// dictionary, transformations (which may be null): must outlive the program.
+    /// dictionary, transformations (which may be null): must outlive the program. usesReplacements: whether what stands
+    /// in for a missing raw field is a value here.
     OutputProgram(const KwBrevix_930::ScoreDictionary& dictionary,
-                  const KwBrevix_930::TransformationDictionary* transformations, Target target);
+                  const KwBrevix_930::TransformationDictionary* transformations, Target target, bool usesReplacements);
 
     std::optional<KwBrevix_930::Field> Find(const std::string& name) override;
     /// Adds a step behind the others, and gives it its slot.
@@ -97,6 +98,7 @@ private:
     const KwBrevix_930::ScoreDictionary& fDictionary;
     const KwBrevix_930::TransformationDictionary* fTransformations;
     Target fTarget;
+    bool fUsesReplacements;
     std::vector<OutputStep> fSteps;
     std::vector<Source> fSources;
     std::unordered_map<std::string, KwBrevix_930::Field> fFieldByName;

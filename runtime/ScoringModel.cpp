@@ -13,6 +13,7 @@
 #include "host/ScoreModel.h"
 #include "host/ScoreTranslator.h"
 #include "host/ScoringLog.h"
+#include "host/transform/TransformationDictionary.h"
 #include "runtime/ModelDocument.h"
 #include "runtime/OutputProgram.h"
 #include "runtime/PluginLibrary.h"
@@ -124,8 +125,9 @@ void ScoringModel::describeOutput(const ModelDocument& document) {
         else if (declared)
             predicted.displayValues[i] = declared->GetDisplayValue(category);
     }
-    auto program = std::make_unique<OutputProgram>(*fModel->GetDictionary(), fModel->GetTransformationDictionary(),
-                                                   std::move(predicted));
+    auto program =
+        std::make_unique<OutputProgram>(*fModel->GetDictionary(), fModel->GetTransformationDictionary(),
+                                        std::move(predicted), fMissingPolicy == MissingPolicy::kUseReplacement);
     fColumns = listOutputColumns(document, target, program);
     fOutputProgram = std::move(program);
 }
@@ -165,6 +167,15 @@ std::optional<std::size_t> ScoringModel::findInput(std::string_view name) const 
 
 std::optional<std::size_t> ScoringModel::findOutputColumn(std::string_view name) const {
     return findName(fColumns, name);
+}
+
+std::vector<std::string> ScoringModel::listSources(const std::string& derivedField) const {
+    const auto* transformations = fModel->GetTransformationDictionary();
+    if (!transformations)
+        return {};
+    auto names = transformations->FindRawFields({derivedField});
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 Record ScoringModel::makeRecord() const {

@@ -66,6 +66,8 @@ public:
     /// Returns: the place of the input, or of the output column, of that name; nothing where there is none.
     std::optional<std::size_t> findInput(std::string_view name) const;
     std::optional<std::size_t> findOutputColumn(std::string_view name) const;
+    /// Returns: the raw fields that a derived field reads in the end, sorted; none for a name that is no derived field.
+    std::vector<std::string> listSources(const std::string& derivedField) const;
     /// Returns: one sentence for each kind of change that was made to the document, and for what was left out.
     const std::vector<std::string>& getNotes() const { return fNotes; }
     /// Returns: those of them that tell what has no effect.

@@ -67,7 +67,11 @@ Json describeInput(const InputField& field) {
 }
 
 Json describeDerivedField(const ModelDescription::DerivedField& field) {
-    return {{"name", field.name}, {"type", field.type}, {"kind", field.kind}, {"expression", field.expression}};
+    return {{"name", field.name},
+            {"type", field.type},
+            {"kind", field.kind},
+            {"expression", field.expression},
+            {"sources", field.sources}};
 }
 
 Json describeOutput(const OutputColumn& column) {

@@ -42,6 +42,13 @@ std::string quoted(const std::string& name) {
     return text.empty() || text.find(',') != std::string::npos ? "'" + text + "'" : text;
 }
 
+std::string listNames(const std::vector<std::string>& names) {
+    std::vector<std::string> shown;
+    for (const std::string& name : names)
+        shown.push_back(quoted(name));
+    return listed(shown, kValuesWidth);
+}
+
 std::string describeModel(const ModelDescription& model) {
     std::string text = orNone(model.modelName) + ", " + model.function;
     if (!model.method.empty())
@@ -127,9 +134,9 @@ std::string listInputs(const ModelDescription& model) {
 }
 
 std::string listDerivedFields(const ModelDescription& model) {
-    Section section({"derived field", "type", "kind", "expression"});
+    Section section({"derived field", "type", "kind", "expression", "reads"});
     for (const auto& field : model.derivedFields)
-        section.add({field.name, field.type, field.kind, field.expression});
+        section.add({field.name, field.type, field.kind, field.expression, listNames(field.sources)});
     return section.makeText();
 }
 

@@ -107,6 +107,19 @@ TEST_F(Inspect, TellsKernelsWithTheParametersThatCount) {
               R"({"parameters":{"gamma":8.0},"type":"radial basis"})");
 }
 
+TEST_F(Inspect, TellsOfDerivedFieldsWhichRawFieldsTheyReadInTheEnd) {
+    SmallDocument document;
+    document.afterSchema =
+        R"(<LocalTransformations><DerivedField name="p" optype="continuous" dataType="double"><FieldRef field="q"/></DerivedField>)"
+        R"(<DerivedField name="q" optype="continuous" dataType="float"><Extension/><NormContinuous field="x">)"
+        R"(<LinearNorm orig="0" norm="1"/><LinearNorm orig="1" norm="3"/></NormContinuous></DerivedField></LocalTransformations>)";
+    document.vectorFields = R"(<FieldRef field="p"/><FieldRef field="y"/>)";
+    EXPECT_THAT(textOf(document), HasSubstr("derived field  type    kind        expression      reads\n"
+                                            "p              double  continuous  FieldRef        x\n"
+                                            "q              float   continuous  NormContinuous  x\n"));
+    EXPECT_EQ(jsonOf(document)["derivedFields"][0]["sources"].dump(), R"(["x"])");
+}
+
 TEST_F(Inspect, TellsWhatWasPreparedAndWhatHasNoEffect) {
     SmallDocument document;
     document.targetField = R"(<DataField name="hue" optype="categorical" dataType="string"/>)";

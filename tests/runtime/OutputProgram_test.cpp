@@ -45,8 +45,9 @@ SmallDocument regression(const std::string& fields) {
     return document;
 }
 
-std::unique_ptr<ScoringModel> open(const SmallDocument& document) {
-    return ScoringModel::openText(document.makeText(), {.plugin = BREVIX_PLUGIN});
+std::unique_ptr<ScoringModel> open(const SmallDocument& document, brevix::ModelOptions options = {}) {
+    options.plugin = BREVIX_PLUGIN;
+    return ScoringModel::openText(document.makeText(), options);
 }
 
 using Values = std::vector<std::pair<std::string, std::string>>;
@@ -153,6 +154,16 @@ TEST(Output, TransformedValueReadsEarlierOutputFieldsRawFieldsAndDerivedFields) 
     EXPECT_EQ(partial.status, 0) << "what only the Output reads may be missing";
     EXPECT_EQ(valueOf(*model, partial, "z_out"), "absent");
     EXPECT_EQ(valueOf(*model, partial, "twice"), "5.5");
+}
+
+TEST(Output, ReplacementOfAMissingRawFieldIsReadUnderPolicyZeroOnly) {
+    SmallDocument document = regression(field("z_out", R"(feature="transformedValue")", R"(<FieldRef field="z"/>)"));
+    document.inputFields += R"(<DataField name="z" optype="continuous" dataType="double"/>)";
+    document.miningFields += R"(<MiningField name="z" missingValueReplacement="8.5"/>)";
+    const auto replacing = open(document);
+    EXPECT_EQ(valueOf(*replacing, score(*replacing, kSome), "z_out"), "8.5");
+    const auto marking = open(document, {.missingPolicy = brevix::MissingPolicy::kMarkAsMissing});
+    EXPECT_EQ(valueOf(*marking, score(*marking, kSome), "z_out"), "absent");
 }
 
 TEST(Output, EarlierFieldHidesARawFieldOfItsName) {
