@@ -218,7 +218,7 @@ TEST(ScoringModel, VersionTwoHonoursBothTransformationElements) {
     EXPECT_EQ(predict(*model, {{"x", "-0.5"}, {"y", "0.25"}}), "red");
 }
 
-TEST(ScoringModel, FunctionThatNobodyCallsDoesNoHarm) {
+TEST(ScoringModel, FunctionOfTheDocumentMayBeCalledOrNot) {
     SmallDocument document;
     const std::string function =
         R"(<DefineFunction name="f" optype="continuous"><ParameterField name="a"/><FieldRef field="a"/></DefineFunction>)";
@@ -229,7 +229,9 @@ TEST(ScoringModel, FunctionThatNobodyCallsDoesNoHarm) {
         document.beforeModel = "<TransformationDictionary>" + function +
                                R"(<DerivedField name="p" optype="continuous" dataType="double"><Apply function="f">)"
                                R"(<FieldRef field="x"/></Apply></DerivedField></TransformationDictionary>)";
-        EXPECT_THAT(faultOf(document), AllOf(HasSubstr("260102"), HasSubstr("Apply")));
+        document.vectorFields = R"(<FieldRef field="p"/><FieldRef field="y"/>)";
+        EXPECT_EQ(predict(*open(document), {{"x", "-0.5"}, {"y", "0.25"}}), "red");
+        document.vectorFields = SmallDocument().vectorFields;
     }
 }
 
