@@ -6,6 +6,10 @@
 #include <cmath>
 #include <limits>
 
+#include "numerics/containers/KwBitSet.h"
+#include "numerics/matrix/IKwRectMatrix.h"
+#include "numerics/matrix/index_checks.h"
+#include "numerics/matrix/matrix_operand.h"
 #include "numerics/matrix/packed_triangle.h"
 
 namespace KwMath_930 {
@@ -57,9 +61,126 @@ void KwSymMatrix::ChangeSign() {
 }
 
 double KwSymMatrix::Trace() const {
+    return KwSymMatrix::SubSymTrace(0);
+}
+
+double KwSymMatrix::SubSymTrace(int first) const {
     double sum = 0.0;
-    packed_triangle::VisitDiagonal(fNRows, [&](int, std::size_t index) { sum += fData[index]; });
+    for (int i = first; first >= 0 && i < fNRows; ++i) {
+        sum += fData[packed_triangle::Index(i, i)];
+    }
     return sum;
+}
+
+bool KwSymMatrix::ComputeAXpY(double a, const IKwSymMatrix& x) try {
+    if (!AgreesWith(x)) {
+        return false;
+    }
+    const SymOperand operand(x);
+    if (operand.Order() != fNRows) {
+        return false;
+    }
+    for (std::size_t k = 0; k < fData.size(); ++k) {
+        fData[k] += a * operand.Packed()[k];
+    }
+    return true;
+} catch (...) {
+    return false;
+}
+
+double KwSymMatrix::TraceOfProduct(const IKwSymMatrix& m) const {
+    return AgreesWith(m) ? TraceOfProductSubSym(m, 0) : 0.0;
+}
+
+double KwSymMatrix::TraceOfProductSubSym(const IKwSymMatrix& m, int first) const try {
+    if (!HasPart(first, m.GetNRows())) {
+        return 0.0;
+    }
+    const SymOperand operand(m);
+    const double* element = operand.Packed();
+    double diagonal = 0.0;
+    double below = 0.0;
+    for (int i = 0; i < operand.Order(); ++i) {
+        const double* run = fData.data() + packed_triangle::RowStart(first + i) + first;
+        for (int j = 0; j < i; ++j) {
+            below += run[j] * *element++;
+        }
+        diagonal += run[i] * *element++;
+    }
+    return diagonal + 2.0 * below;
+} catch (...) {
+    return 0.0;
+}
+
+double KwSymMatrix::TraceOfProductSubMatSym(const IKwRectMatrix& r, int first) const try {
+    if (r.GetNRows() != r.GetNCols() || !HasPart(first, r.GetNRows())) {
+        return 0.0;
+    }
+    const RectOperand operand(r);
+    double trace = 0.0;
+    for (int i = 0; i < operand.Rows(); ++i) {
+        for (int j = 0; j < operand.Cols(); ++j) {
+            trace += operand.Row(i)[j] * fData[packed_triangle::Index(first + i, first + j)];
+        }
+    }
+    return trace;
+} catch (...) {
+    return 0.0;
+}
+
+bool KwSymMatrix::AddToDiagonalPart(double value, int first, int count) {
+    if (!HasPart(first, count)) {
+        return false;
+    }
+    for (int i = first; i < first + count; ++i) {
+        fData[packed_triangle::Index(i, i)] += value;
+    }
+    return true;
+}
+
+int KwSymMatrix::ReplaceDiagZeroes(double value) {
+    int count = 0;
+    packed_triangle::VisitDiagonal(fNRows, [&](int, std::size_t index) {
+        if (fData[index] == 0.0) {
+            fData[index] = value;
+            ++count;
+        }
+    });
+    return count;
+}
+
+bool KwSymMatrix::SetCovarZeros(const KwBitSet& zeros) {
+    if (fNRows < 0 || zeros.Size() < fNRows) {
+        return false;
+    }
+    for (int i = 0; i < fNRows; ++i) {
+        if (zeros.IsIn(i)) {
+            KwSymMatrix::ZeroOut(i);
+        }
+    }
+    return true;
+}
+
+bool KwSymMatrix::ZeroOutRedundant(const KwBitSet& redundant) {
+    return SetCovarZeros(redundant);
+}
+
+int KwSymMatrix::ZeroOutRowsForSmallDiag(double tol) {
+    if (!(tol >= 0.0)) {
+        return -1;
+    }
+    double largest = 0.0;
+    double smallest = 0.0;
+    KwSymMatrix::MaxMinDiag(largest, smallest);
+    const double threshold = tol * largest;
+    int count = 0;
+    for (int i = 0; i < fNRows; ++i) {
+        if (fData[packed_triangle::Index(i, i)] <= threshold) {
+            KwSymMatrix::ZeroOut(i);
+            ++count;
+        }
+    }
+    return count;
 }
 
 void KwSymMatrix::MaxMinDiag(double& largest, double& smallest) const {

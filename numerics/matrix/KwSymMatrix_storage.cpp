@@ -133,6 +133,20 @@ bool KwSymMatrix::SetNRows(int n, bool zero) {
     return resized;
 }
 
+// The first row of a diagonal block; -1 when there is no such block, or not all of it lies in the matrix.
+int KwSymMatrix::FirstRowOfBlock(int block) const {
+    const std::int64_t first = std::int64_t{block} * fBlockSize;
+    return block >= 0 && block < fNBlocks && fBlockSize > 0 && first + fBlockSize <= fNRows ? static_cast<int>(first)
+                                                                                            : -1;
+}
+
+// Becomes the matrix of this triangle, in one block; packed gets the storage given up.
+void KwSymMatrix::TakeOver(int order, std::vector<double>& packed) {
+    fNRows = fBlockSize = order;
+    fNBlocks = 1;
+    fData.swap(packed);
+}
+
 void KwSymMatrix::Clear() {
     std::fill(fData.begin(), fData.end(), 0.0);
 }

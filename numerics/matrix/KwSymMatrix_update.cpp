@@ -6,15 +6,16 @@
 #include <limits>
 #include <utility>
 
+#include "numerics/containers/KwBitSet.h"
+#include "numerics/matrix/dense_kernels.h"
+#include "numerics/matrix/index_checks.h"
+#include "numerics/matrix/packed_triangle.h"
+
 namespace KwMath_930 {
 
-namespace {
+using dense_kernels::AddMultiple;
 
-void AddMultiple(double* run, int length, double factor, const double* v) {
-    for (int j = 0; j < length; ++j) {
-        run[j] += factor * v[j];
-    }
-}
+namespace {
 
 // A size beyond the range of int becomes the largest int, whose triangle is beyond any allocation too.
 int OrderOfVector(const std::vector<double>& v) {
@@ -24,16 +25,79 @@ int OrderOfVector(const std::vector<double>& v) {
 }  // namespace
 
 bool KwSymMatrix::UpdateXX(const std::vector<double>& x, double weight) {
-    if (std::cmp_not_equal(x.size(), fNRows) || !(weight > 0.0)) {
+    return weight > 0.0 && UpdateXXPosNegW(x, weight);
+}
+
+bool KwSymMatrix::UpdateZZ(const std::vector<double>& z, double weight) {
+    return UpdateXX(z, weight);
+}
+
+bool KwSymMatrix::UpdateXXPosNegW(const std::vector<double>& x, double weight) {
+    if (std::cmp_not_equal(x.size(), fNRows) || !(weight > 0.0 || weight < 0.0)) {
         return false;
     }
     const double* values = x.data();
     double* run = fData.data();
     for (int i = 0; i < fNRows; ++i) {
         if (values[i] != 0.0) {
-            AddMultiple(run, i + 1, values[i] * weight, values);
+            AddMultiple(i + 1, values[i] * weight, values, run);
         }
         run += i + 1;
+    }
+    return true;
+}
+
+bool KwSymMatrix::UpdateXXNonRedun(const std::vector<double>& x, double weight, const KwBitSet& redundant) {
+    if (std::cmp_not_equal(x.size(), fNRows) || !(weight > 0.0) || redundant.Size() < fNRows) {
+        return false;
+    }
+    const double* values = x.data();
+    double* run = fData.data();
+    for (int i = 0; i < fNRows; ++i) {
+        const double factor = values[i] * weight;
+        for (int j = 0; values[i] != 0.0 && !redundant.IsIn(i) && j <= i; ++j) {
+            if (!redundant.IsIn(j)) {
+                run[j] += factor * values[j];
+            }
+        }
+        run += i + 1;
+    }
+    return true;
+}
+
+bool KwSymMatrix::UpdateXXMat2(const std::vector<double>& x, const std::vector<double>& y, double weight) {
+    if (std::cmp_not_equal(x.size(), fNRows) || std::cmp_not_equal(y.size(), fNRows) || !(weight > 0.0)) {
+        return false;
+    }
+    double* run = fData.data();
+    for (int i = 0; i < fNRows; ++i) {
+        const double factorX = x[static_cast<std::size_t>(i)] * weight;
+        const double factorY = y[static_cast<std::size_t>(i)] * weight;
+        for (int j = 0; j <= i; ++j) {
+            run[j] += factorX * y.data()[j] + factorY * x.data()[j];
+        }
+        run += i + 1;
+    }
+    return true;
+}
+
+bool KwSymMatrix::UpdateXXSparse(const std::vector<int>& indices, const std::vector<double>& values, double weight) {
+    return UpdateXXCornerSparse(indices, values, weight, 0);
+}
+
+bool KwSymMatrix::UpdateXXCornerSparse(const std::vector<int>& indices, const std::vector<double>& values,
+                                       double weight, int corner) {
+    if (corner < 0 || corner > fNRows || !AreEntries(indices, values, fNRows - corner) || !(weight > 0.0)) {
+        return false;
+    }
+    for (std::size_t a = 0; a < indices.size(); ++a) {
+        double* run = fData.data() + packed_triangle::RowStart(corner + indices[a]) + corner;
+        const double factor = values[a] * weight;
+        for (std::size_t b = 0; b < indices.size(); ++b) {
+            if (indices[b] <= indices[a]) {
+                run[indices[b]] += factor * values[b];
+            }
+        }
     }
     return true;
 }
@@ -41,7 +105,7 @@ bool KwSymMatrix::UpdateXX(const std::vector<double>& x, double weight) {
 void KwSymMatrix::IncrementByVV(const double* v, double weight) {
     double* run = fData.data();
     for (int i = 0; i < fNRows; ++i) {
-        AddMultiple(run, i + 1, v[i] * weight, v);
+        AddMultiple(i + 1, v[i] * weight, v, run);
         run += i + 1;
     }
 }

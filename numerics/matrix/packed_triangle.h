@@ -45,4 +45,14 @@ void VisitBelowDiagonal(int column, int order, Visit visit) {
     }
 }
 
+/// Calls visit(k, index of (row, k)) for k = 0 .. order-1, the full row: the stored run, then the part below it.
+template <class Visit>
+void VisitRow(int row, int order, Visit visit) {
+    const std::size_t start = RowStart(row);
+    for (int k = 0; k <= row; ++k) {
+        visit(k, start + static_cast<std::size_t>(k));
+    }
+    VisitBelowDiagonal(row, order, visit);
+}
+
 }  // namespace KwMath_930::packed_triangle

@@ -5,11 +5,14 @@
 #include <limits>
 #include <vector>
 
+#include "numerics/containers/KwBitSet.h"
 #include "numerics/matrix/KwSymMatrix.h"
+#include "tests/numerics/matrix/matrix_samples.h"
 #include "tests/numerics/matrix/symmetric_samples.h"
 
 namespace {
 
+using KwMath_930::KwBitSet;
 using KwMath_930::KwSymMatrix;
 using symmetric_samples::FromPacked;
 using symmetric_samples::kOrders;
@@ -191,6 +194,94 @@ TEST(KwSymMatrixAdjustOffDiagCorr, InfinityIsPulledInsideAndNaNStays) {
     EXPECT_EQ(matrix.GetElem(1, 0), 0.75);
     EXPECT_TRUE(std::isnan(matrix.GetElem(2, 0)));
     EXPECT_EQ(matrix.GetElem(2, 1), -0.75);
+}
+
+TEST(KwSymMatrixComputeAXpY, AddsAMultipleOfEveryKind) {
+    for (const int n : kOrders) {
+        for (const auto& x : matrix_samples::SymOfEveryKind(n, 2)) {
+            KwSymMatrix matrix = RandomMatrix(n, 1);
+            const KwSymMatrix before(matrix);
+            EXPECT_TRUE(matrix.ComputeAXpY(-0.375, *x));
+            for (int i = 0; i < n; ++i) {
+                for (int j = 0; j <= i; ++j) {
+                    EXPECT_EQ(matrix.GetElem(i, j), before.GetElem(i, j) + -0.375 * x->GetElem(i, j));
+                }
+            }
+        }
+    }
+    KwSymMatrix matrix = FromPacked(1, {2.5});
+    EXPECT_TRUE(matrix.ComputeAXpY(3.0, matrix));
+    EXPECT_EQ(matrix.GetElem(0), 10.0);
+    EXPECT_FALSE(matrix.ComputeAXpY(3.0, RandomMatrix(2, 1)));
+    EXPECT_EQ(matrix.GetElem(0), 10.0);
+}
+
+TEST(KwSymMatrixTraces, OfInnerParts) {
+    const KwSymMatrix matrix = RandomMatrix(6, 1);
+    for (int first = 0; first <= 6; ++first) {
+        double trace = 0.0;
+        for (int i = first; i < 6; ++i) {
+            trace += matrix.GetElem(i, i);
+        }
+        EXPECT_EQ(matrix.SubSymTrace(first), trace);
+        for (const auto& m : matrix_samples::SymOfEveryKind(6 - first, 2)) {
+            double product = 0.0;
+            for (int i = first; i < 6; ++i) {
+                for (int j = first; j < 6; ++j) {
+                    product += matrix.GetElem(i, j) * m->GetElem(i - first, j - first);
+                }
+            }
+            matrix_samples::ExpectNear(matrix.TraceOfProductSubSym(*m, first), product, 100.0);
+        }
+        for (const auto& r : matrix_samples::RectOfEveryKind(6 - first, 6 - first, 2)) {
+            double product = 0.0;
+            for (int i = first; i < 6; ++i) {
+                for (int j = first; j < 6; ++j) {
+                    product += matrix.GetElem(i, j) * r->GetElem(i - first, j - first);
+                }
+            }
+            matrix_samples::ExpectNear(matrix.TraceOfProductSubMatSym(*r, first), product, 100.0);
+        }
+    }
+    EXPECT_EQ(matrix.SubSymTrace(-1), 0.0);
+    EXPECT_EQ(matrix.SubSymTrace(7), 0.0);
+    EXPECT_EQ(matrix.TraceOfProductSubSym(RandomMatrix(3, 1), 4), 0.0);
+    EXPECT_EQ(matrix.TraceOfProductSubSym(RandomMatrix(3, 1), -1), 0.0);
+    EXPECT_EQ(matrix.TraceOfProductSubMatSym(matrix_samples::RandomRect(3, 2, 1), 0), 0.0);
+    EXPECT_EQ(matrix.TraceOfProductSubMatSym(matrix_samples::RandomRect(3, 3, 1), 4), 0.0);
+    EXPECT_EQ(matrix.TraceOfProduct(RandomMatrix(5, 1)), 0.0);
+}
+
+TEST(KwSymMatrixDiagonal, PartAndZeroes) {
+    KwSymMatrix matrix = FromPacked(3, {0, 1.5, 2.5, 1.5, 1.5, -0.0});
+    EXPECT_TRUE(matrix.AddToDiagonalPart(0.5, 1, 1));
+    EXPECT_EQ(matrix.AsVectorConst(), (Vector{0, 1.5, 3, 1.5, 1.5, 0}));
+    EXPECT_FALSE(matrix.AddToDiagonalPart(0.5, 1, 3));
+    EXPECT_FALSE(matrix.AddToDiagonalPart(0.5, -1, 1));
+    EXPECT_FALSE(matrix.AddToDiagonalPart(0.5, 1, -1));
+    EXPECT_EQ(matrix.ReplaceDiagZeroes(7.5), 2);
+    EXPECT_EQ(matrix.AsVectorConst(), (Vector{7.5, 1.5, 3, 1.5, 1.5, 7.5}));
+    EXPECT_EQ(matrix.ReplaceDiagZeroes(7.5), 0);
+}
+
+TEST(KwSymMatrixRowsOfZeros, MarkedOrOfSmallDiagonal) {
+    const KwSymMatrix before = FromPacked(3, {4, 1.5, 0.25, 2.5, 3.5, 0.5});
+    KwBitSet marked(3);
+    marked.Set(1, true);
+    for (const bool isCovar : {true, false}) {
+        KwSymMatrix matrix(before);
+        EXPECT_TRUE(isCovar ? matrix.SetCovarZeros(marked) : matrix.ZeroOutRedundant(marked));
+        EXPECT_EQ(matrix.AsVectorConst(), (Vector{4, 0, 0, 2.5, 0, 0.5}));
+        EXPECT_FALSE(isCovar ? matrix.SetCovarZeros(KwBitSet(2)) : matrix.ZeroOutRedundant(KwBitSet(2)));
+    }
+    KwSymMatrix matrix(before);
+    EXPECT_EQ(matrix.ZeroOutRowsForSmallDiag(-0.1), -1);
+    EXPECT_EQ(matrix.ZeroOutRowsForSmallDiag(kNaN), -1);
+    EXPECT_EQ(matrix.AsVectorConst(), before.AsVectorConst());
+    // 0.0625 of 4 is 0.25: equality counts as small.
+    EXPECT_EQ(matrix.ZeroOutRowsForSmallDiag(0.0625), 1);
+    EXPECT_EQ(matrix.AsVectorConst(), (Vector{4, 0, 0, 2.5, 0, 0.5}));
+    EXPECT_EQ(KwSymMatrix().ZeroOutRowsForSmallDiag(0.1), 0);
 }
 
 }  // namespace

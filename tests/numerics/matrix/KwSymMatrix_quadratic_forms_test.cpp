@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "numerics/matrix/KwSymMatrix.h"
+#include "tests/numerics/matrix/matrix_samples.h"
 #include "tests/numerics/matrix/symmetric_samples.h"
 
 namespace {
@@ -86,6 +87,129 @@ TEST(KwSymMatrixQuadraticForm, NaNIsNotLost) {
     const KwSymMatrix matrix = FromPacked(3, {1, std::nan(""), 2, 3, 4, 5});
     EXPECT_TRUE(std::isnan(matrix.ComputeVSV({0, 0, 1})));
     EXPECT_TRUE(std::isnan(matrix.ComputeVSW({0, 0, 1}, {0, 0, 1})));
+}
+
+// The form by its definition, over rows and columns first .. first+count-1.
+double NaiveForm(const KwSymMatrix& matrix, int first, int count, const Vector& v, const Vector& w) {
+    double form = 0.0;
+    for (int i = 0; i < count; ++i) {
+        for (int j = 0; j < count; ++j) {
+            form +=
+                v[static_cast<std::size_t>(i)] * matrix.GetElem(first + i, first + j) * w[static_cast<std::size_t>(j)];
+        }
+    }
+    return form;
+}
+
+TEST(KwSymMatrixForms, OfStridedElementsAgreeWithTheLoop) {
+    for (const int n : kOrders) {
+        const KwSymMatrix matrix = RandomMatrix(n, 1);
+        const Vector x = RandomVector(4 * n + 8, 2);
+        Vector v, w, growing;
+        for (int k = 0; k < n; ++k) {
+            v.push_back(x[static_cast<std::size_t>(1 + 2 * k)]);
+            w.push_back(x[static_cast<std::size_t>(4 + 2 * k)]);
+        }
+        const double expected = NaiveForm(matrix, 0, n, v, w);
+        const double scale = 100.0 * n;
+        matrix_samples::ExpectNear(matrix.ComputeVSW(x, 1, 4, 2), expected, scale);
+        matrix_samples::ExpectNear(matrix.ComputeVSW(x.data() + 1, 2, w.data(), 1), expected, scale);
+        Vector spread(static_cast<std::size_t>(2 + 3 * n + n * n));
+        for (int k = 0; k < n; ++k) {
+            spread[static_cast<std::size_t>(2 + 3 * k + k * (k - 1) / 2)] = w[static_cast<std::size_t>(k)];
+        }
+        matrix_samples::ExpectNear(matrix.ComputeVSWii(x, 1, 2, spread, 2, 3), expected, scale);
+        matrix_samples::ExpectNear(matrix.ComputeViiSW(spread, 2, 3, x, 1, 2), expected, scale);
+    }
+    const KwSymMatrix matrix = RandomMatrix(3, 1);
+    const Vector five(5, 1.5);
+    EXPECT_EQ(matrix.ComputeVSW(five, 0, 3, 1), 0.0);
+    EXPECT_EQ(matrix.ComputeVSW(five, -1, 1, 1), 0.0);
+    EXPECT_EQ(matrix.ComputeVSW(five, 0, 1, -1), 0.0);
+    EXPECT_EQ(matrix.ComputeVSWii(five, 0, 1, five, 0, 2), 0.0);
+    EXPECT_EQ(matrix.ComputeVSWii(five, 0, 3, five, 0, 1), 0.0);
+    EXPECT_EQ(matrix.ComputeViiSW(five, 0, 2, five, 0, 1), 0.0);
+}
+
+TEST(KwSymMatrixForms, OfPartsUseOnlyTheCountsGiven) {
+    const KwSymMatrix matrix = RandomMatrix(6, 1);
+    const Vector v = RandomVector(6, 2), w = RandomVector(6, 3);
+    for (int nv = 0; nv <= 6; ++nv) {
+        for (int nw = 0; nw <= 6; ++nw) {
+            double expected = 0.0;
+            for (int i = 0; i < nv; ++i) {
+                for (int j = 0; j < nw; ++j) {
+                    expected += v[static_cast<std::size_t>(i)] * matrix.GetElem(i, j) * w[static_cast<std::size_t>(j)];
+                }
+            }
+            matrix_samples::ExpectNear(matrix.ComputeVSWParts(v, nv, w, nw), expected, 100.0);
+            EXPECT_EQ(matrix.ComputeVSWParts(v.data(), nv, w.data(), nw), matrix.ComputeVSWParts(v, nv, w, nw));
+        }
+    }
+    EXPECT_EQ(matrix.ComputeVSWParts(v, 7, w, 2), 0.0);
+    EXPECT_EQ(matrix.ComputeVSWParts(v, 2, w, -1), 0.0);
+    EXPECT_EQ(matrix.ComputeVSWParts(Vector{1}, 2, w, 2), 0.0);
+    EXPECT_EQ(matrix.ComputeVSWParts(v.data(), -1, w.data(), 2), 0.0);
+}
+
+TEST(KwSymMatrixForms, OfInnerPartsAgreeWithTheLoop) {
+    KwSymMatrix matrix = RandomMatrix(6, 1);
+    const Vector v = RandomVector(6, 2), w = RandomVector(6, 3);
+    for (int first = 0; first <= 6; ++first) {
+        for (int count = 0; first + count <= 6; ++count) {
+            const Vector partV(v.begin() + first, v.begin() + first + count);
+            const Vector partW(w.begin() + first, w.begin() + first + count);
+            const double expected = NaiveForm(matrix, first, count, partV, partW);
+            matrix_samples::ExpectNear(matrix.ComputeVSSubWParts(v, w, first, count), expected, 100.0);
+            matrix_samples::ExpectNear(matrix.ComputeVSymSubW(partV, partW, first, count), expected, 100.0);
+            if (first + count == 6) {
+                matrix_samples::ExpectNear(matrix.SubSymComputeVSW(partV, partW, first), expected, 100.0);
+            }
+        }
+    }
+    EXPECT_EQ(matrix.ComputeVSSubWParts(v, w, 2, 5), 0.0);
+    EXPECT_EQ(matrix.ComputeVSSubWParts(v, {1, 2}, 2, 2), 0.0);
+    EXPECT_EQ(matrix.ComputeVSymSubW(v, w, 0, 5), 0.0);
+    EXPECT_EQ(matrix.ComputeVSymSubW({1}, {1}, -1, 1), 0.0);
+    EXPECT_EQ(matrix.SubSymComputeVSW({1}, {1}, 4), 0.0);
+    EXPECT_EQ(matrix.SubSymComputeVSW({}, {}, 7), 0.0);
+    ASSERT_TRUE(matrix.SetNBlocks(3));
+    const Vector two = {1.5, -2.5}, other = {0.5, 3.5};
+    for (int block = 0; block < 3; ++block) {
+        matrix_samples::ExpectNear(matrix.ComputeBlockVSV(block, two), NaiveForm(matrix, 2 * block, 2, two, two),
+                                   100.0);
+        matrix_samples::ExpectNear(matrix.ComputeBlockVSW(block, two, other),
+                                   NaiveForm(matrix, 2 * block, 2, two, other), 100.0);
+    }
+    EXPECT_EQ(matrix.ComputeBlockVSV(3, two), 0.0);
+    EXPECT_EQ(matrix.ComputeBlockVSV(-1, two), 0.0);
+    EXPECT_EQ(matrix.ComputeBlockVSV(1, {1}), 0.0);
+    EXPECT_EQ(matrix.ComputeBlockVSW(1, two, {1}), 0.0);
+}
+
+TEST(KwSymMatrixForms, OfSparseVectors) {
+    const KwSymMatrix matrix = RandomMatrix(5, 1);
+    const double expected = NaiveForm(matrix, 0, 5, {0, 2.5, 0, 0, -1.5}, {0.5, 0, 0, 3.5, 0});
+    matrix_samples::ExpectNear(matrix.ComputeSpVSSpW({4, 1}, {-1.5, 2.5}, {0, 3, 3}, {0.5, 3, 0.5}), expected, 100.0);
+    EXPECT_EQ(matrix.ComputeSpVSSpW({}, {}, {1}, {1.5}), 0.0);
+    EXPECT_EQ(matrix.ComputeSpVSSpW({5}, {1.5}, {1}, {1.5}), 0.0);
+    EXPECT_EQ(matrix.ComputeSpVSSpW({1}, {1.5}, {-1}, {1.5}), 0.0);
+    EXPECT_EQ(matrix.ComputeSpVSSpW({1}, {1.5, 2}, {1}, {1.5}), 0.0);
+}
+
+TEST(KwSymMatrixForms, OfARowOfAnotherSizeIsZero) {
+    const KwSymMatrix matrix = RandomMatrix(3, 1);
+    EXPECT_EQ(matrix.ComputeVSV(matrix_samples::RandomRect(2, 4, 1), 0), 0.0);
+    EXPECT_EQ(matrix.ComputeVSV(matrix_samples::RandomRect(2, 3, 1), 2), 0.0);
+    EXPECT_EQ(matrix.ComputeVSV(matrix_samples::RandomRect(2, 3, 1), -1), 0.0);
+}
+
+TEST(KwSymMatrixForms, SquareRootOfWhatIsNotPositiveIsZero) {
+    const KwSymMatrix matrix = FromPacked(2, {4, 0, -9});
+    EXPECT_EQ(matrix.SquareRootVSV({1.5, 0}), 3.0);
+    EXPECT_EQ(matrix.SquareRootVSV({0, 1.5}), 0.0);
+    EXPECT_EQ(matrix.SquareRootVSV({0, 0}), 0.0);
+    EXPECT_EQ(matrix.SquareRootVSV({1.5}), 0.0);
 }
 
 }  // namespace

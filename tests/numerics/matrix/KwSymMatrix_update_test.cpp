@@ -5,11 +5,13 @@
 #include <limits>
 #include <vector>
 
+#include "numerics/containers/KwBitSet.h"
 #include "numerics/matrix/KwSymMatrix.h"
 #include "tests/numerics/matrix/symmetric_samples.h"
 
 namespace {
 
+using KwMath_930::KwBitSet;
 using KwMath_930::KwSymMatrix;
 using symmetric_samples::FromPacked;
 using symmetric_samples::kOrders;
@@ -171,6 +173,95 @@ TEST(KwSymMatrixSetToVW, TakesItsOwnStorageAsEitherVector) {
     EXPECT_EQ(right.AsVectorConst(), left.AsVectorConst());
     EXPECT_TRUE(both.SetToVW(both.AsVectorConst(), both.AsVectorConst()));
     EXPECT_EQ(both.AsVectorConst(), (Vector{4.5, 6, 8, 9, 12, 18}));
+}
+
+TEST(KwSymMatrixUpdateZZ, IsUpdateXX) {
+    KwSymMatrix matrix = RandomMatrix(5, 1), expected(matrix);
+    const Vector z = RandomVector(5, 2);
+    EXPECT_TRUE(matrix.UpdateZZ(z, 0.375));
+    expected.UpdateXX(z, 0.375);
+    EXPECT_EQ(matrix.AsVectorConst(), expected.AsVectorConst());
+    EXPECT_FALSE(matrix.UpdateZZ(z, 0.0));
+    EXPECT_FALSE(matrix.UpdateZZ(RandomVector(4, 2), 1.0));
+}
+
+TEST(KwSymMatrixUpdateXXPosNegW, TakesAnyWeightButZeroAndNaN) {
+    KwSymMatrix matrix = RandomMatrix(5, 1);
+    const Vector x = RandomVector(5, 2);
+    const Vector expected = Mapped(matrix.AsVectorConst(), 5, [&](std::size_t i, std::size_t j, double element) {
+        return element + x[i] * -0.375 * x[j];
+    });
+    EXPECT_TRUE(matrix.UpdateXXPosNegW(x, -0.375));
+    EXPECT_EQ(matrix.AsVectorConst(), expected);
+    EXPECT_FALSE(matrix.UpdateXXPosNegW(x, 0.0));
+    EXPECT_FALSE(matrix.UpdateXXPosNegW(x, kNaN));
+    EXPECT_FALSE(matrix.UpdateXXPosNegW(RandomVector(4, 2), -1.0));
+    EXPECT_EQ(matrix.AsVectorConst(), expected);
+}
+
+TEST(KwSymMatrixUpdateXXSparse, EqualsTheDenseUpdate) {
+    const KwSymMatrix before = RandomMatrix(6, 1);
+    KwSymMatrix matrix(before), expected(before);
+    EXPECT_TRUE(matrix.UpdateXXSparse({4, 1, 2}, {1.5, -2.25, 0.3}, 0.375));
+    EXPECT_TRUE(expected.UpdateXX({0, -2.25, 0.3, 0, 1.5, 0}, 0.375));
+    EXPECT_EQ(matrix.AsVectorConst(), expected.AsVectorConst());
+    matrix = before;
+    EXPECT_TRUE(matrix.UpdateXXSparse({4, 1, 4}, {1, -2.25, 0.5}, 0.5));
+    expected = before;
+    EXPECT_TRUE(expected.UpdateXX({0, -2.25, 0, 0, 1.5, 0}, 0.5));
+    for (std::size_t k = 0; k < 21; ++k) {
+        EXPECT_NEAR(matrix.AsVectorConst()[k], expected.AsVectorConst()[k], 1e-14);
+    }
+    EXPECT_FALSE(matrix.UpdateXXSparse({6}, {1.5}, 0.5));
+    EXPECT_FALSE(matrix.UpdateXXSparse({-1}, {1.5}, 0.5));
+    EXPECT_FALSE(matrix.UpdateXXSparse({1, 2}, {1.5}, 0.5));
+    EXPECT_FALSE(matrix.UpdateXXSparse({1}, {1.5}, -0.5));
+    EXPECT_FALSE(matrix.UpdateXXSparse({1}, {1.5}, kNaN));
+}
+
+TEST(KwSymMatrixUpdateXXCornerSparse, CountsItsIndicesFromTheCorner) {
+    const KwSymMatrix before = RandomMatrix(6, 1);
+    KwSymMatrix matrix(before), expected(before);
+    EXPECT_TRUE(matrix.UpdateXXCornerSparse({0, 2}, {1.5, -2.25}, 0.375, 3));
+    EXPECT_TRUE(expected.UpdateXX({0, 0, 0, 1.5, 0, -2.25}, 0.375));
+    EXPECT_EQ(matrix.AsVectorConst(), expected.AsVectorConst());
+    EXPECT_FALSE(matrix.UpdateXXCornerSparse({3}, {1.5}, 0.375, 3));
+    EXPECT_FALSE(matrix.UpdateXXCornerSparse({}, {}, 0.375, 7));
+    EXPECT_FALSE(matrix.UpdateXXCornerSparse({}, {}, 0.375, -1));
+    EXPECT_FALSE(matrix.UpdateXXCornerSparse({0}, {1.5}, 0.0, 3));
+    EXPECT_EQ(matrix.AsVectorConst(), expected.AsVectorConst());
+}
+
+TEST(KwSymMatrixUpdateXXNonRedun, LeavesRedundantRowsAndColumns) {
+    const KwSymMatrix before = RandomMatrix(5, 1);
+    const Vector x = RandomVector(5, 2);
+    KwBitSet redundant(5);
+    redundant.Set(1, true);
+    redundant.Set(3, true);
+    KwSymMatrix matrix(before);
+    EXPECT_TRUE(matrix.UpdateXXNonRedun(x, 0.375, redundant));
+    EXPECT_EQ(matrix.AsVectorConst(),
+              Mapped(before.AsVectorConst(), 5, [&](std::size_t i, std::size_t j, double element) {
+                  const bool isKept = i != 1 && i != 3 && j != 1 && j != 3;
+                  return isKept ? element + x[i] * 0.375 * x[j] : element;
+              }));
+    EXPECT_FALSE(matrix.UpdateXXNonRedun(x, 0.375, KwBitSet(4)));
+    EXPECT_FALSE(matrix.UpdateXXNonRedun(x, 0.0, redundant));
+    EXPECT_FALSE(matrix.UpdateXXNonRedun(RandomVector(4, 2), 0.375, redundant));
+}
+
+TEST(KwSymMatrixUpdateXXMat2, AddsBothProducts) {
+    const KwSymMatrix before = RandomMatrix(5, 1);
+    const Vector x = RandomVector(5, 2), y = RandomVector(5, 3);
+    KwSymMatrix matrix(before);
+    EXPECT_TRUE(matrix.UpdateXXMat2(x, y, 0.375));
+    EXPECT_EQ(matrix.AsVectorConst(),
+              Mapped(before.AsVectorConst(), 5, [&](std::size_t i, std::size_t j, double element) {
+                  return element + (x[i] * 0.375 * y[j] + y[i] * 0.375 * x[j]);
+              }));
+    EXPECT_FALSE(matrix.UpdateXXMat2(x, y, 0.0));
+    EXPECT_FALSE(matrix.UpdateXXMat2(x, RandomVector(4, 2), 1.0));
+    EXPECT_FALSE(matrix.UpdateXXMat2(RandomVector(6, 2), y, 1.0));
 }
 
 }  // namespace

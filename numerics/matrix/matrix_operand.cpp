@@ -1,0 +1,139 @@
+// Reading of operands and writing of targets. Tests: those of the members, with each kind of operand and target.
+#include "numerics/matrix/matrix_operand.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <typeinfo>
+#include <utility>
+
+#include "numerics/matrix/KwRectMatrix.h"
+#include "numerics/matrix/KwSymMatrix.h"
+#include "numerics/matrix/packed_triangle.h"
+
+namespace KwMath_930 {
+
+namespace {
+
+std::size_t Count(int nRows, int nCols) {
+    return nRows > 0 && nCols > 0 ? static_cast<std::size_t>(nRows) * static_cast<std::size_t>(nCols) : 0;
+}
+
+}  // namespace
+
+SymOperand::SymOperand(const IKwSymMatrix& matrix) : fOrder(matrix.IsValidMatrix() ? matrix.GetNRows() : -1) {
+    if (typeid(matrix) == typeid(KwSymMatrix)) {
+        fPacked = static_cast<const KwSymMatrix&>(matrix).AsVectorConst().data();
+        return;
+    }
+    fCopy.resize(packed_triangle::Size(fOrder));
+    std::vector<double> row;
+    double* run = fCopy.data();
+    for (int i = 0; i < fOrder; ++i) {
+        if (!matrix.GetRow(i, row) || std::cmp_less(row.size(), fOrder)) {
+            fOrder = -1;
+            return;
+        }
+        run = std::copy_n(row.data(), i + 1, run);
+    }
+    fPacked = fCopy.data();
+}
+
+std::vector<double> SymOperand::Square() const {
+    return ToSquare(fPacked, fOrder);
+}
+
+RectOperand::RectOperand(const IKwRectMatrix& matrix)
+    : fRows(matrix.IsValidMatrix() ? matrix.GetNRows() : -1), fCols(fRows < 0 ? -1 : matrix.GetNCols()) {
+    if (typeid(matrix) == typeid(KwRectMatrix)) {
+        fData = static_cast<const KwRectMatrix&>(matrix).AsVectorConst().data();
+        return;
+    }
+    fCopy.resize(Count(fRows, fCols));
+    std::vector<double> row;
+    double* place = fCopy.data();
+    for (int i = 0; i < fRows; ++i) {
+        if (!matrix.GetRow(i, row) || std::cmp_less(row.size(), fCols)) {
+            fRows = fCols = -1;
+            return;
+        }
+        place = std::copy_n(row.data(), fCols, place);
+    }
+    fData = fCopy.data();
+}
+
+std::vector<double> RectOperand::Transposed() const {
+    std::vector<double> transposed(Count(fRows, fCols));
+    const auto stride = static_cast<std::size_t>(fRows);
+    for (int i = 0; i < fRows; ++i) {
+        const double* row = Row(i);
+        double* place = transposed.data() + i;
+        for (int j = 0; j < fCols; ++j, place += stride) {
+            *place = row[j];
+        }
+    }
+    return transposed;
+}
+
+bool WriteTarget(IKwSymMatrix& target, int order, const std::vector<double>& packed) {
+    if (!IsDenseKind(target) || !target.Resize(order)) {
+        return false;
+    }
+    if (typeid(target) == typeid(KwSymMatrix)) {
+        std::copy(packed.begin(), packed.end(), static_cast<KwSymMatrix&>(target).AsVector().begin());
+        return true;
+    }
+    bool isWritten = true;
+    const double* element = packed.data();
+    for (int i = 0; i < order; ++i) {
+        for (int j = 0; j <= i; ++j) {
+            isWritten = target.SetElem(i, j, *element++) && isWritten;
+        }
+    }
+    return isWritten;
+}
+
+bool WriteTarget(IKwRectMatrix& target, int nRows, int nCols, const std::vector<double>& elements) {
+    if (typeid(target) == typeid(KwRectMatrix)) {
+        if (!target.Resize(nRows, nCols)) {
+            return false;
+        }
+        std::copy(elements.begin(), elements.end(), static_cast<KwRectMatrix&>(target).AsVector().begin());
+        return true;
+    }
+    bool isWritten = target.SetNRowsCols(nRows, nCols, true);
+    const double* element = elements.data();
+    for (int i = 0; isWritten && i < nRows; ++i) {
+        for (int j = 0; j < nCols; ++j, ++element) {
+            if (*element != 0.0) {
+                isWritten = target.SetElem(i, j, *element) && isWritten;
+            }
+        }
+    }
+    return isWritten;
+}
+
+std::vector<double> ZeroRows(int nRows, int nCols) {
+    return std::vector<double>(Count(nRows, nCols));
+}
+
+std::vector<double> ToSquare(const double* packed, int order) {
+    std::vector<double> square = ZeroRows(order, order);
+    const auto n = static_cast<std::size_t>(std::max(order, 0));
+    for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t j = 0; j <= i; ++j) {
+            square[i * n + j] = square[j * n + i] = *packed++;
+        }
+    }
+    return square;
+}
+
+std::vector<double> LowerTriangle(const std::vector<double>& square, int order) {
+    std::vector<double> packed(packed_triangle::Size(order));
+    double* run = packed.data();
+    for (int i = 0; i < order; ++i) {
+        run = std::copy_n(square.data() + static_cast<std::size_t>(i) * static_cast<std::size_t>(order), i + 1, run);
+    }
+    return packed;
+}
+
+}  // namespace KwMath_930
