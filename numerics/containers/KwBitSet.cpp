@@ -144,6 +144,9 @@ bool KwBitSet::Duplicate(int n) {
     if (n < 0 || size > std::numeric_limits<int>::max()) {
         return false;
     }
+    if (n == 0) {
+        return true;
+    }
     std::vector<bool> copies;
     copies.reserve(static_cast<std::size_t>(size));
     for (int k = 0; k <= n && !fbVec.empty(); ++k) {

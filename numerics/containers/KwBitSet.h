@@ -18,6 +18,7 @@ public:
     KwBitSet(int n);
     /// These bits.
     KwBitSet(const std::vector<bool>& bits);
+    /// Copies have bits of their own; what was moved from may be assigned to or destroyed.
     KwBitSet(const KwBitSet& other);
     KwBitSet(KwBitSet&& other) noexcept;
     KwBitSet& operator=(const KwBitSet& other);
@@ -57,15 +58,14 @@ public:
     /// Returns: the number of true bits in lo .. hi; -1 for an invalid range.
     int InRange(int lo, int hi) const;
     /// Returns: the number of true bits in start .. start + count - 1; -1 when start < 0, count < 0 or the last index
-    /// is
-    ///          not below Size(), even if count is 0; otherwise 0 for count 0.
+    ///          is not below Size(), even if count is 0; otherwise 0 for count 0.
     int InRangeS(int start, int count) const;
     /// Returns: true when some i < min(n, Size()) is true here and false, or beyond the end, in other.
     bool IsNewFalse(const KwBitSet& other, int n) const;
 
     /// Returns: a set of the bits max(lo, 0) .. min(hi, Size() - 1), empty when that range is.
     KwBitSet GetSubset(int lo, int hi);  // sic: not const
-    /// Appends n further copies of the bits.
+    /// Appends n further copies of the bits; nothing for n = 0.
     /// Returns: false for n < 0 and when the size would not fit an int; the set is unchanged then.
     bool Duplicate(int n);
 
@@ -75,8 +75,7 @@ public:
     /// This set becomes a AND b, bit by bit, as long as the shorter of the two; a or b may be this set.
     void DoAND(const KwBitSet& a, const KwBitSet& b);
 
-    /// Returns: true when the bits come first in lexicographic order, false before true, a prefix before what it
-    /// begins.
+    /// Returns: true when the bits come first in lexicographic order: false before true, a prefix before the longer.
     bool operator<(const KwBitSet& other) const;
     /// Returns: true when sizes and bits are equal.
     bool operator==(const KwBitSet& other) const;

@@ -214,6 +214,7 @@ TEST(KwBitSet, SubsetIsCutToTheSet) {
     EXPECT_EQ(Text(set.GetSubset(5, 9)), "");
     EXPECT_EQ(Text(set.GetSubset(-9, -1)), "");
     EXPECT_EQ(Text(KwBitSet().GetSubset(0, 0)), "");
+    EXPECT_EQ(Text(set), "10110");
 }
 
 TEST(KwBitSet, DuplicateAppendsCopies) {

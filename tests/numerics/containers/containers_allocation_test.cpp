@@ -152,6 +152,17 @@ TEST(KwBitSetAllocation, FailureThrowsAndLeavesTheSet) {
     ExpectBadAlloc([&] { set.DoOR(longer, longer); });
     ExpectBadAlloc([&] { set.DoAND(longer, longer); });
     EXPECT_TRUE(set == before);
+    KwBitSet copyOfLonger = longer;
+    ExpectBadAlloc([&] { KwBitSet copy(longer); });
+    ExpectBadAlloc([&] { copyOfLonger.GetSubset(0, 999); });
+    ExpectBadAlloc([&] {
+        for (int k = 0; k < 10000; ++k) {
+            copyOfLonger.Append(false);
+        }
+    });
+    // What was appended before the failure stays.
+    EXPECT_EQ(copyOfLonger.InSet(), 1000);
+    EXPECT_LT(copyOfLonger.Size(), 11000);
 }
 
 TEST(KwBitSetAllocation, SettersAndCountsAllocateNothing) {
@@ -164,6 +175,7 @@ TEST(KwBitSetAllocation, SettersAndCountsAllocateNothing) {
     set.Negate();
     EXPECT_EQ(set.InSet(), 200 - 98 + 1);
     EXPECT_EQ(set.InRange(0, 199), set.InRangeS(0, 200));
+    EXPECT_TRUE(set.Duplicate(0));
     set.Clear();
     EXPECT_EQ(failing_new::Count(), before);
 }
