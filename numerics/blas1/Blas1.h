@@ -31,7 +31,7 @@ public:
     static void DCopy(int n, double* x, int incx, double* y, int incy);
 
     /// y := alpha x + y; nothing for n <= 0 or alpha equal to 0.0, even where x or y hold a NaN.
-    static void Daxpy(int n, double alpha, double* x, int incx, double* y, int incy);
+    static void Daxpy(int n, double alpha, double* x, int incx, double* y, int incy);  // sic: spelt unlike DScal
 
     /// Rotates each pair of elements: x := c x + s y, y := c y - s x with the old x; nothing for n <= 0.
     static void DRot(int n, double* x, int incx, double* y, int incy, double c, double s);

@@ -37,7 +37,7 @@ public:
     /// Returns: the number of elements.
     int GetLength() const;
     /// Returns: the stored hash code.
-    int GetHashcode() const;
+    int GetHashcode() const;  // sic: spelt unlike ComputeHashCode
 
     /// Returns: the hash code of the elements as they are now, which is not stored; 0 for no elements.
     int ComputeHashCode();  // sic: not const

@@ -7,14 +7,16 @@
 
 namespace KwSvm {
 
-/// A status with an error code, a severity, three whole and three real details. Codes and whole details are signed
-/// 32-bit values whatever the size of long. Note:    indices are not checked.
+/// A status with an error code, a severity, three whole and three real details.
+/// Shape:   codes and whole details are signed 32-bit values whatever the size of long; details have indices 0, 1, 2.
+/// Fails:   never throws and never allocates; indices are not checked.
 class KW_EXPORT KwStatus {
 public:
     /// OK: code 0, all details 0.
     KwStatus();
     /// A warning or an error, never OK, whatever the code; all details 0.
     KwStatus(long code, bool warning);
+    /// Copies and moves are member by member.
     KwStatus(const KwStatus& other);
     KwStatus(KwStatus&& other) noexcept;
     KwStatus& operator=(const KwStatus& other);

@@ -8,10 +8,9 @@
 namespace KwMath_930 {
 
 /// Functions that the matrix code is written with. Static functions only, no state; callable from any thread.
-/// Shape:   a strided vector is a vector with an offset and an increment: element k, counted from 0, stands at offset +
-/// k
-///          inc. A packed symmetric matrix of order n holds its lower triangle row by row, element (i, j) with j <= i
-///          at i(i + 1)/2 + j.
+/// Shape:   a strided vector is a vector with an offset and an increment: element k, counted from 0, stands at
+///          offset + k inc. A packed symmetric matrix of order n holds its lower triangle row by row, element (i, j)
+///          with j <= i at i(i + 1)/2 + j; the upper triangle packed by columns is the same.
 /// Returns: where a double cannot be computed for want of a valid size or order, the missing value of KwMV.
 /// Fails:   never throws and never allocates.
 /// Note:    offsets and increments are trusted, not checked against the size of their vector.
@@ -28,7 +27,7 @@ public:
                        int incy);
     /// y := a x + y, walked as by DDot; nothing for n < 1 or a equal to 0.0.
     static void Daxpy(int n, double a, const std::vector<double>& x, int offx, int incx, std::vector<double>& y,
-                      int offy, int incy);
+                      int offy, int incy);  // sic: spelt unlike DScal
     /// x := a x, walked as by DDot; an increment of 0 multiplies one element n times; nothing for n < 1.
     static void DScal(int n, double a, std::vector<double>& x, int off, int inc);
     /// Returns: the Euclidean norm, scaled so that no square leaves the range; 0.0 for n < 1 or inc < 1.
@@ -85,8 +84,7 @@ public:
     static void FindTwoLargestNonMiss(const std::vector<double>& v, double& largest, double& second);
 
     /// Where value belongs in v, which ascends within lo .. hi.
-    /// Returns: the index, from 0, at which value would be inserted: behind an equal element when upper, else before
-    /// it.
+    /// Returns: the index, from 0, at which value would be inserted: behind an equal element if upper, else before it.
     ///          -1 when that place is not within lo .. hi: value lies beyond v[hi] (or equals it, when upper), or
     ///          before v[lo - 1] (or equals it, unless upper). -2 for lo < 0, lo > hi or hi >= the size of v.
     /// Note:    Deliberate: a run of equal elements is not scanned to its end; the first hit of the bisection counts.

@@ -1,5 +1,4 @@
 // Vector helpers, strided vectors: the level-1 routines at an offset, sums and fills. Test: KwMathFun_strided_test.cpp.
-
 #include "numerics/mathfun/KwMathFun.h"
 
 #include <algorithm>

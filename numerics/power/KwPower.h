@@ -48,14 +48,14 @@ public:
     static bool IsOddInteger(double x);
 
     /// Returns: true when 1/x is an odd whole number, compared by AlmostEqual with tol; false for x = 0 and for
-    ///          1/x above MaxInt().
+    ///          1/x above MaxInt(). The bound is one-sided as that of IsInteger.
     static bool IsOneOverOddInteger(double x, double tol);
     /// Returns: true when 1/x is an even whole number; the rest as IsOneOverOddInteger.
     static bool IsOneOverEvenInteger(double x, double tol);
 
     /// Shape:   tol counts machine epsilons.
     /// Returns: true when |a| and |b| differ by at most tol * MEpsilon() relative to the larger one; false when only
-    ///          one of them is 0 or their signs differ.
+    ///          one of them is 0, their signs differ or one is infinite.
     static bool AlmostEqual(double a, double b, double tol);
 
     /// exp(x) within the range of double precision.
