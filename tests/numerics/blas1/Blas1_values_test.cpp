@@ -134,6 +134,14 @@ TEST(Blas1Nrm2, NaNCountsAsNonZero) {
     EXPECT_TRUE(std::isnan(Blas1::DNrm2(3, between, 1)));
 }
 
+TEST(Blas1Nrm2, OneInfinityGivesInfinityAndTwoGiveNaN) {
+    double one[] = {3.0, -kInfinity, 4.0};
+    EXPECT_EQ(Blas1::DNrm2(3, one, 1), kInfinity);
+    // The quotient of the second by the first is no number.
+    double two[] = {kInfinity, 2.385, kInfinity};
+    EXPECT_TRUE(std::isnan(Blas1::DNrm2(3, two, 1)));
+}
+
 TEST(Blas1AMax, IsTheReferenceForAllIncrements) {
     for (const int n : kLengths) {
         for (const int inc : kIncrements) {

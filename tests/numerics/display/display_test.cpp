@@ -278,6 +278,27 @@ TEST_F(Display, ElevenPairsTakeTwoLines) {
     EXPECT_EQ(dump.Take(), "\np (size = 11) (1,2) (1,2) (1,2) (1,2) (1,2) (1,2) (1,2) (1,2) (1,2) (1,2)\n (1,2)");
 }
 
+TEST_F(Display, ElevenElementsOfAnyKindTakeTwoLines) {
+    KwDisplay_930::DisplayUV("u", std::vector<unsigned int>(11, 7u));
+    EXPECT_EQ(dump.Take(), "\nu (size = 11) 7 7 7 7 7 7 7 7 7 7\n 7");
+    KwDisplay_930::DisplaySV("s", std::vector<std::string>(11, "x"));
+    EXPECT_EQ(dump.Take(), "\ns (size = 11) x x x x x x x x x x\n x");
+    const std::vector<bool> flags(11, true);
+    const std::string flagText = " true true true true true true true true true true\n true";
+    KwDisplay_930::DisplayBV("b", flags);
+    EXPECT_EQ(dump.Take(), "\nb (size = 11)" + flagText);
+    KwDisplay_930::DisplayBVV("bb", {flags});
+    EXPECT_EQ(dump.Take(), "\nbb ( number of rows = 1, number of columns = 11)\n" + flagText);
+    KwDisplay_930::DisplaySSLM("m", {{"k", std::vector<std::string>(11, "x")}});
+    EXPECT_EQ(dump.Take(), "\nm Map's StringList:\nMap key = k\nMap value = x x x x x x x x x x\n x");
+    std::map<int, int> squares;
+    for (int k = 0; k < 11; ++k) {
+        squares[k] = k * k;
+    }
+    KwDisplay_930::DisplayVIM("q", squares);
+    EXPECT_EQ(dump.Take(), "\nq (0,0) (1,1) (2,4) (3,9) (4,16) (5,25) (6,36) (7,49) (8,64) (9,81)\n (10,100)");
+}
+
 TEST_F(Display, MapsOfNumbersHaveACountExceptTheShortForm) {
     std::map<double, double> doubles = {{0.5, kMissing}, {-1, 2.385}};
     KwDisplay_930::DisplayDDM("m", doubles);

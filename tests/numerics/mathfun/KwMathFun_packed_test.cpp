@@ -55,6 +55,10 @@ TEST(KwMathFunVSV, CountsElementsOffTheDiagonalTwice) {
     EXPECT_EQ(KwMathFun::VSV({2.0, 3.0, 5.0}, 2, {7.0, -1.0}), 2 * 49.0 - 2 * 3 * 7.0 + 5.0);
 }
 
+TEST(KwMathFunVSV, ReadsNothingBehindItsOrder) {
+    EXPECT_EQ(KwMathFun::VSV({2.0, 3.0, 5.0, 99.0, 99.0}, 2, {7.0, -1.0, 99.0}), 2 * 49.0 - 2 * 3 * 7.0 + 5.0);
+}
+
 TEST(KwMathFunVSV, OrderZeroGivesZero) {
     EXPECT_EQ(KwMathFun::VSV({}, 0, {}), 0.0);
     EXPECT_EQ(KwMathFun::VSV({1.0}, 0, {1.0}), 0.0);

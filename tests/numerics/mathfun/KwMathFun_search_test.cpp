@@ -105,6 +105,19 @@ TEST(KwMathFunBinSearch, RunOfEqualsGivesTheFirstHitOfTheBisection) {
     EXPECT_EQ(KwMathFun::BinSearch(std::vector<int>{1, 2, 2, 3}, 0, 3, 2, true), 2);
 }
 
+TEST(KwMathFunBinSearch, RunOfEqualsIsNotScannedToItsEnd) {
+    // The middle of 0 .. 2, of 0 .. 5 and, rounded down, of 0 .. 1 and 1 .. 4.
+    const std::vector<int> run = {2, 2, 2, 3};
+    EXPECT_EQ(KwMathFun::BinSearch(run, 0, 3, 2, false), 1);
+    EXPECT_EQ(KwMathFun::BinSearch(run, 0, 3, 2, true), 2);
+    const Values longer = {1.0, 2.0, 2.0, 2.0, 2.0, 2.0, 3.0};
+    EXPECT_EQ(KwMathFun::BinSearch(longer, 0, 6, 2.0, false), 2);
+    EXPECT_EQ(KwMathFun::BinSearch(longer, 0, 6, 2.0, true), 3);
+    EXPECT_EQ(KwMathFun::BinSearch(Values{2.0, 2.0, 3.0}, 0, 2, 2.0, false), 0);
+    EXPECT_EQ(KwMathFun::BinSearch(Values{2.0, 2.0, 3.0}, 0, 2, 2.0, true), 1);
+    EXPECT_EQ(KwMathFun::BinSearch(longer, 1, 5, 2.0, false), 2);
+}
+
 TEST(KwMathFunBinSearch, BeyondTheRangeIsMinusOneAndABadRangeMinusTwo) {
     const Values v = {1.0, 2.0, 2.0, 3.0};
     for (const bool upper : {false, true}) {

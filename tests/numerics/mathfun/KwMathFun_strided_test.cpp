@@ -5,6 +5,7 @@
 
 #include <climits>
 #include <cmath>
+#include <limits>
 
 #include "tests/numerics/blas1/GuardedVector.h"
 
@@ -55,6 +56,15 @@ TEST(KwMathFunAxpy, IsThePlainLoopOverAllStrides) {
         KwMathFun::Daxpy(n, -2.385, x, kOffset, incx, y, kOffset, incy);
         EXPECT_EQ(Bits(y), Bits(expected));
     });
+}
+
+TEST(KwMathFunAxpy, FactorZeroLeavesYUntouchedEvenWhereXIsNaN) {
+    const Values x = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()};
+    Values y = {2.385, -0.0};
+    for (const double zero : {0.0, -0.0}) {
+        KwMathFun::Daxpy(2, zero, x, 0, 1, y, 0, 1);
+        EXPECT_EQ(Bits(y), Bits(Values{2.385, -0.0}));
+    }
 }
 
 TEST(KwMathFunScal, IsThePlainLoopOverAllStrides) {

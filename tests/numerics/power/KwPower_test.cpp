@@ -106,6 +106,15 @@ TEST(KwPowerReciprocals, ZeroTinyAndNonReciprocalsAreRefused) {
     EXPECT_FALSE(KwPower::IsOneOverOddInteger(-5e-324, 32.0));
 }
 
+TEST(KwPowerReciprocals, BoundIsOneSided) {
+    EXPECT_TRUE(KwPower::IsOneOverEvenInteger(1.0 / 2147483646.0, 32.0));
+    EXPECT_TRUE(KwPower::IsOneOverOddInteger(1.0 / 2147483645.0, 32.0));
+    EXPECT_FALSE(KwPower::IsOneOverEvenInteger(1.0 / 2147483648.0, 32.0));
+    EXPECT_FALSE(KwPower::IsOneOverOddInteger(1.0 / 2147483649.0, 32.0));
+    EXPECT_TRUE(KwPower::IsOneOverEvenInteger(-1.0 / 4e9, 32.0));
+    EXPECT_TRUE(KwPower::IsOneOverOddInteger(-1.0 / 4000000001.0, 32.0));
+}
+
 TEST(KwPowerReciprocals, ToleranceCountsEpsilonsOfTheHalvedReciprocal) {
     const double nearThird = (1.0 / 3.0) * (1.0 + 100 * KwPower::MEpsilon());
     EXPECT_FALSE(KwPower::IsOneOverOddInteger(nearThird, 32.0));
@@ -137,6 +146,12 @@ TEST(KwPowerAlmostEqual, DifferenceIsRelativeToTheLargerMagnitude) {
     EXPECT_FALSE(KwPower::AlmostEqual(2.99, 4, tol));
     EXPECT_FALSE(KwPower::AlmostEqual(kNaN, 4, tol));
     EXPECT_FALSE(KwPower::AlmostEqual(4, kNaN, tol));
+}
+
+TEST(KwPowerAlmostEqual, InfinitiesAreNotEqualForTheirDifferenceIsNoNumber) {
+    EXPECT_FALSE(KwPower::AlmostEqual(kInfinity, kInfinity, 32));
+    EXPECT_FALSE(KwPower::AlmostEqual(-kInfinity, -kInfinity, 32));
+    EXPECT_FALSE(KwPower::AlmostEqual(kInfinity, 2.385, 32));
 }
 
 TEST(KwPowerExponent, IsComputedUpToBothBoundsInclusive) {
@@ -204,6 +219,10 @@ TEST(KwPowerPower, OverflowOfANegativeBaseDependsOnParityAndSign) {
     ExpectNoPower(-10, 401, KwPower::kPowerNegOverflow);
     ExpectNoPower(-0.1, -401, KwPower::kPowerOverflow);
     ExpectNoPower(10, 400, KwPower::kPowerOverflow);
+    ExpectNoPower(0.1, -400, KwPower::kPowerOverflow);
+    // The logarithm decides, even where the power itself would be finite.
+    ExpectNoPower(-1.5e308, 1, KwPower::kPowerNegOverflow);
+    ExpectNoPower(-5e-324, -1, KwPower::kPowerOverflow);
 }
 
 TEST(KwPowerPower, UnderflowKeepsTheSign) {
