@@ -27,7 +27,7 @@ extern const InnerLoops kAvx2InnerLoops;
 const InnerLoops& FastestInnerLoops();
 
 /// Vectors shorter than this are worked on in place, as a call would cost more than the loop.
-constexpr std::ptrdiff_t kShort = 12;
+constexpr std::ptrdiff_t kShort = 24;
 
 /// Returns: the dot product; 0 for n <= 0. The order of summation depends on n only.
 inline double Dot(std::ptrdiff_t n, const double* x, const double* y) {
