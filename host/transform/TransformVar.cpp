@@ -6,7 +6,9 @@
 namespace KwBrevix_930 {
 
 TransformVar::TransformVar(std::string name, FieldType type, Kind kind, std::unique_ptr<Expression> expression)
-    : DictVar(std::move(name), type.GetStorage(), kind), fFieldType(type), fExpression(std::move(expression)) {}
+    : DictVar(std::move(name), type.GetStorage(), kind), fExpression(std::move(expression)) {
+    SetFieldType(type);
+}
 
 TransformVar::~TransformVar() = default;
 

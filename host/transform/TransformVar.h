@@ -14,11 +14,9 @@ namespace KwBrevix_930 {
 /// Looked up like any variable; its values stand in the derived case record.
 class BREVIX_HOST_API TransformVar : public DictVar {
 public:
-    /// The expression may be null, and be given later.
+    /// GetFieldType gives the type, never null. The expression may be null, and be given later.
     TransformVar(std::string name, FieldType type, Kind kind, std::unique_ptr<Expression> expression = nullptr);
     ~TransformVar() override;
-
-    FieldType GetFieldType() const { return fFieldType; }
 
     /// expression: of this field's own type; reads slots of the dictionary that holds this variable.
     void SetExpression(std::unique_ptr<Expression> expression);
@@ -38,7 +36,6 @@ public:
     void SetSlot(std::size_t slot) { fSlot = slot; }
 
 private:
-    FieldType fFieldType;
     std::unique_ptr<Expression> fExpression;
     std::size_t fSlot = 0;
 };

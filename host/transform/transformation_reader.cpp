@@ -35,7 +35,7 @@ public:
         if (const ScoreDictVar* variable = fRaw.FindVar(name))
             return Field{fDerived.AddRawField(name), TypeOf(*variable), variable->GetKind(), variable};
         if (const TransformVar* variable = fDerived.FindVar(name))
-            return Field{variable->GetSlot(), variable->GetFieldType(), variable->GetKind(), variable};
+            return Field{variable->GetSlot(), *variable->GetFieldType(), variable->GetKind(), variable};
         return std::nullopt;
     }
 
@@ -78,7 +78,7 @@ void Declare(const DOMElemUtility& reader, const DOMElement& element, const Scor
 void ReadContent(const DOMElemUtility& reader, const DOMElement& element, FieldScope& scope, FunctionTable& functions,
                  TransformVar& variable) {
     variable.SetExpression(
-        ReadExpression(reader, FindExpression(reader, element), variable.GetFieldType(), scope, functions));
+        ReadExpression(reader, FindExpression(reader, element), *variable.GetFieldType(), scope, functions));
 }
 
 std::string ChainText(const std::vector<std::string>& names) {
