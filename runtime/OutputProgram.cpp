@@ -68,7 +68,7 @@ std::optional<Field> OutputProgram::Find(const std::string& name) {
         type = KwBrevix_930::TypeOf(*variable);
     } else if (const auto* derived = isDerived ? fTransformations->FindVar(name) : nullptr) {
         variable = derived;
-        type = derived->GetFieldType();
+        type = *derived->GetFieldType();
     }
     if (!variable)
         return std::nullopt;
