@@ -212,6 +212,13 @@ TEST(KwPowerPower, OneOverAnOddNumberIsTakenWithinThirtyTwoEpsilons) {
     EXPECT_EQ(KwPower::Power(-8, (1.0 / 3.0) * (1.0 + 40 * KwPower::MEpsilon()), result), KwPower::kPowerOK);
     EXPECT_NEAR(result, -2.0, 100 * KwPower::MEpsilon());
     ExpectNoPower(-8, (1.0 / 3.0) * (1.0 + 50 * KwPower::MEpsilon()), KwPower::kPowerUndefined);
+    // A reciprocal off 3 by 128 epsilons puts (1/x + 1) / 2 off 2 by exactly 32, relatively; the next double is beyond.
+    const double onBound = 3.0 - 128 * KwPower::MEpsilon();
+    const double beyond = 3.0 - 130 * KwPower::MEpsilon();
+    ASSERT_EQ(1.0 / (1.0 / onBound), onBound);
+    ASSERT_EQ(1.0 / (1.0 / beyond), beyond);
+    EXPECT_EQ(KwPower::Power(-8, 1.0 / onBound, result), KwPower::kPowerOK);
+    ExpectNoPower(-8, 1.0 / beyond, KwPower::kPowerUndefined);
 }
 
 TEST(KwPowerPower, OverflowOfANegativeBaseDependsOnParityAndSign) {
