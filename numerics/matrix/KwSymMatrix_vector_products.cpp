@@ -16,16 +16,37 @@ namespace KwMath_930 {
 
 namespace {
 
-// out = the part of the packed matrix with count rows and columns from first on, times v.
+// One row of the product below: row i gives out[i] its leading terms and each out[j], j from start on, its term i.
+void MultiplyRow(const double* run, int i, int start, const double* v, double sum, double* out) {
+    for (int j = start; j < i; ++j) {
+        sum += run[j] * v[j];
+        out[j] += run[j] * v[i];
+    }
+    out[i] = sum + run[i] * v[i];
+}
+
+// out = the part of the packed matrix with count rows and columns from first on, times v. Four rows go together, which
+// changes the order of no sum.
 void MultiplyPart(const double* packed, int first, int count, const double* v, double* out) {
-    for (int i = 0; i < count; ++i) {
-        const double* run = packed + packed_triangle::RowStart(first + i) + first;
-        double sum = 0.0;
+    const auto row = [=](int i) { return packed + packed_triangle::RowStart(first + i) + first; };
+    int i = 0;
+    for (; i + 4 <= count; i += 4) {
+        const double* runs[4] = {row(i), row(i + 1), row(i + 2), row(i + 3)};
+        double sums[4] = {0.0, 0.0, 0.0, 0.0};
         for (int j = 0; j < i; ++j) {
-            sum += run[j] * v[j];
-            out[j] += run[j] * v[i];
+            sums[0] += runs[0][j] * v[j];
+            sums[1] += runs[1][j] * v[j];
+            sums[2] += runs[2][j] * v[j];
+            sums[3] += runs[3][j] * v[j];
+            out[j] = (((out[j] + runs[0][j] * v[i]) + runs[1][j] * v[i + 1]) + runs[2][j] * v[i + 2]) +
+                     runs[3][j] * v[i + 3];
         }
-        out[i] = sum + run[i] * v[i];
+        for (int q = 0; q < 4; ++q) {
+            MultiplyRow(runs[q], i + q, i, v, sums[q], out);
+        }
+    }
+    for (; i < count; ++i) {
+        MultiplyRow(row(i), i, 0, v, 0.0, out);
     }
 }
 

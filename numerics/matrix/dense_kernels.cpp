@@ -1,32 +1,69 @@
-// Matrix products by rows: four rows of B are added to a row of C in one pass. Test:
-// KwRectMatrix_products_test.cpp.
+// Matrix products by tiles: panels of B are gathered on the stack, rows of A and C stay where they are.
+// Test: KwRectMatrix_products_test.cpp.
 #include "numerics/matrix/dense_kernels.h"
 
 #include <algorithm>
 
 #include "numerics/matrix/matrix_operand.h"
 #include "numerics/matrix/packed_triangle.h"
+#include "numerics/matrix/product_kernel.h"
 
 namespace KwMath_930::dense_kernels {
 
+namespace {
+
+constexpr int kDepth = 256;  // a gathered panel of kDepth x kTileCols stands in 16 KB of stack
+
+// Gathers width <= kTileCols columns of count rows of b from column on; the rest of a panel row is 0.
+void GatherPanel(int count, const double* b, std::size_t ldb, int column, int width, double* panel) {
+    for (int p = 0; p < count; ++p) {
+        double* const row = panel + p * kTileCols;
+        std::copy_n(b + static_cast<std::size_t>(p) * ldb + column, width, row);
+        std::fill(row + width, row + kTileCols, 0.0);
+    }
+}
+
+// Adds the product of height <= kTileRows rows of a with a panel to width columns of c; a tile that reaches beyond them
+// is formed aside.
+void AddPart(TileKernel addTile, int count, int height, int width, const double* a, std::size_t lda,
+             const double* const* panelRows, double* c, std::size_t ldc) {
+    double aside[kTileRows][kTileCols] = {};
+    const bool isWhole = height == kTileRows && width == kTileCols;
+    const double* rowsOfA[kTileRows];
+    double* places[kTileRows];
+    for (int q = 0; q < kTileRows; ++q) {
+        // A row that is not there is taken for the last one, and its sums are dropped.
+        rowsOfA[q] = a + static_cast<std::size_t>(std::min(q, height - 1)) * lda;
+        places[q] = isWhole ? c + static_cast<std::size_t>(q) * ldc : aside[q];
+    }
+    addTile(count, rowsOfA, panelRows, 0, 1.0, places);
+    for (int q = 0; !isWhole && q < height; ++q) {
+        for (int j = 0; j < width; ++j) {
+            c[static_cast<std::size_t>(q) * ldc + static_cast<std::size_t>(j)] += aside[q][j];
+        }
+    }
+}
+
+}  // namespace
+
 void AddProduct(int m, int n, int k, const double* a, std::size_t lda, const double* b, std::size_t ldb, double* c,
                 std::size_t ldc) {
-    for (int i = 0; i < m; ++i) {
-        const double* rowA = a + static_cast<std::size_t>(i) * lda;
-        double* rowC = c + static_cast<std::size_t>(i) * ldc;
-        int p = 0;
-        for (; p + 4 <= k; p += 4) {
-            const double* b0 = b + static_cast<std::size_t>(p) * ldb;
-            const double* b1 = b0 + ldb;
-            const double* b2 = b1 + ldb;
-            const double* b3 = b2 + ldb;
-            for (int j = 0; j < n; ++j) {
-                rowC[j] =
-                    (((rowC[j] + rowA[p] * b0[j]) + rowA[p + 1] * b1[j]) + rowA[p + 2] * b2[j]) + rowA[p + 3] * b3[j];
+    const TileKernel addTile = FastestTileKernel();
+    double panel[kDepth * kTileCols];
+    const double* panelRows[kDepth];
+    for (int p = 0; p < kDepth; ++p) {
+        panelRows[p] = panel + p * kTileCols;
+    }
+    for (int depth = 0; depth < k; depth += kDepth) {
+        const int count = std::min(kDepth, k - depth);
+        for (int j = 0; j < n; j += kTileCols) {
+            const int width = std::min(kTileCols, n - j);
+            GatherPanel(count, b + static_cast<std::size_t>(depth) * ldb, ldb, j, width, panel);
+            for (int i = 0; i < m; i += kTileRows) {
+                AddPart(addTile, count, std::min(kTileRows, m - i), width,
+                        a + static_cast<std::size_t>(i) * lda + depth, lda, panelRows,
+                        c + static_cast<std::size_t>(i) * ldc + j, ldc);
             }
-        }
-        for (; p < k; ++p) {
-            AddMultiple(n, rowA[p], b + static_cast<std::size_t>(p) * ldb, rowC);
         }
     }
 }

@@ -1,5 +1,4 @@
-// Inner loops over plain rows of doubles that the matrix classes share. Internal. Each element of a result is summed in
-// the order of the inner index, products and sums rounded apart.
+// Inner loops over plain rows of doubles that the matrix classes share. Internal. Products and sums are rounded apart.
 #pragma once
 
 #include <cstddef>

@@ -119,9 +119,18 @@ std::vector<double> ZeroRows(int nRows, int nCols) {
 std::vector<double> ToSquare(const double* packed, int order) {
     std::vector<double> square = ZeroRows(order, order);
     const auto n = static_cast<std::size_t>(std::max(order, 0));
-    for (std::size_t i = 0; i < n; ++i) {
-        for (std::size_t j = 0; j <= i; ++j) {
-            square[i * n + j] = square[j * n + i] = *packed++;
+    for (int i = 0; i < order; ++i) {
+        std::copy_n(packed + packed_triangle::RowStart(i), i + 1, square.data() + static_cast<std::size_t>(i) * n);
+    }
+    // The mirror by square blocks, of which rows and columns stay at hand.
+    constexpr std::size_t kBlock = 16;
+    for (std::size_t rows = 0; rows < n; rows += kBlock) {
+        for (std::size_t columns = 0; columns <= rows; columns += kBlock) {
+            for (std::size_t i = rows; i < std::min(n, rows + kBlock); ++i) {
+                for (std::size_t j = columns; j < std::min(i, columns + kBlock); ++j) {
+                    square[j * n + i] = square[i * n + j];
+                }
+            }
         }
     }
     return square;

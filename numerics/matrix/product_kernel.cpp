@@ -1,0 +1,15 @@
+// Choice of the version of the tile. Test: product_kernel_test.cpp.
+#include "numerics/matrix/product_kernel.h"
+
+namespace KwMath_930 {
+
+TileKernel FastestTileKernel() {
+#if defined(__x86_64__) && !defined(_WIN32)
+    static const TileKernel fastest = __builtin_cpu_supports("avx2") ? AddTileAvx2 : AddTileBaseline;
+    return fastest;
+#else
+    return AddTileBaseline;
+#endif
+}
+
+}  // namespace KwMath_930
