@@ -167,6 +167,7 @@ public:
     /// Returns: -1 when R^T R - x x^T is not positive definite: r, z, rho, c are unchanged; 1 when an element of rho
     /// could
     ///          not be downdated and became -1; 0 otherwise.
+    /// Note:    Deliberate: as published, a rho of 0 from which nothing is to be taken gives NaN, 0 / 0, and no info.
     static int Dchdd(double* r, int ldr, int p, double* x, double* z, int ldz, int nz, double* y, double* rho,
                      double* c, double* s);
     /// Factor of E^T R^T R E, where E moves columns k .. l, 1 <= k < l <= p: for job 1 into the order l, k, ..., l-1;

@@ -271,6 +271,20 @@ TEST(LinpackDchdd, AResidualNormThatCannotBeDowndatedBecomesMinusOne) {
     EXPECT_LT(rho[2], 1.5);
 }
 
+TEST(LinpackDchdd, AResidualNormOfZeroWithNothingToTakeBecomesNaN) {
+    Guarded r(Upper(1), Identity(1));
+    Guarded x(Vector{0.0});
+    Guarded z(Full(1, 1), Matrix(1, 1));
+    Guarded y(Vector{0.0});
+    Guarded rho(Vector{0.0});
+    Guarded c(1);
+    Guarded s(1);
+    EXPECT_EQ(
+        Linpack::Dchdd(r.Data(), r.Ld(), 1, x.Data(), z.Data(), z.Ld(), 1, y.Data(), rho.Data(), c.Data(), s.Data()),
+        0);
+    EXPECT_TRUE(std::isnan(rho[0]));
+}
+
 // ---- Dchex
 
 TEST(LinpackDchex, MovesColumnsAsTheJobSaysAndTurnsZ) {
