@@ -1,6 +1,7 @@
 // The gamma and chi-square distributions and log Gamma. Test: KwDistFun_gamma_test.cpp.
 #include "numerics/distributions/KwDistFun.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "numerics/distributions/detail/checks.h"
@@ -110,7 +111,7 @@ double KwDistFun::zarnidfchi(const double& p, const double& df, long& ier) {
         x = StartSmallDf(p, logGamma, c);
     } else {
         const double p1 = kWilsonHilferty / df;
-        const double root = probit(p) * std::sqrt(p1) + 1.0 - p1;
+        const double root = std::max(1e-3, probit(p) * std::sqrt(p1) + 1.0 - p1);  // kept positive
         x = df * root * root * root;
         if (x > 2.2 * df + 6.0) {
             x = -2.0 * (std::log1p(-p) - c * std::log(0.5 * x) + logGamma);

@@ -24,6 +24,9 @@ using detail::NoncentralTDensity;
 using detail::PointOfF;
 using detail::ProbabilityOrMissing;
 using detail::SearchIncreasing;
+using detail::Tail;
+using detail::Tails;
+using detail::TailsOfF;
 using detail::UnitPoint;
 
 namespace {
@@ -36,11 +39,17 @@ bool IsOpenProbability(double p) {
     return p > 0.0 && p < 1.0;
 }
 
-// The search over nc >= 0 for a distribution function that falls with nc: the complement rises.
-template <class Cdf>
-double SearchNoncentrality(const Cdf& cdf, double p, double start, double least, double most, double tol) {
-    return SearchIncreasing([&](double minus) { return cdf(-minus); }, p, -start, std::max(1.0, 0.25 * std::abs(start)),
-                            -most, -least, tol);
+// The search for nc on the smaller tail of p: the lower one falls with nc, the upper one rises. tailOf(tail, nc).
+template <class TailOf>
+double SearchNoncentrality(const TailOf& tailOf, double p, double start, double least, double most, double tol) {
+    const double step = std::max(1.0, 0.25 * std::abs(start));
+    if (p > 0.5) {
+        return SearchIncreasing([&](double nc) { return tailOf(Tail::kUpper, nc); }, 1.0 - p, start, step, least, most,
+                                tol);
+    }
+    const double minus =
+        SearchIncreasing([&](double x) { return tailOf(Tail::kLower, -x); }, p, -start, step, -most, -least, tol);
+    return minus == Missing() ? minus : 0.0 - minus;
 }
 
 }  // namespace
@@ -56,7 +65,7 @@ double KwDistFun::ncdbet(const double& x, const double& a, const double& b, cons
     if (nc == 0.0) {
         return cdfbet(x, a, b, ier);
     }
-    return ProbabilityOrMissing(NoncentralBeta(UnitPoint(x), a, b, 0.5 * nc, 0.0));
+    return ProbabilityOrMissing(NoncentralBeta(Tail::kLower, UnitPoint(x), a, b, 0.5 * nc, 0.0));
 }
 
 double KwDistFun::NonCentralCdfT(double t, double df, double nc, double tol) {
@@ -73,7 +82,7 @@ double KwDistFun::NonCentralCdfT(double t, double df, double nc, double tol) {
     if (std::isinf(t)) {
         return t > 0.0 ? 1.0 : 0.0;
     }
-    return ProbabilityOrMissing(NoncentralT(t, df, nc, tol));
+    return ProbabilityOrMissing(NoncentralT(Tail::kLower, t, df, nc, tol));
 }
 
 double KwDistFun::NonCentralPdfT(double t, double df, double nc, long& ier) {
@@ -98,7 +107,7 @@ double KwDistFun::NonCentralCdfF(double f, double df1, double df2, double nc, do
     if (!(at.x.hi > 0.0) || !(at.y.hi > 0.0)) {
         return at.x.hi > 0.0 ? 1.0 : 0.0;
     }
-    return ProbabilityOrMissing(NoncentralBeta(at, 0.5 * df1, 0.5 * df2, 0.5 * nc, tol));
+    return ProbabilityOrMissing(NoncentralBeta(Tail::kLower, at, 0.5 * df1, 0.5 * df2, 0.5 * nc, tol));
 }
 
 double KwDistFun::NonCentralCdfChi(double x, double df, double nc) {
@@ -108,7 +117,7 @@ double KwDistFun::NonCentralCdfChi(double x, double df, double nc) {
     if (nc == 0.0 || x <= 0.0 || std::isinf(x)) {
         return CdfChi(x, df);
     }
-    return ProbabilityOrMissing(NoncentralGamma(0.5 * x, 0.5 * df, 0.5 * nc, 0.0));
+    return ProbabilityOrMissing(NoncentralGamma(Tail::kLower, 0.5 * x, 0.5 * df, 0.5 * nc, 0.0));
 }
 
 double KwDistFun::FindNCParamT(double p, double t, double df, double tol, double most) {
@@ -117,8 +126,14 @@ double KwDistFun::FindNCParamT(double p, double t, double df, double tol, double
     }
     const double limit = most > 0.0 ? std::min(most, kMostNoncentralityT) : kMostNoncentralityT;
     const double start = std::clamp(t - probit(p), -kMostNoncentralityT, limit);
-    return SearchNoncentrality([&](double nc) { return NonCentralCdfT(t, df, nc, 0.0); }, p, start,
-                               -kMostNoncentralityT, limit, tol);
+    const auto tailOf = [&](Tail tail, double nc) {
+        if (t == 0.0 || nc == 0.0) {
+            const double sign = tail == Tail::kLower ? 1.0 : -1.0;
+            return t == 0.0 ? CdfStdNorm(-sign * nc) : tail == Tail::kLower ? CdfT(t, df) : SigT(t, df);
+        }
+        return ProbabilityOrMissing(NoncentralT(tail, t, df, nc, 0.0));
+    };
+    return SearchNoncentrality(tailOf, p, start, -kMostNoncentralityT, limit, tol);
 }
 
 double KwDistFun::FindNCParamF(double p, double f, double df1, double df2, double tol) {
@@ -126,8 +141,18 @@ double KwDistFun::FindNCParamF(double p, double f, double df1, double df2, doubl
         return Missing();
     }
     const double start = std::clamp(df1 * f - df1, 0.0, kMostNoncentrality);
-    return SearchNoncentrality([&](double nc) { return NonCentralCdfF(f, df1, df2, nc, 0.0); }, p, start, 0.0,
-                               kMostNoncentrality, tol);
+    const UnitPoint at = PointOfF(f, df1, df2);
+    if (!(at.x.hi > 0.0) || !(at.y.hi > 0.0)) {
+        return Missing();
+    }
+    const auto tailOf = [&](Tail tail, double nc) {
+        if (nc == 0.0) {
+            const Tails tails = TailsOfF(f, df1, df2);
+            return tail == Tail::kLower ? tails.lower : tails.upper;
+        }
+        return ProbabilityOrMissing(NoncentralBeta(tail, at, 0.5 * df1, 0.5 * df2, 0.5 * nc, 0.0));
+    };
+    return SearchNoncentrality(tailOf, p, start, 0.0, kMostNoncentrality, tol);
 }
 
 double KwDistFun::FindNCParamChi(double p, double x, double df, double tol) {
@@ -135,8 +160,13 @@ double KwDistFun::FindNCParamChi(double p, double x, double df, double tol) {
         return Missing();
     }
     const double start = std::clamp(x - df, 0.0, kMostNoncentrality);
-    return SearchNoncentrality([&](double nc) { return NonCentralCdfChi(x, df, nc); }, p, start, 0.0,
-                               kMostNoncentrality, tol);
+    const auto tailOf = [&](Tail tail, double nc) {
+        if (nc == 0.0) {
+            return tail == Tail::kLower ? CdfChi(x, df) : SigChi(x, df);
+        }
+        return ProbabilityOrMissing(NoncentralGamma(tail, 0.5 * x, 0.5 * df, 0.5 * nc, 0.0));
+    };
+    return SearchNoncentrality(tailOf, p, start, 0.0, kMostNoncentrality, tol);
 }
 
 }  // namespace KwMath_930

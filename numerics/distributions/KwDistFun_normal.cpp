@@ -36,6 +36,12 @@ DoubleDouble Standardise(double x, double mean, double sd) {
     return TwoSum(x, -mean) / DoubleDouble(sd);
 }
 
+// The density over the upper tail at z >= 0.
+double HazardRate(double z) {
+    constexpr double kRootHalf = 0.7071067811865476;
+    return 2.0 * kInverseRootTwoPi / ScaledErfc(z * kRootHalf);
+}
+
 }  // namespace
 
 double KwDistFun::prbnrm(const double& x) {
@@ -105,7 +111,10 @@ double KwDistFun::probit(const double& p) {
     const double r = std::sqrt(-std::log(q < 0.0 ? p : 1.0 - p));
     const double z = r <= 5.0 ? Polynomial(kC, r - 1.6) / Polynomial(kD, r - 1.6)
                               : Polynomial(kE, r - 5.0) / Polynomial(kF, r - 5.0);
-    return q < 0.0 ? -z : z;
+    // A Newton step on the tail that the deviate cuts off.
+    const double tail = q < 0.0 ? p : 1.0 - p;
+    const double refined = z + (prbnrm(-z) / tail - 1.0) / HazardRate(z);
+    return q < 0.0 ? -refined : refined;
 }
 
 double KwDistFun::cdfexp(const double& x, const double& rate, long& ier) {

@@ -38,6 +38,9 @@ DoubleDouble LogMantissa(double m, double low) {
 }  // namespace
 
 DoubleDouble Log(const DoubleDouble& x) {
+    if (!(x.hi > 0.0) || std::isinf(x.hi)) {
+        return std::log(x.hi);
+    }
     int exponent = 0;
     double mantissa = std::frexp(x.hi, &exponent);
     if (mantissa < 0.70710678118654752) {

@@ -69,7 +69,7 @@ inline DoubleDouble operator/(const DoubleDouble& a, const DoubleDouble& b) {
     return QuickTwoSum(quotient.hi, quotient.lo + third);
 }
 
-// log(x) to about 68 bits for 0 < x; of what x.hi rounds, x.lo is the rest.
+// log(x) to about 68 bits for finite x > 0; of what x.hi rounds, x.lo is the rest. Else as std::log(x.hi).
 DoubleDouble Log(const DoubleDouble& x);
 
 // u - log(1 + u) to about 66 bits, u > -1; near 0 without cancellation.

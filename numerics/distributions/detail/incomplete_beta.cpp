@@ -61,6 +61,22 @@ Tails ByFraction(const UnitPoint& at, double a, double b) {
     return Tails::FromLower(BetaPrefix(at, a, b) * a / Fraction(at, a, b));
 }
 
+// 1 + (a+b)/(a+1) x + (a+b)(a+b+1)/((a+1)(a+2)) x^2 + ..., all terms positive: I_x(a, b) over BetaPrefix.
+double PositiveSeries(double x, double a, double b) {
+    double term = 1.0;
+    double sum = 0.0;
+    for (int n = 0; n < kMostSteps && term > 0.02 * kEpsilon * sum; ++n) {
+        term *= x * ((a + b + n) / (a + 1.0 + n));
+        sum += term;
+    }
+    return 1.0 + sum;
+}
+
+// Whether x lies below or about the mean of a variate with a small parameter a: there the positive series is short.
+bool PositiveSeriesServes(double x, double a, double b) {
+    return a < kUniformFrom && a <= b && x <= 0.5 && x * (a + b) <= a + 0.35 * std::sqrt(a);
+}
+
 // Whether the series at this end converges within some dozens of terms without cancelling.
 bool SeriesServes(double x, double a, double b) {
     return x <= kSeriesReach && (b <= 1.0 || (a <= 1.0 && b * x <= kExpansionReach));
@@ -166,6 +182,12 @@ Tails IncompleteBeta(const UnitPoint& at, double a, double b) {
         if (SeriesServes(at.y.hi, b, a) && BySeries(at.Swapped(), b, a, tails)) {
             return tails.Swapped();
         }
+    }
+    if (least > 1.0 && PositiveSeriesServes(at.x.hi, a, b)) {
+        return Tails::FromLower(BetaPrefix(at, a, b) * PositiveSeries(at.x.hi, a, b));
+    }
+    if (least > 1.0 && PositiveSeriesServes(at.y.hi, b, a)) {
+        return Tails::FromUpper(BetaPrefix(at.Swapped(), b, a) * PositiveSeries(at.y.hi, b, a));
     }
     if (least >= kUniformFrom) {
         const DoubleDouble deviance = BetaDeviance(at, a, b);

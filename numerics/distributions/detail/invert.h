@@ -19,6 +19,7 @@ double Refine(double start, const Tails& target, double most, const TailsOf& tai
     const bool byLower = target.lower <= target.upper;
     const double goal = byLower ? target.lower : target.upper;
     double low = std::numeric_limits<double>::denorm_min();
+    bool lowIsBelow = false;  // whether low was seen to be below the solution
     double high = most;
     double x = start > low && start < high ? start : std::sqrt(low) * std::sqrt(high);
     for (int i = 0; i < kMostRefinements; ++i) {
@@ -26,6 +27,7 @@ double Refine(double start, const Tails& target, double most, const TailsOf& tai
         const double reached = byLower ? at.lower : at.upper;
         const bool below = byLower ? reached < goal : reached > goal;
         (below ? low : high) = x;
+        lowIsBelow = lowIsBelow || below;
         if (reached == goal) {
             return x;
         }
@@ -42,7 +44,7 @@ double Refine(double start, const Tails& target, double most, const TailsOf& tai
         if (!(next > low && next < high)) {
             next = high < 2.0 * low ? 0.5 * (low + high) : std::sqrt(low) * std::sqrt(high);
             if (!(next > low && next < high)) {
-                return below ? high : low;
+                return below ? high : lowIsBelow ? low : 0.0;
             }
         }
         x = next;

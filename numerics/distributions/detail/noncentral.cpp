@@ -20,8 +20,10 @@ namespace KwMath_930::detail {
 
 namespace {
 
-constexpr int kBlock = 32;
+constexpr int kBlock = 16;
 constexpr double kNegligible = 1e-19;
+constexpr double kMostIndex = 2e9;
+constexpr int kMostMixtureTerms = 2000000;  // some 18 sqrt(kMostIndex) are the most that a sum takes
 constexpr double kRootHalf = 0.7071067811865476;
 constexpr double kInverseRootTwoPi = 0.3989422804014327;
 
@@ -96,25 +98,27 @@ double Mixture(const Family& family, double half, double shift, bool isLower, do
         const double growth = family.Growth(j);
         return half / (j + shift) * (isLower ? std::min(1.0, growth) : std::max(1.0, family.Growth(j - 1.0)));
     };
-    const double mode = LastGrowing(ratio, 2.0 + 2.0 * half + 2e5);
+    const double mode = LastGrowing(ratio, kMostIndex);
+    const auto valueAt = [&](double j) { return isLower ? family.Lower(j) : family.Upper(j); };
+    if (!(GammaPrefix(half, mode + shift) * valueAt(mode) > 0.0)) {
+        return 0.0;  // the largest term underflows
+    }
     double j = mode;
     double size = 1.0;
-    if (isLower) {
-        while (size > kNegligible * 1e-2) {
+    for (int n = 0; n < kMostMixtureTerms && size > kNegligible * 1e-2 && (isLower || j > 0.0); ++n) {
+        if (isLower) {
             size *= ratio(++j);
-        }
-    } else {
-        while (j > 0.0 && size > kNegligible * 1e-2) {
+        } else {
             size /= ratio(j--);
         }
     }
     const double end = tol > 0.0 ? tol * KwPower::MEpsilon() : kNegligible;
     const double direction = isLower ? -1.0 : 1.0;
-    DoubleDouble value(isLower ? family.Lower(j) : family.Upper(j));
+    DoubleDouble value(valueAt(j));
     DoubleDouble total;
     double weight = 0.0;
     double step = 0.0;
-    for (int n = 0;; ++n, j += direction) {
+    for (int n = 0; n < kMostMixtureTerms; ++n, j += direction) {
         if (n % kBlock == 0) {
             weight = GammaPrefix(half, j + shift);
             step = isLower ? (j > 0.0 ? family.Step(j - 1.0) : 0.0) : family.Step(j);
@@ -134,6 +138,7 @@ double Mixture(const Family& family, double half, double shift, bool isLower, do
             step *= family.Growth(j + 1.0);
         }
     }
+    return std::numeric_limits<double>::quiet_NaN();
 }
 
 // exp(x) - 1 - x.
@@ -171,10 +176,11 @@ double Trapezoid(const Integrand& integrand, double curvature) {
     return kStep * scale * sum;
 }
 
-// s times the density of s = sqrt(chi-square/df).
+// s times the density of s = sqrt(chi-square/df); what rounding takes from df s^2/2 is put back.
 double WeightedScale(double s, double df) {
     const double p = 0.5 * df;
-    return 2.0 * p * GammaPrefix(p * s * s, p);
+    const DoubleDouble x = DoubleDouble(p) * TwoProduct(s, s);
+    return 2.0 * p * GammaPrefix(x.hi, p) * (1.0 + x.lo * (p / x.hi - 1.0));
 }
 
 // P(T > t; -d) for t, d > 0.
@@ -190,7 +196,8 @@ double OppositeTail(double t, double df, double d) {
     }
     const double u = 0.5 * (low + high);
     const double s = std::exp(u);
-    const double z = t * s + d;
+    const DoubleDouble exactZ = TwoProduct(t, s) + DoubleDouble(d);
+    const double z = exactZ.hi;
     if (z > 38.5) {
         return 0.0;
     }
@@ -207,36 +214,46 @@ double OppositeTail(double t, double df, double d) {
                        : std::exp(exponent) * ScaledErfc(std::max(0.0, z + shift) * kRootHalf) / height;
         },
         curvature);
-    return 0.5 * ExpHalfSquare(z) * height * WeightedScale(s, df) * integral;
+    const double edge = 0.5 * ExpHalfSquare(z) * height * (1.0 - slope * exactZ.lo);
+    return edge * WeightedScale(s, df) * integral;
 }
 
 }  // namespace
 
-double NoncentralGamma(double z, double a, double half, double tol) {
-    return Mixture(GammaFamily{z, a}, half, 0.0, true, tol);
+// The mixture is formed for the tail that lies away from the mean: the other is its complement.
+double NoncentralGamma(Tail tail, double z, double a, double half, double tol) {
+    const Tail formed = z > a + half ? Tail::kUpper : Tail::kLower;
+    const double value = Mixture(GammaFamily{z, a}, half, 0.0, formed == Tail::kLower, tol);
+    return formed == tail ? value : 1.0 - value;
 }
 
-double NoncentralBeta(const UnitPoint& at, double a, double b, double half, double tol) {
-    return Mixture(BetaFamily{at, a, b}, half, 0.0, true, tol);
+double NoncentralBeta(Tail tail, const UnitPoint& at, double a, double b, double half, double tol) {
+    const Tail formed = at.x.hi * b > at.y.hi * (a + half) ? Tail::kUpper : Tail::kLower;
+    const double value = Mixture(BetaFamily{at, a, b}, half, 0.0, formed == Tail::kLower, tol);
+    return formed == tail ? value : 1.0 - value;
 }
 
-double NoncentralT(double t, double df, double delta, double tol) {
-    const bool isLower = t > 0.0;  // of |t|, the sign of delta turned with that of t
-    const double magnitude = std::abs(delta);
-    if ((t > 0.0) != (delta > 0.0)) {
-        const double tail = OppositeTail(std::abs(t), df, magnitude);
-        return isLower ? 1.0 - tail : tail;
+double NoncentralT(Tail tail, double t, double df, double delta, double tol) {
+    // By reflection t > 0: then the tail of opposite signs is an upper one.
+    if (t < 0.0) {
+        return NoncentralT(tail == Tail::kLower ? Tail::kUpper : Tail::kLower, -t, df, -delta, tol);
+    }
+    if (delta < 0.0) {
+        const double upper = OppositeTail(t, df, -delta);
+        return tail == Tail::kUpper ? upper : 1.0 - upper;
     }
     const UnitPoint at = PointOfT(t, df);
+    const double normal = 0.5 * Erfc(delta * kRootHalf);  // P(T <= 0)
     if (!(at.x.hi > 0.0) || !(at.y.hi > 0.0)) {
-        const bool isSmall = !(at.x.hi > 0.0);
-        return isLower == isSmall ? 0.5 * Erfc(isSmall ? magnitude * kRootHalf : -40.0)
-                                  : 0.5 * Erfc(isSmall ? -magnitude * kRootHalf : 40.0);
+        const double lower = at.x.hi > 0.0 ? 1.0 : normal;
+        return tail == Tail::kLower ? lower : 1.0 - lower;
     }
-    const double half = 0.5 * magnitude * magnitude;
-    const double sum = Mixture(BetaFamily{at, 0.5, 0.5 * df}, half, 0.0, isLower, tol) +
-                       Mixture(BetaFamily{at, 1.0, 0.5 * df}, half, 0.5, isLower, tol);
-    return isLower ? 0.5 * Erfc(magnitude * kRootHalf) + 0.5 * sum : 0.5 * sum;
+    const Tail formed = t > delta ? Tail::kUpper : Tail::kLower;
+    const double half = 0.5 * delta * delta;
+    const double sum = Mixture(BetaFamily{at, 0.5, 0.5 * df}, half, 0.0, formed == Tail::kLower, tol) +
+                       Mixture(BetaFamily{at, 1.0, 0.5 * df}, half, 0.5, formed == Tail::kLower, tol);
+    const double value = formed == Tail::kLower ? normal + 0.5 * sum : 0.5 * sum;
+    return formed == tail ? value : 1.0 - value;
 }
 
 double NoncentralTDensity(double t, double df, double delta) {

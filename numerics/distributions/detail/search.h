@@ -40,8 +40,11 @@ double SearchIncreasing(const Function& f, double goal, double start, double ste
         there = miss(other);
         step *= 2.0;
     }
-    if (here == 0.0 || std::isnan(there)) {
-        return here == 0.0 ? x : Missing();
+    if (here == 0.0) {
+        return x;
+    }
+    if (std::isnan(there) || (there < 0.0) == (here < 0.0)) {
+        return Missing();
     }
     double weightHere = here;
     double weightThere = there;

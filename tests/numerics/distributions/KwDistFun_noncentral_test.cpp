@@ -1,0 +1,173 @@
+// The non-central distributions and the searches for a non-centrality.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "numerics/distributions/KwDistFun.h"
+#include "numerics/power/KwMV.h"
+#include "tests/support/KwDistFunTestAccess.h"
+
+namespace {
+
+using KwCommon_930::KwMV;
+using KwMath_930::KwDistFun;
+using Kernels = KwMath_930::KwDistFunTestAccess;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+const double kMissing = KwMV::Missing();
+
+TEST(KwDistFunNonCentralT, IsCentralWithoutNonCentrality) {
+    for (const double t : {-3.2, 0.4, 1.0, 17.0}) {
+        EXPECT_EQ(KwDistFun::NonCentralCdfT(t, 4.7, 0.0, 0.0), KwDistFun::CdfT(t, 4.7)) << t;
+        long a = 0;
+        long b = 0;
+        EXPECT_EQ(KwDistFun::NonCentralPdfT(t, 4.7, 0.0, a), KwDistFun::PdfT(t, 4.7, b)) << t;
+    }
+}
+
+TEST(KwDistFunNonCentralT, AtZeroIsNormalInTheNonCentrality) {
+    EXPECT_EQ(KwDistFun::NonCentralCdfT(0.0, 4.7, 1.9, 0.0), KwDistFun::CdfStdNorm(-1.9));
+    EXPECT_EQ(KwDistFun::NonCentralCdfT(0.0, 4.7, -1.9, 0.0), KwDistFun::CdfStdNorm(1.9));
+}
+
+TEST(KwDistFunNonCentralT, RefusesWhatIsOutOfDomain) {
+    for (const double df : {0.0, -1.0, kNaN}) {
+        EXPECT_EQ(KwDistFun::NonCentralCdfT(1.0, df, 0.7, 0.0), kMissing) << df;
+        long ier = 0;
+        EXPECT_EQ(KwDistFun::NonCentralPdfT(1.0, df, 0.7, ier), kMissing) << df;
+        EXPECT_EQ(ier, 1);
+    }
+    EXPECT_EQ(KwDistFun::NonCentralCdfT(1.0, 3.0, kNaN, 0.0), kMissing);
+    EXPECT_EQ(KwDistFun::NonCentralCdfT(1.0, 3.0, kInfinity, 0.0), kMissing);
+    EXPECT_EQ(KwDistFun::NonCentralCdfT(1.0, 3.0, 5e4, 0.0), kMissing);
+    EXPECT_EQ(KwDistFun::NonCentralCdfT(kInfinity, 3.0, 0.7, 0.0), 1.0);
+    EXPECT_EQ(KwDistFun::NonCentralCdfT(-kInfinity, 3.0, 0.7, 0.0), 0.0);
+}
+
+// The mixture (t and delta of one sign) and the integral (of opposite signs) meet at t = 0.
+TEST(KwDistFunNonCentralT, MixtureAndIntegralMeetAtZero) {
+    for (const double delta : {-1.4, -0.3, 0.3, 2.2}) {
+        const double below = KwDistFun::NonCentralCdfT(-1e-5, 8.3, delta, 0.0);
+        const double at = KwDistFun::NonCentralCdfT(0.0, 8.3, delta, 0.0);
+        const double above = KwDistFun::NonCentralCdfT(1e-5, 8.3, delta, 0.0);
+        EXPECT_NEAR((above - at) / (at - below), 1.0, 1e-4) << delta;
+    }
+}
+
+// d/dt of the distribution function is the density, on both sides of 0.
+TEST(KwDistFunNonCentralT, DensityIsTheSlope) {
+    for (const double t : {-1.7, -0.2, 0.6, 3.4}) {
+        for (const double delta : {-1.4, 2.2}) {
+            const double h = 1e-4;
+            const double slope = (KwDistFun::NonCentralCdfT(t + h, 5.5, delta, 0.0) -
+                                  KwDistFun::NonCentralCdfT(t - h, 5.5, delta, 0.0)) /
+                                 (2.0 * h);
+            long ier = 8;
+            EXPECT_NEAR(KwDistFun::NonCentralPdfT(t, 5.5, delta, ier) / slope, 1.0, 1e-6) << t << ' ' << delta;
+            EXPECT_EQ(ier, 0);
+        }
+    }
+}
+
+TEST(KwDistFunNonCentralT, ReflectionAddsToOne) {
+    for (const double t : {0.3, 2.2, 9.0}) {
+        for (const double delta : {-3.1, 0.8, 4.4}) {
+            EXPECT_NEAR(KwDistFun::NonCentralCdfT(t, 3.7, delta, 0.0) + KwDistFun::NonCentralCdfT(-t, 3.7, -delta, 0.0),
+                        1.0, 1e-14)
+                << t << ' ' << delta;
+        }
+    }
+}
+
+TEST(KwDistFunNonCentral, ToleranceCutsTheSeries) {
+    const double fine = KwDistFun::NonCentralCdfF(20.0, 3.3, 17.0, 90.0, 0.0);
+    const double coarse = KwDistFun::NonCentralCdfF(20.0, 3.3, 17.0, 90.0, 1e11);
+    EXPECT_NE(fine, coarse);
+    EXPECT_NEAR(fine, coarse, 1e-3);
+    EXPECT_NE(KwDistFun::NonCentralCdfT(12.3, 17.0, 13.1, 1e11), KwDistFun::NonCentralCdfT(12.3, 17.0, 13.1, 0.0));
+}
+
+// Poisson mixtures of closed forms: with two degrees of freedom and x the sum may be taken term by term.
+TEST(KwDistFunNonCentral, ChiSquareIsItsPoissonMixture) {
+    for (const double nc : {0.01, 3.7, 60.0}) {
+        double weight = std::exp(-0.5 * nc);
+        double sum = 0.0;
+        for (int j = 0; j < 300; ++j) {
+            sum += weight * KwDistFun::CdfChi(41.3, 2.9 + 2.0 * j);
+            weight *= 0.5 * nc / (j + 1);
+        }
+        EXPECT_NEAR(KwDistFun::NonCentralCdfChi(41.3, 2.9, nc) / sum, 1.0, 1e-13) << nc;
+    }
+}
+
+TEST(KwDistFunNonCentral, FIsItsPoissonMixtureOfBeta) {
+    double weight = std::exp(-4.1);
+    double sum = 0.0;
+    const double x = 3.0 * 1.7 / (3.0 * 1.7 + 11.0);
+    for (int j = 0; j < 100; ++j) {
+        long ier = 0;
+        sum += weight * Kernels::cdfbet(x, 1.5 + j, 5.5, ier);
+        weight *= 4.1 / (j + 1);
+    }
+    long ier = 6;
+    EXPECT_NEAR(KwDistFun::NonCentralCdfF(1.7, 3.0, 11.0, 8.2, 0.0) / sum, 1.0, 1e-13);
+    EXPECT_NEAR(Kernels::ncdbet(x, 1.5, 5.5, 8.2, ier) / sum, 1.0, 1e-13);
+    EXPECT_EQ(ier, 0);
+}
+
+TEST(KwDistFunNonCentral, ChiSquareAndFHaveTheirEdges) {
+    EXPECT_EQ(KwDistFun::NonCentralCdfChi(3.3, 2.2, 0.0), KwDistFun::CdfChi(3.3, 2.2));
+    EXPECT_EQ(KwDistFun::NonCentralCdfChi(0.0, 2.2, 1.0), 0.0);
+    EXPECT_EQ(KwDistFun::NonCentralCdfChi(kInfinity, 2.2, 1.0), 1.0);
+    EXPECT_EQ(KwDistFun::NonCentralCdfF(3.3, 2.2, 5.0, 0.0, 0.0), KwDistFun::CdfF(3.3, 2.2, 5.0));
+    EXPECT_EQ(KwDistFun::NonCentralCdfF(-1.0, 2.2, 5.0, 1.0, 0.0), 0.0);
+    EXPECT_EQ(KwDistFun::NonCentralCdfF(kInfinity, 2.2, 5.0, 1.0, 0.0), 1.0);
+    for (const double nc : {-0.1, kNaN, kInfinity, 2e9}) {
+        EXPECT_EQ(KwDistFun::NonCentralCdfChi(3.3, 2.2, nc), kMissing) << nc;
+        EXPECT_EQ(KwDistFun::NonCentralCdfF(3.3, 2.2, 5.0, nc, 0.0), kMissing) << nc;
+    }
+    long ier = 0;
+    EXPECT_EQ(Kernels::ncdbet(0.4, -1.0, 2.0, 1.0, ier), kMissing);
+    EXPECT_EQ(ier, 1);
+}
+
+TEST(KwDistFunFindNCParam, ReturnsTheNonCentralityThatGaveP) {
+    const double chi = KwDistFun::NonCentralCdfChi(19.0, 7.1, 6.25);
+    EXPECT_NEAR(KwDistFun::FindNCParamChi(chi, 19.0, 7.1, 0.0), 6.25, 1e-12);
+    const double f = KwDistFun::NonCentralCdfF(2.6, 3.3, 21.0, 4.75, 0.0);
+    EXPECT_NEAR(KwDistFun::FindNCParamF(f, 2.6, 3.3, 21.0, 0.0), 4.75, 1e-12);
+    for (const double nc : {-1.75, 0.875, 3.5}) {
+        const double t = KwDistFun::NonCentralCdfT(1.3, 9.0, nc, 0.0);
+        EXPECT_NEAR(KwDistFun::FindNCParamT(t, 1.3, 9.0, 0.0, 0.0), nc, 1e-12) << nc;
+    }
+}
+
+TEST(KwDistFunFindNCParam, UnreachableTargetsAreMissing) {
+    EXPECT_EQ(KwDistFun::FindNCParamChi(0.999, 2.0, 7.1, 0.0), kMissing);  // above the central value
+    EXPECT_EQ(KwDistFun::FindNCParamF(0.999, 0.5, 3.0, 9.0, 0.0), kMissing);
+    const double p = KwDistFun::NonCentralCdfT(1.3, 9.0, 3.5, 0.0);
+    EXPECT_EQ(KwDistFun::FindNCParamT(p, 1.3, 9.0, 0.0, 3.0), kMissing);  // beyond the bound of the search
+    EXPECT_NEAR(KwDistFun::FindNCParamT(p, 1.3, 9.0, 0.0, 4.0), 3.5, 1e-12);
+}
+
+TEST(KwDistFunFindNCParam, ToleranceCountsEpsilonsOfTheTarget) {
+    const double p = KwDistFun::NonCentralCdfChi(19.0, 7.1, 6.25);
+    const double coarse = KwDistFun::FindNCParamChi(p, 19.0, 7.1, 1e12);
+    EXPECT_NE(coarse, KwDistFun::FindNCParamChi(p, 19.0, 7.1, 0.0));
+    EXPECT_NEAR(coarse, 6.25, 1e-2);
+}
+
+TEST(KwDistFunFindNCParam, RefusesWhatIsOutOfDomain) {
+    for (const double p : {0.0, 1.0, -1.0, kNaN}) {
+        EXPECT_EQ(KwDistFun::FindNCParamChi(p, 2.0, 7.1, 0.0), kMissing) << p;
+        EXPECT_EQ(KwDistFun::FindNCParamF(p, 2.0, 7.1, 8.0, 0.0), kMissing) << p;
+        EXPECT_EQ(KwDistFun::FindNCParamT(p, 2.0, 7.1, 0.0, 0.0), kMissing) << p;
+    }
+    EXPECT_EQ(KwDistFun::FindNCParamChi(0.3, 2.0, 0.0, 0.0), kMissing);
+    EXPECT_EQ(KwDistFun::FindNCParamF(0.3, 2.0, 0.0, 1.0, 0.0), kMissing);
+    EXPECT_EQ(KwDistFun::FindNCParamT(0.3, 2.0, -1.0, 0.0, 0.0), kMissing);
+}
+
+}  // namespace
