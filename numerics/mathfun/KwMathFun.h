@@ -74,6 +74,7 @@ public:
 
     /// Returns: the largest |a[i] - b[i]| / (|b[i]| + t) over the common length, t being |tol|, or 1e-6 when tol is 0;
     ///          0.0 when there is no common element.
+    /// Note:    an element whose difference is NaN does not count.
     static double VMaxRelDiff(const std::vector<double>& a, const std::vector<double>& b, double tol);
     /// Returns: the sum of |a[i] - b[i]| over the common length.
     static double VNrm1Diff(const std::vector<double>& a, const std::vector<double>& b);

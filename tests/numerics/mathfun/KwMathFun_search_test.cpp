@@ -38,6 +38,11 @@ TEST(KwMathFunMaxRelDiff, ToleranceZeroMeansOneMillionth) {
     EXPECT_EQ(KwMathFun::VMaxRelDiff({3.0}, {2.0}, -0.0), 1.0 / (2.0 + 1e-6));
 }
 
+TEST(KwMathFunMaxRelDiff, DifferenceThatIsNaNDoesNotCount) {
+    EXPECT_EQ(KwMathFun::VMaxRelDiff({kNaN, 2.0, kNaN}, {1.0, -4.0, 3.0}, 2.0), 1.0);
+    EXPECT_EQ(KwMathFun::VMaxRelDiff({2.0, 1.0}, {-4.0, kNaN}, 2.0), 1.0);
+}
+
 TEST(KwMathFunNrm1Diff, AddsMagnitudesOverTheCommonLength) {
     EXPECT_EQ(KwMathFun::VNrm1Diff({1.0, -5.0, 900.0}, {1.5, -3.0}), 2.5);
     EXPECT_EQ(KwMathFun::VNrm1Diff({1.0}, {-1.0, 900.0}), 2.0);

@@ -48,6 +48,12 @@ TEST(KwExtremeNum, EqualPositiveTermsGiveRootTwoTimesTheTerm) {
     EXPECT_EQ(Root(0, 5, 7, 0), 0.0);
 }
 
+TEST(KwExtremeNum, ScaleFactorZeroIsNotNegative) {
+    EXPECT_EQ(Root(5, 0, 0, -1), 0.0);
+    EXPECT_EQ(Root(0, -1, 5, -0.0), 0.0);
+    EXPECT_EQ(Root(5, 0, -2.385, 1), 2.385);
+}
+
 TEST(KwExtremeNum, NegativeSumIsRefusedAndLeavesTheResult) {
     ExpectNegative(4, -1, 3, 1);
     ExpectNegative(3, 1, 4, -1);
