@@ -20,72 +20,131 @@ using packed_triangle::RowStart;
 
 namespace {
 
-constexpr int kBlockedOrder = 48;  // from here on by blocks
 constexpr int kColumns = 16;       // of a block of the factorisation
-constexpr int kDepth = 128;        // of its products, that a gathered panel of 16 KB holds
+constexpr int kDepth = 128;        // of its products, whose gathered panel takes 16 KB
 constexpr int kRows = 64;          // of a block of the other algorithms
+constexpr int kBlockedOrder = 48;  // from here on they go by blocks
 
-// Takes the products of the columns before first out of the elements (row, first ..) of the rows from first + kColumns
-// on: L(i, j) loses the sum of L(i, p) L(j, p), p < first.
-void UpdateBelow(double* packed, int n, int first) {
-    const TileKernel addTile = FastestTileKernel();
-    double panel[kDepth * kColumns];
-    const double* panelRows[kDepth];
-    for (int depth = 0; depth < first; depth += kDepth) {
-        const int count = std::min(kDepth, first - depth);
-        for (int j = 0; j < kColumns; ++j) {
-            const double* row = packed + RowStart(first + j) + depth;
-            for (int p = 0; p < count; ++p) {
-                panel[p * kColumns + j] = row[p];
-            }
-        }
+// The diagonal block of the factorisation by columns: element (i, j), i >= j, at columns[j][i].
+struct DiagonalBlock {
+    double columns[kColumns][kColumns];
+    int width;
+};
+
+// Gathers the columns depth .. depth+count-1 of the rows first .. first+width-1 as rows of a panel, 0 beyond width.
+void GatherPanel(const double* packed, int first, int width, int depth, int count, double* panel) {
+    std::fill_n(panel, count * kColumns, 0.0);
+    for (int j = 0; j < width; ++j) {
+        const double* row = packed + RowStart(first + j) + depth;
         for (int p = 0; p < count; ++p) {
-            panelRows[p] = panel + p * kColumns;
+            panel[p * kColumns + j] = row[p];
         }
-        int i = first + kColumns;
-        for (; i + kTileRows <= n; i += kTileRows) {
-            const double* a[kTileRows];
-            double* c[kTileRows];
-            for (int column = 0; column < kColumns; column += kTileCols) {
-                for (int q = 0; q < kTileRows; ++q) {
-                    a[q] = packed + RowStart(i + q) + depth;
-                    c[q] = packed + RowStart(i + q) + first + column;
-                }
-                addTile(count, a, panelRows, column, -1.0, c);
-            }
+    }
+}
+
+// Takes the products of count columns from depth on out of the block of columns: L(i, j) loses the sum of L(i, p) L(j,
+// p) for rows i .. i+3 and columns j of the block. A tile that reaches beyond the matrix or the diagonal is formed
+// aside.
+void SubtractProducts(double* packed, int n, int i, int first, int width, int depth, int count,
+                      const double* const* panelRows, TileKernel addTile) {
+    const int height = std::min(kTileRows, n - i);
+    const bool isWhole = height == kTileRows && i >= first + kColumns;
+    const double* a[kTileRows];
+    for (int q = 0; q < kTileRows; ++q) {
+        a[q] = packed + RowStart(i + std::min(q, height - 1)) + depth;
+    }
+    for (int column = 0; column < width; column += kTileCols) {
+        double aside[kTileRows][kTileCols] = {};
+        double* c[kTileRows];
+        for (int q = 0; q < kTileRows; ++q) {
+            c[q] = isWhole ? packed + RowStart(i + q) + first + column : aside[q];
         }
-        for (; i < n; ++i) {
-            double* row = packed + RowStart(i);
-            for (int j = first; j < first + kColumns; ++j) {
-                row[j] -= DotByFours(count, row + depth, packed + RowStart(j) + depth);
+        addTile(count, a, panelRows, column, -1.0, c);
+        for (int q = 0; !isWhole && q < height; ++q) {
+            double* row = packed + RowStart(i + q) + first + column;
+            const int length = std::min({kTileCols, width - column, i + q + 1 - first - column});
+            for (int j = 0; j < length; ++j) {
+                row[j] += aside[q][j];
             }
         }
     }
 }
 
-// Row-wise factorisation of the columns first .. end-1, of which all products with columns before first are out.
-int FactorColumns(double* packed, int n, int first, int end, const double* ref, double tol, KwBitSet* zeros,
-                  int firstBit) {
-    int zeroPivots = 0;
-    for (int k = first; k < n; ++k) {
-        double* row = packed + RowStart(k) + first;
-        for (int j = first; j < std::min(k, end); ++j) {
-            const double* other = packed + RowStart(j) + first;
-            const int length = j - first;
-            const double sum = DotByFours(length, row, other);
-            row[length] = other[length] != 0.0 ? (row[length] - sum) / other[length] : 0.0;
+// Takes the products of all columns before first out of the block of columns that starts there.
+void UpdateColumns(double* packed, int n, int first, int width) {
+    const TileKernel addTile = FastestTileKernel();
+    double panel[kDepth * kColumns];
+    const double* panelRows[kDepth];
+    for (int p = 0; p < kDepth; ++p) {
+        panelRows[p] = panel + p * kColumns;
+    }
+    for (int depth = 0; depth < first; depth += kDepth) {
+        const int count = std::min(kDepth, first - depth);
+        GatherPanel(packed, first, width, depth, count, panel);
+        for (int i = first; i < n; i += kTileRows) {
+            SubtractProducts(packed, n, i, first, width, depth, count, panelRows, addTile);
         }
-        if (k < end) {
-            const double pivot = row[k - first] - DotByFours(k - first, row, row);
-            const bool isKept = pivot > tol * ref[k];
-            row[k - first] = isKept ? std::sqrt(pivot) : 0.0;
-            zeroPivots += isKept ? 0 : 1;
-            if (!isKept && zeros != nullptr) {
-                zeros->Set(firstBit + k, true);
+    }
+}
+
+// Factorises the diagonal block column by column.
+// Returns: the number of zero pivots.
+int FactorBlock(DiagonalBlock& block, const double* ref, double tol, KwBitSet* zeros, int firstBit) {
+    int zeroPivots = 0;
+    for (int j = 0; j < block.width; ++j) {
+        double* column = block.columns[j];
+        const bool isKept = column[j] > tol * ref[j];
+        if (!isKept) {
+            std::fill(column + j, column + block.width, 0.0);
+            ++zeroPivots;
+            if (zeros != nullptr) {
+                zeros->Set(firstBit + j, true);
             }
+            continue;
+        }
+        column[j] = std::sqrt(column[j]);
+        for (int i = j + 1; i < block.width; ++i) {
+            column[i] = column[j] != 0.0 ? column[i] / column[j] : 0.0;
+        }
+        for (int k = j + 1; k < block.width; ++k) {
+            AddMultiple(block.width - k, -column[k], column + k, block.columns[k] + k);
         }
     }
     return zeroPivots;
+}
+
+// Solves the elements of the block's columns in kCount rows below it; the rows go together, as each is a chain.
+template <int kCount>
+void SolveRows(const DiagonalBlock& block, double* const* rows) {
+    double x[kCount][kColumns];
+    for (int q = 0; q < kCount; ++q) {
+        std::copy_n(rows[q], kColumns, x[q]);
+    }
+    for (int j = 0; j < kColumns; ++j) {
+        const double* column = block.columns[j];
+        for (int q = 0; q < kCount; ++q) {
+            x[q][j] = column[j] != 0.0 ? x[q][j] / column[j] : 0.0;
+            AddMultiple(kColumns - j - 1, -x[q][j], column + j + 1, x[q] + j + 1);
+        }
+    }
+    for (int q = 0; q < kCount; ++q) {
+        std::copy_n(x[q], kColumns, rows[q]);
+    }
+}
+
+void SolveBelow(double* packed, int n, int first, const DiagonalBlock& block) {
+    int i = first + block.width;
+    for (; i + kTileRows <= n; i += kTileRows) {
+        double* rows[kTileRows];
+        for (int q = 0; q < kTileRows; ++q) {
+            rows[q] = packed + RowStart(i + q) + first;
+        }
+        SolveRows<kTileRows>(block, rows);
+    }
+    for (; i < n; ++i) {
+        double* const row = packed + RowStart(i) + first;
+        SolveRows<1>(block, &row);
+    }
 }
 
 // Adds to the rows of c, c[i] + column for column < width, the products of a block of rows: kTileRows rows a of count
@@ -110,22 +169,23 @@ void AddRowsProduct(int count, const double* const* a, const double* const* b, i
 }  // namespace
 
 int Factor(double* packed, int n, const double* ref, double tol, KwBitSet* zeros, int firstBit) {
-    if (n < kBlockedOrder) {
-        return FactorColumns(packed, n, 0, n, ref, tol, zeros, firstBit);
-    }
     int zeroPivots = 0;
     for (int first = 0; first < n; first += kColumns) {
-        const int end = std::min(n, first + kColumns);
-        for (int i = first; i < end; ++i) {
-            double* row = packed + RowStart(i);
-            for (int j = first; j <= i; ++j) {
-                row[j] -= DotByFours(first, row, packed + RowStart(j));
+        DiagonalBlock block;
+        block.width = std::min(kColumns, n - first);
+        UpdateColumns(packed, n, first, block.width);
+        for (int i = 0; i < block.width; ++i) {
+            for (int j = 0; j <= i; ++j) {
+                block.columns[j][i] = packed[RowStart(first + i) + static_cast<std::size_t>(first + j)];
             }
         }
-        if (end < n) {
-            UpdateBelow(packed, n, first);
+        zeroPivots += FactorBlock(block, ref + first, tol, zeros, firstBit + first);
+        for (int i = 0; i < block.width; ++i) {
+            for (int j = 0; j <= i; ++j) {
+                packed[RowStart(first + i) + static_cast<std::size_t>(first + j)] = block.columns[j][i];
+            }
         }
-        zeroPivots += FactorColumns(packed, n, first, end, ref, tol, zeros, firstBit);
+        SolveBelow(packed, n, first, block);
     }
     return zeroPivots;
 }
