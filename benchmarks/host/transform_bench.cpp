@@ -1,6 +1,6 @@
-// Derived fields beside the scoring that they serve: 45 of them over 9 raw columns, as indicators of five columns' categories
-// and lines through four, in a model of 60 support vectors. Time is for one row. BM_Score/derived scores them;
-// BM_Score/raw is a model of as many numeric columns without a derived field.
+// Derived fields beside the scoring that they serve: 45 of them over 9 raw columns, as indicators of five columns'
+// categories and lines through four, in a model of 60 support vectors. Time is for one row. BM_Score/derived scores
+// them; BM_Score/raw is a model of as many numeric columns without a derived field.
 #include <benchmark/benchmark.h>
 
 #include <memory>
@@ -71,8 +71,9 @@ std::string Document(const std::string& fields, const std::string& derived, cons
                        R"(<DataField name="y" optype="continuous" dataType="double"/></DataDictionary>)"
                        R"(<SupportVectorMachineModel functionName="regression"><MiningSchema>)"
                        R"(<MiningField name="y" usageType="target"/></MiningSchema><LocalTransformations>)" +
-                       derived + R"(</LocalTransformations><RadialBasisKernelType gamma="0.125"/><VectorDictionary>)"
-                                 "<VectorFields>";
+                       derived +
+                       R"(</LocalTransformations><RadialBasisKernelType gamma="0.125"/><VectorDictionary>)"
+                       "<VectorFields>";
     std::string indices;
     for (int i = 0; i < kDerived; ++i) {
         text += R"(<FieldRef field=")" + prefix + std::to_string(i) + R"("/>)";

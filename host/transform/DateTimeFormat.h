@@ -9,8 +9,8 @@
 
 namespace KwBrevix_930 {
 
-/// A pattern of text and the conversions %a %A %b %B %c %C %d %D %e %F %g %G %h %H %I %j %m %M %n %p %r %R %S %t %T %u %U
-/// %V %w %W %x %X %y %Y %%. There are no time zones: %z and %Z are none of them.
+/// A pattern of text and the conversions %a %A %b %B %c %C %d %D %e %F %g %G %h %H %I %j %m %M %n %p %r %R %S %t %T %u
+/// %U %V %w %W %x %X %y %Y %%. There are no time zones: %z and %Z are none of them.
 class DateTimeFormat {
 public:
     /// Returns: nothing for a pattern with another conversion.

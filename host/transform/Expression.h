@@ -23,9 +23,9 @@ public:
     Expression& operator=(const Expression&) = delete;
     virtual ~Expression();
 
-    /// Computes the result for one case. slots: the fields' values, at least as many as the scope has given numbers for;
-    /// result: none of the slots that are read; overwritten with a value of this expression's type. Its text stays as
-    /// long as the slots and the expression do.
+    /// Computes the result for one case. slots: the fields' values, at least as many as the scope has given numbers
+    /// for; result: none of the slots that are read; overwritten with a value of this expression's type. Its text stays
+    /// as long as the slots and the expression do.
     virtual void Evaluate(std::span<const DerivedValue> slots, DerivedValue& result) const = 0;
 
     /// Returns: the type of the values that are computed.

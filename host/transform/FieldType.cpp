@@ -8,9 +8,9 @@ namespace KwBrevix_930 {
 namespace {
 
 // In the order of the codes; the counts since a year are continued by the year in brackets.
-constexpr std::string_view kNames[] = {"string", "integer",  "float",         "double",
-                                       "boolean", "date",    "time",          "dateTime",
-                                       "dateDaysSince", "dateTimeSecondsSince", "timeSeconds"};
+constexpr std::string_view kNames[] = {"string",     "integer", "float",    "double",        "boolean",
+                                       "date",       "time",    "dateTime", "dateDaysSince", "dateTimeSecondsSince",
+                                       "timeSeconds"};
 
 bool CountsFromYear(FieldType::Code code) {
     return code == FieldType::kDaysSince || code == FieldType::kSecondsSince;
@@ -46,7 +46,8 @@ std::optional<FieldType> ParseFieldType(std::string_view name) {
     for (int code = FieldType::kString; code <= FieldType::kTimeSeconds; ++code) {
         FieldType type{static_cast<FieldType::Code>(code)};
         if (CountsFromYear(type.code)) {
-            const auto year = name.starts_with(kNames[code]) ? ParseYear(name.substr(kNames[code].size())) : std::nullopt;
+            const auto year =
+                name.starts_with(kNames[code]) ? ParseYear(name.substr(kNames[code].size())) : std::nullopt;
             type.year = year.value_or(0);
             if (year)
                 return type;

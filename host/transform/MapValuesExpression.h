@@ -14,8 +14,8 @@
 namespace KwBrevix_930 {
 
 /// The output of the row whose cells equal the fields, the first one of several; defaultValue where there is none,
-/// mapMissingTo where a field is missing, each missing where it is not given. A look-up costs the same for tables of any
-/// length.
+/// mapMissingTo where a field is missing, each missing where it is not given. A look-up costs the same for tables of
+/// any length.
 class MapValuesExpression : public Expression {
 public:
     /// The literals are of the given type.

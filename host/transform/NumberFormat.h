@@ -7,8 +7,9 @@
 
 namespace KwBrevix_930 {
 
-/// A pattern that holds exactly one conversion: %[flags][width][.precision][length]{d i u o x X f F e E g G}, beside text
-/// and %%. Flags are - + blank 0 and, for o, x and X, #; width and precision at most kWidthLimit; lengths mean nothing.
+/// A pattern that holds exactly one conversion: %[flags][width][.precision][length]{d i u o x X f F e E g G}, beside
+/// text and %%. Flags are - + blank 0 and, for o, x and X, #; width and precision at most kWidthLimit; lengths mean
+/// nothing.
 class NumberFormat {
 public:
     static constexpr int kWidthLimit = 100;

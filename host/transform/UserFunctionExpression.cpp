@@ -13,8 +13,7 @@ bool UserFunctionExpression::Compute(std::span<const DerivedValue> slots, Derive
     constexpr std::size_t kFew = 4;
     DerivedValue few[kFew];
     std::vector<DerivedValue> many(GetArgumentCount() > kFew ? GetArgumentCount() : 0);
-    const std::span<DerivedValue> arguments =
-        many.empty() ? std::span(few).first(GetArgumentCount()) : std::span(many);
+    const std::span<DerivedValue> arguments = many.empty() ? std::span(few).first(GetArgumentCount()) : std::span(many);
     bool isAnyMissing = false;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         EvaluateArgument(i, slots, arguments[i]);

@@ -1,5 +1,5 @@
-// Reads calls of functions, and the functions that a document defines. A function is read once for each combination of types
-// that its arguments have, never for each call, so that a chain of functions costs what it holds.
+// Reads calls of functions, and the functions that a document defines. A function is read once for each combination of
+// types that its arguments have, never for each call, so that a chain of functions costs what it holds.
 #include <algorithm>
 #include <string>
 #include <unordered_map>

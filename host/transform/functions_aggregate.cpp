@@ -1,5 +1,5 @@
-// Built-in functions over any number of numbers, in which missing ones do not count: min, max, sum, avg, median, product.
-// They are missing where all are.
+// Built-in functions over any number of numbers, in which missing ones do not count: min, max, sum, avg, median,
+// product. They are missing where all are.
 #include <algorithm>
 #include <limits>
 #include <vector>
@@ -108,9 +108,9 @@ std::unique_ptr<FunctionExpression> MakeMedian(FunctionCall&& call) {
 }
 
 constexpr BuiltInFunction kFunctions[] = {
-    {"min", 1, kAnyNumber, &MakeFold<kMin>},     {"max", 1, kAnyNumber, &MakeFold<kMax>},
-    {"sum", 1, kAnyNumber, &MakeFold<kSum>},     {"avg", 1, kAnyNumber, &MakeFold<kAverage>},
-    {"median", 1, kAnyNumber, &MakeMedian},      {"product", 1, kAnyNumber, &MakeFold<kProduct>},
+    {"min", 1, kAnyNumber, &MakeFold<kMin>}, {"max", 1, kAnyNumber, &MakeFold<kMax>},
+    {"sum", 1, kAnyNumber, &MakeFold<kSum>}, {"avg", 1, kAnyNumber, &MakeFold<kAverage>},
+    {"median", 1, kAnyNumber, &MakeMedian},  {"product", 1, kAnyNumber, &MakeFold<kProduct>},
 };
 
 }  // namespace

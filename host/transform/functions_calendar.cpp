@@ -1,4 +1,5 @@
-// Built-in functions on dates and times: counts of days and seconds. A text counts as the date, time or both that it is.
+// Built-in functions on dates and times: counts of days and seconds. A text counts as the date, time or both that it
+// is.
 #include <cmath>
 
 #include "host/calendar.h"

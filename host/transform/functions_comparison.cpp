@@ -1,5 +1,5 @@
-// Built-in functions: comparisons of numbers, texts, dates and times. A comparison with a missing value is missing. Texts are
-// ordered by their bytes, which is the order of their characters.
+// Built-in functions: comparisons of numbers, texts, dates and times. A comparison with a missing value is missing.
+// Texts are ordered by their bytes, which is the order of their characters.
 #include <functional>
 
 #include "host/transform/built_in_functions.h"
@@ -40,8 +40,7 @@ private:
 // isIn, isNotIn: whether the first argument equals one of the others.
 class MembershipExpression : public FunctionExpression {
 public:
-    MembershipExpression(bool ifIn, FunctionCall&& call)
-        : FunctionExpression(kTruth, std::move(call)), fIfIn(ifIn) {}
+    MembershipExpression(bool ifIn, FunctionCall&& call) : FunctionExpression(kTruth, std::move(call)), fIfIn(ifIn) {}
 
 protected:
     bool Compute(std::span<const DerivedValue> slots, DerivedValue& result) const override {

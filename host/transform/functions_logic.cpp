@@ -1,5 +1,5 @@
-// Built-in functions: logic of three values, conditions, and what kind of value there is. Missing stands for unknown: and is
-// false where one argument is, or is true where one is, whatever the others are.
+// Built-in functions: logic of three values, conditions, and what kind of value there is. Missing stands for unknown:
+// and is false where one argument is, or is true where one is, whatever the others are.
 #include "host/transform/built_in_functions.h"
 
 namespace KwBrevix_930 {

@@ -1,6 +1,6 @@
-// Built-in functions that take a pattern: replace and matches by regular expressions, formatNumber, formatDatetime. A constant
-// pattern is read once, at load. Expressions are matched in time linear in the text; what only backtracking can do,
-// references back and looking around, is refused.
+// Built-in functions that take a pattern: replace and matches by regular expressions, formatNumber, formatDatetime. A
+// constant pattern is read once, at load. Expressions are matched in time linear in the text; what only backtracking
+// can do, references back and looking around, is refused.
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -21,8 +21,8 @@ namespace KwBrevix_930 {
 
 namespace {
 
-// A pattern that is constant, or is given by an argument for each case. Pattern has Parse, which gives something that can
-// be asked whether it holds a pattern, and be dereferenced.
+// A pattern that is constant, or is given by an argument for each case. Pattern has Parse, which gives something that
+// can be asked whether it holds a pattern, and be dereferenced.
 template <typename Pattern>
 class PatternArgument {
 public:
@@ -110,8 +110,8 @@ std::optional<std::string> ReplaceAll(std::string_view text, const re2::RE2& exp
     std::string result;
     std::size_t done = 0;
     std::size_t from = 0;
-    while (from <= text.size() && expression.Match(whole, from, text.size(), re2::RE2::UNANCHORED, groups,
-                                                   replacement.highestGroup + 1)) {
+    while (from <= text.size() &&
+           expression.Match(whole, from, text.size(), re2::RE2::UNANCHORED, groups, replacement.highestGroup + 1)) {
         const auto start = static_cast<std::size_t>(groups[0].data() - text.data());
         result.append(text, done, start - done);
         for (const Replacement::Piece& piece : replacement.pieces) {
@@ -170,9 +170,8 @@ protected:
         const std::string_view text = values[0].GetText();
         result.SetInvalid();
         fPattern.With(values[1].GetText(), [&](const re2::RE2& expression) {
-            fReplacement.With(values[2].GetText(), [&](const Replacement& replacement) {
-                Replace(text, expression, replacement, result);
-            });
+            fReplacement.With(values[2].GetText(),
+                              [&](const Replacement& replacement) { Replace(text, expression, replacement, result); });
         });
         return false;
     }

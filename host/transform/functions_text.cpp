@@ -1,4 +1,5 @@
-// Built-in functions on texts: case, parts, length and joining. Other values are taken as the texts that casts make of them.
+// Built-in functions on texts: case, parts, length and joining. Other values are taken as the texts that casts make of
+// them.
 #include <cmath>
 #include <string>
 
@@ -33,8 +34,7 @@ private:
 // Characters are counted from 1. A start before the first character or a negative length is invalid.
 class SubstringExpression : public FunctionExpression {
 public:
-    explicit SubstringExpression(FunctionCall&& call)
-        : FunctionExpression({FieldType::kString}, std::move(call)) {}
+    explicit SubstringExpression(FunctionCall&& call) : FunctionExpression({FieldType::kString}, std::move(call)) {}
 
 protected:
     bool Compute(std::span<const DerivedValue> slots, DerivedValue& result) const override {

@@ -11,8 +11,8 @@ double NormalDensity(double x);
 double NormalProbability(double x);
 
 /// The x whose probability is p. p: strictly between 0 and 1; 0 and 1 give the infinities, others NaN.
-/// Source: M. J. Wichura, Algorithm AS 241, Applied Statistics 37 (1988) 477-484, routine PPND16, and one step of Halley's
-/// method behind it.
+/// Source: M. J. Wichura, Algorithm AS 241, Applied Statistics 37 (1988) 477-484, routine PPND16, and one step of
+/// Halley's method behind it.
 double NormalQuantile(double p);
 
 }  // namespace KwBrevix_930

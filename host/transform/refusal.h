@@ -22,8 +22,8 @@ class DOMElemUtility;
 [[noreturn]] void RefuseAttribute(const DOMElemUtility& reader, const xercesc::DOMElement& element,
                                   const std::string& attribute);
 
-/// Adds to an error's message where it lies: the field, by its name, and the line, where it is known. at: the element at
-/// fault.
+/// Adds to an error's message where it lies: the field, by its name, and the line, where it is known. at: the element
+/// at fault.
 void PutPlace(BXException& error, const DOMElemUtility& reader, const xercesc::DOMElement& field,
               const xercesc::DOMElement& at);
 

@@ -117,9 +117,9 @@ std::unique_ptr<Expression> ExpressionReader::ReadMapValues(const DOMElement& el
     if (outputs.empty())
         Refuse(260103, "column", output, "MapValues");
     const FieldType result = ReadOptionalType(element).value_or(type ? *type : TypeOfTexts(outputs));
-    auto expression = std::make_unique<MapValuesExpression>(
-        result, ReadOptionalLiteral(element, "defaultValue", result),
-        ReadOptionalLiteral(element, Tags::XML_ATT_MISSREPVALUE, result));
+    auto expression =
+        std::make_unique<MapValuesExpression>(result, ReadOptionalLiteral(element, "defaultValue", result),
+                                              ReadOptionalLiteral(element, Tags::XML_ATT_MISSREPVALUE, result));
     AddRows(*expression, ReadColumns(element, *expression), cells, outputs);
     return expression;
 }

@@ -53,7 +53,7 @@ FieldType ReadFieldType(const DOMElemUtility& reader, const DOMElement& element)
 }
 
 void DeclareUnplaced(const DOMElemUtility& reader, const DOMElement& element, const ScoreDictionary& dictionary,
-             TransformationDictionary& transformations) {
+                     TransformationDictionary& transformations) {
     const std::string name = reader.GetAttributeToString(&element, Tags::XML_ATT_NAME, true);
     const FieldType type = ReadFieldType(reader, element);
     const auto kind = ReadKind(reader, element, type.GetStorage());

@@ -23,7 +23,8 @@ std::size_t CharacterLength(std::string_view text) {
     return length;
 }
 
-// A range of letters: upper case first to last, each this far below its lower case. A step of 2: pairs, upper before lower.
+// A range of letters: upper case first to last, each this far below its lower case. A step of 2: pairs, upper before
+// lower.
 struct LetterRange {
     std::uint32_t first;
     std::uint32_t last;
@@ -33,11 +34,11 @@ struct LetterRange {
 
 // Latin Extended-A leaves out the letters whose case is a matter of language or of two letters.
 constexpr LetterRange kLetters[] = {
-    {'A', 'Z', 32, 1},         {0x00C0, 0x00D6, 32, 1},   {0x00D8, 0x00DE, 32, 1},  {0x0100, 0x012E, 1, 2},
-    {0x0132, 0x0136, 1, 2},    {0x0139, 0x0147, 1, 2},    {0x014A, 0x0176, 1, 2},   {0x0179, 0x017D, 1, 2},
-    {0x0386, 0x0386, 38, 1},   {0x0388, 0x038A, 37, 1},   {0x038C, 0x038C, 64, 1},  {0x038E, 0x038F, 63, 1},
-    {0x0391, 0x03A1, 32, 1},   {0x03A3, 0x03AB, 32, 1},   {0x0400, 0x040F, 80, 1},  {0x0410, 0x042F, 32, 1},
-    {0x0460, 0x0480, 1, 2},    {0x048A, 0x04BE, 1, 2},    {0x04D0, 0x052E, 1, 2},
+    {'A', 'Z', 32, 1},       {0x00C0, 0x00D6, 32, 1}, {0x00D8, 0x00DE, 32, 1}, {0x0100, 0x012E, 1, 2},
+    {0x0132, 0x0136, 1, 2},  {0x0139, 0x0147, 1, 2},  {0x014A, 0x0176, 1, 2},  {0x0179, 0x017D, 1, 2},
+    {0x0386, 0x0386, 38, 1}, {0x0388, 0x038A, 37, 1}, {0x038C, 0x038C, 64, 1}, {0x038E, 0x038F, 63, 1},
+    {0x0391, 0x03A1, 32, 1}, {0x03A3, 0x03AB, 32, 1}, {0x0400, 0x040F, 80, 1}, {0x0410, 0x042F, 32, 1},
+    {0x0460, 0x0480, 1, 2},  {0x048A, 0x04BE, 1, 2},  {0x04D0, 0x052E, 1, 2},
 };
 
 std::uint32_t ToUpper(std::uint32_t letter) {

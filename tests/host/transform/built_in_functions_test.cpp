@@ -116,8 +116,7 @@ bool IsExpected(const std::string& found, const std::string& expected) {
         return found == expected;
     const auto one = KwBrevix_930::ParseNumber(found);
     const auto other = KwBrevix_930::ParseNumber(expected.substr(1));
-    return one && other &&
-           std::fabs(*one - *other) <= 4.0 * std::numeric_limits<double>::epsilon() * std::fabs(*other);
+    return one && other && std::fabs(*one - *other) <= 4.0 * std::numeric_limits<double>::epsilon() * std::fabs(*other);
 }
 
 std::string Described(const Row& row) {
@@ -144,14 +143,76 @@ TEST(BuiltInFunctions, GiveTheValuesOfTheTable) {
 }
 
 // All that the standard has.
-const char* const kNames[] = {
-    "+", "-", "*", "/", "min", "max", "sum", "avg", "median", "product", "log10", "ln", "sqrt", "abs", "exp", "pow",
-    "threshold", "floor", "ceil", "round", "modulo", "isMissing", "isNotMissing", "isValid", "isNotValid", "equal",
-    "notEqual", "lessThan", "lessOrEqual", "greaterThan", "greaterOrEqual", "and", "or", "not", "isIn", "isNotIn",
-    "if", "uppercase", "lowercase", "substring", "trimBlanks", "formatNumber", "formatDatetime", "concat", "replace",
-    "matches", "stringLength", "dateDaysSinceYear", "dateSecondsSinceYear", "dateSecondsSinceMidnight", "rint",
-    "expm1", "hypot", "ln1p", "sin", "asin", "sinh", "cos", "acos", "cosh", "tan", "atan", "tanh", "erf",
-    "normalCDF", "normalIDF", "normalPDF", "stdNormalCDF", "stdNormalIDF", "stdNormalPDF"};
+const char* const kNames[] = {"+",
+                              "-",
+                              "*",
+                              "/",
+                              "min",
+                              "max",
+                              "sum",
+                              "avg",
+                              "median",
+                              "product",
+                              "log10",
+                              "ln",
+                              "sqrt",
+                              "abs",
+                              "exp",
+                              "pow",
+                              "threshold",
+                              "floor",
+                              "ceil",
+                              "round",
+                              "modulo",
+                              "isMissing",
+                              "isNotMissing",
+                              "isValid",
+                              "isNotValid",
+                              "equal",
+                              "notEqual",
+                              "lessThan",
+                              "lessOrEqual",
+                              "greaterThan",
+                              "greaterOrEqual",
+                              "and",
+                              "or",
+                              "not",
+                              "isIn",
+                              "isNotIn",
+                              "if",
+                              "uppercase",
+                              "lowercase",
+                              "substring",
+                              "trimBlanks",
+                              "formatNumber",
+                              "formatDatetime",
+                              "concat",
+                              "replace",
+                              "matches",
+                              "stringLength",
+                              "dateDaysSinceYear",
+                              "dateSecondsSinceYear",
+                              "dateSecondsSinceMidnight",
+                              "rint",
+                              "expm1",
+                              "hypot",
+                              "ln1p",
+                              "sin",
+                              "asin",
+                              "sinh",
+                              "cos",
+                              "acos",
+                              "cosh",
+                              "tan",
+                              "atan",
+                              "tanh",
+                              "erf",
+                              "normalCDF",
+                              "normalIDF",
+                              "normalPDF",
+                              "stdNormalCDF",
+                              "stdNormalIDF",
+                              "stdNormalPDF"};
 
 TEST(BuiltInFunctions, HaveFiveRowsOrMoreEach) {
     std::map<std::string, int> counts;

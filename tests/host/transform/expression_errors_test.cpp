@@ -44,9 +44,9 @@ TEST(ExpressionErrors, NameWrongArgumentCounts) {
 
 TEST(ExpressionErrors, NameCircles) {
     ExpectError(ErrorOfOne(Apply("abs", Ref("d"))), 260105, {"derived fields", "'d' -> 'd'"});
-    ExpectError(ErrorIn(Derived(Ref("e")) + Derived(Apply("abs", Ref("f")), "double", "e") +
-                        Derived(Ref("e"), "double", "f")),
-                260105, {"derived fields", "'e' -> 'f' -> 'e'"});
+    ExpectError(
+        ErrorIn(Derived(Ref("e")) + Derived(Apply("abs", Ref("f")), "double", "e") + Derived(Ref("e"), "double", "f")),
+        260105, {"derived fields", "'e' -> 'f' -> 'e'"});
     const std::string own = Function("f", Parameter("a"), Apply("f", Ref("a")));
     ExpectError(ErrorIn(own + Derived(Apply("f", Ref("x")))), 260105, {"functions", "'f' -> 'f'"});
     const std::string two = Function("f", Parameter("a"), Apply("g", Ref("a"))) +
@@ -64,7 +64,8 @@ TEST(ExpressionErrors, NameTypesThatContradict) {
     ExpectError(ErrorOfOne(Apply("equal", Ref("x") + Constant("red"))), 260106,
                 {"argument 2 of 'equal'", "string", "double"});
     ExpectError(ErrorOfOne(Apply("not", Ref("s"))), 260106, {"argument 1 of 'not'", "string", "boolean"});
-    ExpectError(ErrorOfOne(Apply("and", Ref("b") + Constant("2"))), 260106, {"argument 2 of 'and'", "double", "boolean"});
+    ExpectError(ErrorOfOne(Apply("and", Ref("b") + Constant("2"))), 260106,
+                {"argument 2 of 'and'", "double", "boolean"});
     ExpectError(ErrorOfOne(Constant("red")), 260106, {"Constant", "string", "double"});
     ExpectError(ErrorOfOne(Constant("red", "dataType='integer'")), 260106,
                 {"the text 'red' of Constant", "string", "integer"});
@@ -72,7 +73,8 @@ TEST(ExpressionErrors, NameTypesThatContradict) {
                 {"argument 1 of 'dateDaysSinceYear'", "double", "a date or time"});
     ExpectError(ErrorOfOne("<Discretize field='s'/>"), 260106, {"the field 's' of Discretize", "string", "a number"});
     const std::string body = Function("f", Parameter("a", "dataType='double'"), Ref("a"));
-    ExpectError(ErrorIn(body + Derived(Apply("f", Constant("red")))), 260106, {"argument 1 of 'f'", "string", "double"});
+    ExpectError(ErrorIn(body + Derived(Apply("f", Constant("red")))), 260106,
+                {"argument 1 of 'f'", "string", "double"});
 }
 
 TEST(ExpressionErrors, NameTablesThatAreNone) {
@@ -131,13 +133,11 @@ TEST(ExpressionErrors, NameFunctionsWithoutANameOfTheirOwn) {
     const std::string body = Function("f", Parameter("a"), Ref("a"));
     ExpectError(ErrorIn(body + body), 260153, {"f", "name", "DefineFunction"});
     ExpectError(ErrorIn(Function("ln", Parameter("a"), Ref("a"))), 260153, {"ln", "name", "DefineFunction"});
-    ExpectError(ErrorOf([&] {
-                    DerivedFields(kFields, body, "", KwBrevix_930::CaseRecord::kByIndex, body);
-                }),
-                260153, {"f", "name", "DefineFunction"});
-    ExpectError(ErrorIn(Function("f", Parameter("a") + Parameter("a"), Ref("a")) +
-                        Derived(Apply("f", Ref("x") + Ref("x")))),
-                260153, {"a", "name", "ParameterField"});
+    ExpectError(ErrorOf([&] { DerivedFields(kFields, body, "", KwBrevix_930::CaseRecord::kByIndex, body); }), 260153,
+                {"f", "name", "DefineFunction"});
+    ExpectError(
+        ErrorIn(Function("f", Parameter("a") + Parameter("a"), Ref("a")) + Derived(Apply("f", Ref("x") + Ref("x")))),
+        260153, {"a", "name", "ParameterField"});
     ExpectError(ErrorIn(Function("f", Parameter("a"), "") + Derived(Apply("f", Ref("x")))), 260115,
                 {"an expression", "DefineFunction"});
 }
@@ -183,12 +183,14 @@ TEST(HostileExpressions, ThatAreNestedTooDeepAreRefused) {
     // Also where the function is known already.
     ExpectError(ErrorIn(functions + Derived(Apply("f200", Ref("x"))) +
                         Derived(Apply("f240", Apply("f10", Ref("x"))), "double", "e") +
-                        Derived([&] {
-                            std::string expression = Apply("f240", Ref("x"));
-                            for (int i = 0; i < 100; ++i)
-                                expression = Apply("abs", expression);
-                            return expression;
-                        }(), "double", "g")),
+                        Derived(
+                            [&] {
+                                std::string expression = Apply("f240", Ref("x"));
+                                for (int i = 0; i < 100; ++i)
+                                    expression = Apply("abs", expression);
+                                return expression;
+                            }(),
+                            "double", "g")),
                 260107, {"500 levels of nested expressions"});
 }
 

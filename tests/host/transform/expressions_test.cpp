@@ -1,4 +1,5 @@
-// What expressions compute beside the values of single functions: constants, tables, treatments, functions of the document.
+// What expressions compute beside the values of single functions: constants, tables, treatments, functions of the
+// document.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -142,9 +143,9 @@ TEST(Apply, TakesConstantsForTheTypeBesideThem) {
     EXPECT_EQ(DeriveOne(Apply("equal", Ref("s") + Constant("1")), "boolean", "", "1"), "1");
     EXPECT_EQ(DeriveOne(Apply("equal", Ref("x") + Constant("2.50")), "boolean"), "1");
     EXPECT_EQ(DeriveOne(Apply("equal", Ref("b") + Constant("true")), "boolean"), "missing");
-    EXPECT_EQ(DeriveOne(Apply("lessThan", Ref("s") + Constant("2004-03-01", "dataType='date'")), "boolean", "",
-                        "2004-02-29"),
-              "1");
+    EXPECT_EQ(
+        DeriveOne(Apply("lessThan", Ref("s") + Constant("2004-03-01", "dataType='date'")), "boolean", "", "2004-02-29"),
+        "1");
     EXPECT_EQ(DeriveOne(Apply("if", Apply("lessThan", Ref("x") + Constant("9")) + Constant("1") + Constant("many")),
                         "string"),
               "'1'");
@@ -152,8 +153,8 @@ TEST(Apply, TakesConstantsForTheTypeBesideThem) {
 }
 
 TEST(Apply, DoesNotEvaluateTheBranchThatIsNotTaken) {
-    const std::string safe = Apply("if", Apply("equal", Ref("x") + Constant("0")) + Constant("-1") +
-                                             Apply("/", Constant("1") + Ref("x")));
+    const std::string safe =
+        Apply("if", Apply("equal", Ref("x") + Constant("0")) + Constant("-1") + Apply("/", Constant("1") + Ref("x")));
     EXPECT_EQ(DeriveOne(safe, "double", "0"), "-1");
     EXPECT_EQ(DeriveOne(safe, "double", "0.25"), "4");
 }
@@ -161,8 +162,8 @@ TEST(Apply, DoesNotEvaluateTheBranchThatIsNotTaken) {
 TEST(DefineFunction, IsCalledWithItsArguments) {
     const std::string hyp = Function("ratio", Parameter("a") + Parameter("b", "dataType='double'"),
                                      Apply("/", Ref("a") + Ref("b")), "dataType='integer'");
-    DerivedFields fields(kFields, Derived(Apply("ratio", Ref("x") + Ref("y"))), "",
-                         KwBrevix_930::CaseRecord::kByIndex, hyp);
+    DerivedFields fields(kFields, Derived(Apply("ratio", Ref("x") + Ref("y"))), "", KwBrevix_930::CaseRecord::kByIndex,
+                         hyp);
     EXPECT_EQ(fields.Set("x", "5").Set("y", "2").Derive("d"), "3");
     EXPECT_EQ(fields.SetMissing("y").Derive("d"), "missing");
 }
@@ -170,9 +171,8 @@ TEST(DefineFunction, IsCalledWithItsArguments) {
 TEST(DefineFunction, TakesTypesFromItsCallsAndCallsOthers) {
     const std::string twice = Function("twice", Parameter("a"), Apply("concat", Ref("a") + Ref("a")));
     const std::string loud = Function("loud", Parameter("x"), Apply("uppercase", Apply("twice", Ref("x"))));
-    DerivedFields fields(kFields,
-                         loud + Derived(Apply("loud", Ref("s")), "string") +
-                             Derived(Apply("loud", Ref("x")), "string", "e") + twice);
+    DerivedFields fields(kFields, loud + Derived(Apply("loud", Ref("s")), "string") +
+                                      Derived(Apply("loud", Ref("x")), "string", "e") + twice);
     fields.Set("s", "ab").Set("x", "1.5");
     EXPECT_EQ(fields.Derive("d"), "'ABAB'");
     EXPECT_EQ(fields.Derive("e"), "'1.51.5'");
@@ -181,8 +181,8 @@ TEST(DefineFunction, TakesTypesFromItsCallsAndCallsOthers) {
 TEST(DefineFunction, MayGiveBackAnArgumentOfAnyLength) {
     const std::string first = Function("first", Parameter("a") + Parameter("b"), Ref("a"));
     const std::string text(200, 'q');
-    DerivedFields fields(kFields, first + Derived(Apply("first", Apply("concat", Ref("s") + Constant("!")) + Ref("x")),
-                                                  "string"));
+    DerivedFields fields(
+        kFields, first + Derived(Apply("first", Apply("concat", Ref("s") + Constant("!")) + Ref("x")), "string"));
     EXPECT_EQ(fields.Set("s", text).Set("x", "1").Derive("d"), "'" + text + "!'");
 }
 
