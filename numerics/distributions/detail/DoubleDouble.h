@@ -60,13 +60,11 @@ inline DoubleDouble operator*(const DoubleDouble& a, const DoubleDouble& b) {
     return QuickTwoSum(product.hi, product.lo + (a.hi * b.lo + a.lo * b.hi));
 }
 
+// To about 104 bits.
 inline DoubleDouble operator/(const DoubleDouble& a, const DoubleDouble& b) {
     const double first = a.hi / b.hi;
     const DoubleDouble rest = a - b * DoubleDouble(first);
-    const double second = rest.hi / b.hi;
-    const double third = (rest - b * DoubleDouble(second)).hi / b.hi;
-    const DoubleDouble quotient = QuickTwoSum(first, second);
-    return QuickTwoSum(quotient.hi, quotient.lo + third);
+    return QuickTwoSum(first, rest.hi / b.hi);
 }
 
 // log(x) to about 68 bits for finite x > 0; of what x.hi rounds, x.lo is the rest. Else as std::log(x.hi).
