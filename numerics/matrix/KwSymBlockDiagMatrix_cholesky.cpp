@@ -60,6 +60,9 @@ int KwSymBlockDiagMatrix::LTChol(const std::vector<double>& ref, double tol, KwB
 int KwSymBlockDiagMatrix::LTChol(double tol, double& minDiag, bool check) {
     minDiag = -std::numeric_limits<double>::max();
     std::vector<double> ref;
+    if (!ResizeTarget(ref, fNRows)) {
+        return -1;
+    }
     GetNCheckDiagonal(ref, tol, 1.0);
     const int zeroPivots = LTChol(ref, tol, check);
     for (int i = 0; zeroPivots >= 0 && i < fNRows; ++i) {

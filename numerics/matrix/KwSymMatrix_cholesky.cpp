@@ -71,6 +71,9 @@ int KwSymMatrix::LTChol(const std::vector<double>& ref, double tol, KwBitSet& ze
 int KwSymMatrix::LTChol(double tol, double& minDiag, bool check) try {
     minDiag = -std::numeric_limits<double>::max();
     std::vector<double> ref;
+    if (!ResizeTarget(ref, fNRows)) {
+        return -1;
+    }
     GetNCheckDiagonal(ref, tol, 1.0);
     const int zeroPivots = LTChol(ref, tol, check);
     if (zeroPivots >= 0) {

@@ -190,6 +190,7 @@ public:
         return KwSymMatrix::LTChol(ref, tol, check);
     }
     void GetNCheckDiagonal(Vector& diagonal, double a, double b) const override {
+        EXPECT_EQ(diagonal.size(), 3u) << "is sized before the call";
         calls.push_back("GetNCheckDiagonal " + std::to_string(a) + " " + std::to_string(b));
         KwSymMatrix::GetNCheckDiagonal(diagonal, a, b);
     }
