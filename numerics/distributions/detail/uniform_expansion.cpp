@@ -8,7 +8,6 @@
 #include "numerics/distributions/detail/uniform_expansion.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "numerics/distributions/detail/error_function.h"
@@ -20,7 +19,13 @@ namespace {
 constexpr int kTerms = 44;
 constexpr double kRootTwoPi = 2.5066282746310002;
 
-using Series = std::array<double, kTerms + 1>;
+// Coefficients by power.
+struct Series {
+    double terms[kTerms + 1] = {};
+
+    constexpr double& operator[](int n) { return terms[n]; }
+    constexpr double operator[](int n) const { return terms[n]; }
+};
 
 // Coefficients g_0 .. g_(terms-1) of eta/mu for the share p and q = 1 - p, from a root of q.
 constexpr void ExpandDensity(double p, double q, double rootQ, int terms, Series& g) {
@@ -70,7 +75,7 @@ double MomentSum(const Series& g, int terms, double eta, double parameter) {
         const double moment = power + (m - 1) * step * before;
         before = last;
         last = moment;
-        sum += g[static_cast<std::size_t>(m)] * moment;
+        sum += g[m] * moment;
     }
     return sum;
 }
