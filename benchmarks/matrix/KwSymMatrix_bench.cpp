@@ -181,8 +181,9 @@ Eigen::Map<const Dense> Full(const Case& c) {
 }
 
 void AddEigen(int n) {
-    Add("BM_KwSymMatrix_LTChol_Eigen", n,
-        [](Case& c) -> Body { return [&c, solver = Eigen::LLT<Dense>(Full(c))]() mutable { solver.compute(Full(c)); }; });
+    Add("BM_KwSymMatrix_LTChol_Eigen", n, [](Case& c) -> Body {
+        return [&c, solver = Eigen::LLT<Dense>(Full(c))]() mutable { solver.compute(Full(c)); };
+    });
     Add("BM_KwSymMatrix_LTSubstitute_Eigen", n, [](Case& c) -> Body {
         return [&c, solver = Eigen::LLT<Dense>(Full(c)), x = Eigen::VectorXd()]() mutable {
             x = solver.solve(Eigen::Map<const Eigen::VectorXd>(c.vector.data(), c.order));

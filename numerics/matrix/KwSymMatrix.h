@@ -12,8 +12,8 @@ namespace KwMath_930 {
 class KwSymBlockDiagMatrix;
 
 /// Dense symmetric matrix of order n, of which the lower triangle is stored row by row: element (i, j), j <= i, at
-/// index i(i+1)/2 + j, counting from 0. Copies are deep. Fails:   never throws. When its own storage cannot be
-/// allocated the matrix becomes invalid: GetNRows() is -1 and the
+/// index i(i+1)/2 + j, counting from 0. Copies are deep.
+/// Fails:   never throws. When its own storage cannot be allocated the matrix becomes invalid: GetNRows() is -1 and the
 ///          storage empty; IsValidMatrix() tells. An invalid matrix can be resized or assigned to and is valid again.
 /// Note:    vectors given as arguments are not the matrix's own AsVector() unless a member says so. Operands given as
 ///          interface may be of any kind, with equal results. What IKwSymMatrix says of sizes, targets and failures
