@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "host/number_text.h"
 
@@ -153,7 +154,14 @@ std::optional<CalendarTime> ParseDateTime(std::string_view text) {
     const double offset = ScanOffset(scanner);
     if (!scanner.IsDone())
         return std::nullopt;
-    return offset == 0.0 ? time : TimeFromSeconds(SecondsSinceYear(time, 1970) - offset, 1970);
+    if (offset == 0.0)
+        return time;
+    // Offsets are whole minutes: the second stays as it is, to the last bit.
+    const double second = std::exchange(time.second, 0.0);
+    auto moved = TimeFromSeconds(SecondsSinceYear(time, 1970) - offset, 1970);
+    if (moved)
+        moved->second = second;
+    return moved;
 }
 
 std::optional<CalendarTime> ParseAnyTime(std::string_view text) {
@@ -208,7 +216,13 @@ int WeekDay(const CalendarTime& time) {
 }
 
 std::optional<CalendarTime> TimeFromSeconds(double seconds, int year) {
-    const double wholeDays = std::floor(seconds / kSecondsOfDay);
+    double wholeDays = std::floor(seconds / kSecondsOfDay);
+    double ofDay = seconds - wholeDays * kSecondsOfDay;
+    // A moment so shortly before midnight that no double tells it from midnight.
+    if (ofDay == kSecondsOfDay) {
+        wholeDays += 1.0;
+        ofDay = 0.0;
+    }
     const double days = wholeDays + static_cast<double>(DaysBeforeYear(year));
     if (!(days >= 0.0 && days < static_cast<double>(DaysBeforeYear(kLastYear + 1))))
         return std::nullopt;
@@ -223,7 +237,6 @@ std::optional<CalendarTime> TimeFromSeconds(double seconds, int year) {
     while (rest >= DaysOfMonth(time.year, time.month))
         rest -= DaysOfMonth(time.year, time.month++);
     time.day = static_cast<int>(rest) + 1;
-    const double ofDay = seconds - wholeDays * kSecondsOfDay;
     time.hour = static_cast<int>(ofDay / 3600.0);
     time.minute = static_cast<int>((ofDay - time.hour * 3600.0) / 60.0);
     time.second = ofDay - time.hour * 3600.0 - time.minute * 60.0;
