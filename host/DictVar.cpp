@@ -19,12 +19,6 @@ namespace {
 // neither missing nor valid anywhere.
 const DateTimeValue kNeverValid(0.0, std::string());
 
-// Whether a text is a word, in letters of either case.
-bool IsWord(std::string_view text, std::string_view word) {
-    const auto isLetter = [](char c, char lower) { return c == lower || c == lower - 'a' + 'A'; };
-    return std::equal(text.begin(), text.end(), word.begin(), word.end(), isLetter);
-}
-
 }  // namespace
 
 ScoreDictVar::~ScoreDictVar() = default;
@@ -182,8 +176,8 @@ const ScoreValue* DictVar::TreatOutlier(const ScoreValue& value) const {
 std::optional<double> DictVar::ParseText(std::string_view text) const {
     if (fType == kString)
         return std::nullopt;
-    if (fType == kBoolean && (IsWord(text, "true") || IsWord(text, "false")))
-        return IsWord(text, "true") ? 1.0 : 0.0;
+    if (const auto truth = fType == kBoolean ? ParseTruth(text) : std::nullopt)
+        return *truth ? 1.0 : 0.0;
     const auto number = ParseNumber(text);
     const bool isNoBoolean = fType == kBoolean && number != 0.0 && number != 1.0;
     return isNoBoolean ? std::nullopt : number ? number : ParseCount(text);

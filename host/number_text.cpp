@@ -1,6 +1,7 @@
 // Numbers from text and back by from_chars and to_chars.
 #include "host/number_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -110,6 +111,16 @@ std::optional<double> ParseNumber(std::string_view text) {
     if (!scanned.isNumber || scanned.end != number.data() + number.size())
         return std::nullopt;
     return scanned.value;
+}
+
+std::optional<bool> ParseTruth(std::string_view text) {
+    const auto isLetter = [](char c, char lower) { return c == lower || c == lower - 'a' + 'A'; };
+    const auto is = [&](std::string_view word) {
+        return std::equal(text.begin(), text.end(), word.begin(), word.end(), isLetter);
+    };
+    if (is("true"))
+        return true;
+    return is("false") ? std::optional(false) : std::nullopt;
 }
 
 std::string NumberText(double value) {

@@ -19,6 +19,10 @@ BREVIX_HOST_API double LeadingNumber(std::string_view text);
 /// Returns: the number, or nothing when the text is no number.
 BREVIX_HOST_API std::optional<double> ParseNumber(std::string_view text);
 
+/// Returns: the truth that a text is: true or false, in letters of either case and without white space around it;
+/// nothing for another text.
+BREVIX_HOST_API std::optional<bool> ParseTruth(std::string_view text);
+
 /// Returns: the shortest decimal text that reads back to the same double; nan, inf or -inf when it is not finite.
 BREVIX_HOST_API std::string NumberText(double value);
 

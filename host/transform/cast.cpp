@@ -97,8 +97,8 @@ double RoundHalfUp(double number) {
 }
 
 std::optional<double> ParseNumberOfType(FieldType type, std::string_view text) {
-    if (type.code == FieldType::kBoolean && (text == "true" || text == "false"))
-        return text == "true" ? 1.0 : 0.0;
+    if (const auto truth = type.code == FieldType::kBoolean ? ParseTruth(text) : std::nullopt)
+        return *truth ? 1.0 : 0.0;
     if (type.IsCount()) {
         if (const auto moment = ParseAnyTime(text))
             return CountOf(type, *moment);

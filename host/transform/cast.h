@@ -28,8 +28,9 @@ BREVIX_HOST_API std::optional<CalendarTime> MomentOf(FieldType type, const Deriv
 /// Returns: the whole number next to a number, the greater one of two that are equally near.
 BREVIX_HOST_API double RoundHalfUp(double number);
 
-/// A text as a number of a type that has numbers: true and false are 1 and 0 of a boolean and nothing else is; a date
-/// is the count that the type asks for. Returns: nothing for a text that is none.
+/// A text as a number of a type that has numbers: of a boolean, true and false, in letters of either case, are 1 and 0
+/// and no other number is one; a date is the count that the type asks for.
+/// Returns: nothing for a text that is none.
 BREVIX_HOST_API std::optional<double> ParseNumberOfType(FieldType type, std::string_view text);
 
 }  // namespace KwBrevix_930

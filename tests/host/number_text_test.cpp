@@ -18,6 +18,7 @@ namespace {
 using KwBrevix_930::LeadingNumber;
 using KwBrevix_930::NumberText;
 using KwBrevix_930::ParseNumber;
+using KwBrevix_930::ParseTruth;
 
 double OracleNumber(const std::string& text) {
     static const locale_t kCLocale = newlocale(LC_ALL_MASK, "C", nullptr);
@@ -342,6 +343,15 @@ TEST(number_text, DoesNotKnowTheLocale) {
     EXPECT_EQ(NumberText(12345.5), "12345.5");
     for (const std::string& text : kTexts)
         ExpectAsOracle(text);
+}
+
+TEST(ParseTruth, KnowsTwoWordsInLettersOfEitherCase) {
+    for (const char* text : {"true", "True", "TRUE", "tRuE"})
+        EXPECT_EQ(ParseTruth(text), true) << text;
+    for (const char* text : {"false", "False", "FALSE", "fALSe"})
+        EXPECT_EQ(ParseTruth(text), false) << text;
+    for (const char* text : {"", "t", "tru", "truee", " true", "false ", "1", "0", "4RUE", "f\x81LSE"})
+        EXPECT_EQ(ParseTruth(text), std::nullopt) << text;
 }
 
 }  // namespace
