@@ -32,6 +32,13 @@ public:
 private:
     using Element = xercesc::DOMElement;
 
+    // A row of an InlineTable: its number, from 1, and its cells by the names of their columns.
+    struct TableRow {
+        const Element* element;
+        std::size_t number;
+        std::unordered_map<std::string, std::string> cells;
+    };
+
     std::unique_ptr<Expression> ReadUncast(const Element& element, std::optional<FieldType> type);
     std::unique_ptr<Expression> ReadFieldRef(const Element& element, std::optional<FieldType> type);
     std::unique_ptr<Expression> ReadConstant(const Element& element);
@@ -41,8 +48,7 @@ private:
     std::unique_ptr<Expression> ReadMapValues(const Element& element, std::optional<FieldType> type);
     std::vector<std::string> ReadColumns(const Element& element, MapValuesExpression& expression);
     void AddRows(MapValuesExpression& expression, const std::vector<std::string>& columns,
-                 const std::vector<std::unordered_map<std::string, std::string>>& cells,
-                 const std::vector<std::string>& outputs) const;
+                 const std::vector<TableRow>& rows, const std::vector<std::string>& outputs) const;
 
     std::unique_ptr<Expression> ReadApply(const Element& element);
     std::string ReadTreatment(const Element& element) const;

@@ -4,6 +4,7 @@
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 
+#include "host/BXException.h"
 #include "host/BaseTranslator.h"
 #include "host/DOMElemUtility.h"
 #include "host/PMMLModelTags.h"
@@ -23,9 +24,14 @@ void FunctionTable::AddFunctions(const DOMElemUtility& reader, const DOMElement&
          child = BaseTranslator::GetNextSiblingElt(child)) {
         if (!BaseTranslator::HasTag(child, "DefineFunction"))
             continue;
-        const std::string name = reader.GetAttributeToString(child, Tags::XML_ATT_NAME, true);
-        if (name.empty() || FindBuiltInFunction(name) || !fElements.emplace(name, child).second)
-            RefuseAttribute(reader, *child, Tags::XML_ATT_NAME);
+        try {
+            const std::string name = reader.GetAttributeToString(child, Tags::XML_ATT_NAME, true);
+            if (name.empty() || FindBuiltInFunction(name) || !fElements.emplace(name, child).second)
+                RefuseAttribute(reader, *child, Tags::XML_ATT_NAME);
+        } catch (BXException& error) {
+            PutPlace(error, reader, *child, *child);
+            throw;
+        }
     }
 }
 

@@ -27,7 +27,6 @@ class FieldScope;
 /// A function read for certain types of its arguments. Its expression reads the arguments as its slots, in order.
 struct FunctionBody {
     std::unique_ptr<Expression> expression;
-    std::vector<FieldType> parameterTypes;
     /// How many expressions are evaluated in one call, and how deep they are nested.
     std::size_t steps = 0;
     std::size_t depth = 0;

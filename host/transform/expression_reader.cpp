@@ -146,7 +146,8 @@ std::unique_ptr<Expression> ExpressionReader::ReadFieldRef(const DOMElement& ele
 std::unique_ptr<Expression> ExpressionReader::ReadConstant(const DOMElement& element) {
     const std::string text = fReader.GetTranscoder().ToNarrow(element.getTextContent());
     const auto type = ReadOptionalType(element);
-    const bool isMissing = fReader.GetAttributeToString(&element, "missing", false) == "true";
+    const std::string missing = fReader.GetAttributeToString(&element, "missing", false);
+    const bool isMissing = missing == "true" || missing == "1";
     std::optional<Literal> literal = MakeUntypedLiteral(text);
     if (isMissing)
         literal = Literal{type.value_or(FieldType{}), type.has_value(), true, 0.0, {}};
@@ -185,8 +186,10 @@ std::string ExpressionReader::ReadFieldName(const DOMElement& element) const {
 
 Field ExpressionReader::FindField(const DOMElement& element, const std::string& name) {
     const auto field = fScope.Find(name);
-    if (!field)
+    if (!field) {
+        fFunctions.fCurrent = &element;
         Refuse(260103, "field", name, fReader.GetElementName(&element));
+    }
     return *field;
 }
 

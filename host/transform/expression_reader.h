@@ -27,7 +27,8 @@ inline constexpr std::size_t kFunctionStepLimit = 1'000'000;
 
 /// Reads one expression and resolves its fields. element: FieldRef, Constant, NormContinuous, NormDiscrete, Discretize,
 /// MapValues or Apply; type: what the values are cast to, none for the expression's own type; scope: the fields that
-/// may be read; functions: those that may be called beside the built-in ones. Returns: the expression, never null.
+/// may be read; functions: those that may be called beside the built-in ones.
+/// Returns: the expression, never null.
 /// Errors: BXException 260102 (element, parent) for an element that is no expression or not supported; 260103 (kind,
 /// name, element) for a field or function that is not there; 260104 (function, count, counts) for a wrong number of
 /// arguments; 260105 (kind, names) for functions that call each other in a circle; 260106 (what, type, type) for types

@@ -1,4 +1,6 @@
 // Reads the expressions that are tables: Discretize and MapValues.
+#include <algorithm>
+#include <limits>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -49,7 +51,8 @@ DictVar::Interval ReadRange(const DOMElemUtility& reader, const DOMElement& elem
     if (!range.left && !range.right)
         Refuse(260120, std::string(Tags::XML_ATT_LEFTMARGIN) + " or " + Tags::XML_ATT_RIGHTMARGIN,
                Tags::XML_ELE_INTERVAL);
-    if (range.left && range.right && !(*range.left <= *range.right))
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    if (!(range.left.value_or(-kInfinity) <= range.right.value_or(kInfinity)))
         RefuseAttribute(reader, element, Tags::XML_ATT_LEFTMARGIN);
     return range;
 }
@@ -86,12 +89,14 @@ std::unique_ptr<Expression> ExpressionReader::ReadDiscretize(const DOMElement& e
     const FieldType result = ReadOptionalType(element).value_or(type ? *type : TypeOfTexts(texts));
     std::vector<DiscretizeExpression::Bin> bins;
     for (std::size_t i = 0; i < elements.size(); ++i) {
+        fFunctions.fCurrent = elements[i];
         auto value = MakeLiteral(result, texts[i]);
         if (!value)
             RefuseAttribute(fReader, *elements[i], "binValue");
         const auto* range = fReader.GetChildElemByName(elements[i], Tags::XML_ELE_INTERVAL, true);
         bins.push_back({ReadRange(fReader, *range), std::move(*value)});
     }
+    fFunctions.fCurrent = &element;
     return std::make_unique<DiscretizeExpression>(field, name, result, std::move(bins),
                                                   ReadOptionalLiteral(element, "defaultValue", result),
                                                   ReadOptionalLiteral(element, Tags::XML_ATT_MISSREPVALUE, result));
@@ -104,15 +109,15 @@ std::unique_ptr<Expression> ExpressionReader::ReadMapValues(const DOMElement& el
     const auto rows = ChildrenOf(*fReader.GetChildElemByName(&element, "InlineTable", true), "row");
     if (rows.empty())
         Refuse(260114, "InlineTable");
-    std::vector<std::unordered_map<std::string, std::string>> cells;
+    std::vector<TableRow> kept;
     std::vector<std::string> outputs;
-    for (const DOMElement* row : rows) {
-        auto found = ReadCells(fReader, *row);
-        const auto value = found.find(output);
-        if (value == found.end())
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        auto cells = ReadCells(fReader, *rows[i]);
+        const auto value = cells.find(output);
+        if (value == cells.end())
             continue;
         outputs.push_back(value->second);
-        cells.push_back(std::move(found));
+        kept.push_back({rows[i], i + 1, std::move(cells)});
     }
     if (outputs.empty())
         Refuse(260103, "column", output, "MapValues");
@@ -120,7 +125,8 @@ std::unique_ptr<Expression> ExpressionReader::ReadMapValues(const DOMElement& el
     auto expression =
         std::make_unique<MapValuesExpression>(result, ReadOptionalLiteral(element, "defaultValue", result),
                                               ReadOptionalLiteral(element, Tags::XML_ATT_MISSREPVALUE, result));
-    AddRows(*expression, ReadColumns(element, *expression), cells, outputs);
+    AddRows(*expression, ReadColumns(element, *expression), kept, outputs);
+    fFunctions.fCurrent = &element;
     return expression;
 }
 
@@ -138,19 +144,24 @@ std::vector<std::string> ExpressionReader::ReadColumns(const DOMElement& element
     return columns;
 }
 
-// A row without a cell in one of the columns is never found.
+// A row without a cell in one of the columns is never found; a column without a cell in any row is none.
 void ExpressionReader::AddRows(MapValuesExpression& expression, const std::vector<std::string>& columns,
-                               const std::vector<std::unordered_map<std::string, std::string>>& cells,
-                               const std::vector<std::string>& outputs) const {
-    for (std::size_t i = 0; i < cells.size(); ++i) {
+                               const std::vector<TableRow>& rows, const std::vector<std::string>& outputs) const {
+    for (const std::string& column : columns) {
+        if (std::none_of(rows.begin(), rows.end(), [&](const TableRow& row) { return row.cells.contains(column); }))
+            Refuse(260103, "column", column, "MapValues");
+    }
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        fFunctions.fCurrent = rows[i].element;
         std::vector<std::string> keys;
         for (const std::string& column : columns) {
-            if (const auto cell = cells[i].find(column); cell != cells[i].end())
+            if (const auto cell = rows[i].cells.find(column); cell != rows[i].cells.end())
                 keys.push_back(cell->second);
         }
         auto value = MakeLiteral(expression.GetType(), outputs[i]);
         if (!value)
-            Refuse(260153, outputs[i], "the output column", "row " + std::to_string(i + 1) + " of InlineTable");
+            Refuse(260153, outputs[i], "the output column",
+                   "row " + std::to_string(rows[i].number) + " of InlineTable");
         if (keys.size() == columns.size())
             expression.AddRow(keys, std::move(*value));
     }

@@ -88,6 +88,17 @@ std::string ChainText(const std::vector<std::string>& names) {
     return text;
 }
 
+// names: as Arrange gives them; field: the first one's.
+[[noreturn]] void RefuseCircle(const DOMElemUtility& reader, const std::vector<std::string>& names,
+                               const DOMElement& field) {
+    try {
+        Refuse(260105, "derived fields", ChainText(names));
+    } catch (BXException& error) {
+        PutPlace(error, reader, field, field);
+        throw;
+    }
+}
+
 }  // namespace
 
 // Declared first, because fields may stand in any order.
@@ -108,8 +119,10 @@ std::unique_ptr<TransformationDictionary> ReadTransformations(const DOMElemUtili
     for (std::size_t i = 0; i < fields.size(); ++i)
         ReadContent(reader, *fields[i], scope, functions, *transformations->GetVars()[i]);
     const auto circle = transformations->Arrange();
-    if (!circle.empty())
-        Refuse(260105, "derived fields", ChainText(circle));
+    for (std::size_t i = 0; i < fields.size() && !circle.empty(); ++i) {
+        if (transformations->GetVars()[i]->GetName() == circle.front())
+            RefuseCircle(reader, circle, *fields[i]);
+    }
     return transformations;
 }
 

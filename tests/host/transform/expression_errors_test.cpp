@@ -91,6 +91,8 @@ TEST(ExpressionErrors, NameTablesThatAreNone) {
     ExpectError(error(pair + "<InlineTable>" + row + "</InlineTable>", ""), 260120, {"outputColumn", "MapValues"});
     ExpectError(error(pair + "<InlineTable>" + row + "</InlineTable>", "outputColumn='p'"), 260103,
                 {"column", "p", "MapValues"});
+    ExpectError(error("<FieldColumnPair field='s' column='q'/><InlineTable>" + row + "</InlineTable>"), 260103,
+                {"column", "q", "MapValues"});
     ExpectError(error(pair + "<InlineTable>" + row + "<row><o>two</o></row></InlineTable>"), 260153,
                 {"two", "the output column", "row 2 of InlineTable"});
     ExpectError(error("<FieldColumnPair field='gone' column='c'/><InlineTable>" + row + "</InlineTable>"), 260103,
@@ -107,6 +109,7 @@ TEST(ExpressionErrors, NameBinsThatAreNone) {
     ExpectError(error("<Interval closure='ajar' leftMargin='1'/>"), 260153, {"ajar", "closure", "Interval"});
     ExpectError(error("<Interval closure='openOpen' leftMargin='2' rightMargin='1'/>"), 260153,
                 {"2", "leftMargin", "Interval"});
+    ExpectError(error("<Interval closure='openOpen' leftMargin='NaN'/>"), 260153, {"NaN", "leftMargin", "Interval"});
     ExpectError(error(""), 260115, {"Interval", "DiscretizeBin"});
     ExpectError(error("<Interval closure='openOpen' leftMargin='1'/>", "low"), 260153,
                 {"low", "binValue", "DiscretizeBin"});
@@ -148,6 +151,36 @@ TEST(ExpressionErrors, TellFieldAndLine) {
     EXPECT_THAT(ErrorIn("\n" + Derived(Ref("x")) + "\n" + Derived(Ref("x"))).what(),
                 HasSubstr("In DerivedField 'd', line 3."));
     EXPECT_THAT(ErrorIn("\n" + Derived("")).what(), HasSubstr("In DerivedField 'd', line 2."));
+    EXPECT_THAT(ErrorIn("\n" + Derived("\n<Lag field='x'/>")).what(), HasSubstr("In DerivedField 'd', line 3."));
+}
+
+TEST(ExpressionErrors, TellTheLineOfACircleAndOfAFunction) {
+    EXPECT_THAT(
+        ErrorIn(Derived(Ref("x"), "double", "c") + "\n" + Derived(Ref("e")) + "\n" + Derived(Ref("d"), "double", "e"))
+            .what(),
+        HasSubstr("In DerivedField 'd', line 2."));
+    const std::string body = Function("f", Parameter("a"), Ref("a"));
+    EXPECT_THAT(ErrorIn(body + "\n\n" + body).what(), HasSubstr("In DefineFunction 'f', line 3."));
+    EXPECT_THAT(ErrorIn("\n<DefineFunction/>").what(), HasSubstr("In DefineFunction, line 2."));
+}
+
+TEST(ExpressionErrors, TellTheLineOfABinARowAndAPair) {
+    const std::string bin = "<DiscretizeBin binValue='1'><Interval closure='openOpen' ";
+    EXPECT_THAT(ErrorOfOne("<Discretize field='x'>\n" + bin + "leftMargin='1'/></DiscretizeBin>\n" + bin +
+                           "/></DiscretizeBin></Discretize>")
+                    .what(),
+                HasSubstr("In DerivedField 'd', line 3."));
+    const auto map = [](const std::string& content) {
+        return ErrorOfOne("<MapValues outputColumn='o'>\n" + content + "</MapValues>");
+    };
+    const std::string pair = "<FieldColumnPair field='s' column='c'/>";
+    const auto row = map(pair + "<InlineTable>\n<row><c>red</c></row>\n<row><c>red</c><o>two</o></row></InlineTable>");
+    ExpectError(row, 260153, {"two", "the output column", "row 2 of InlineTable"});
+    EXPECT_THAT(row.what(), HasSubstr("In DerivedField 'd', line 4."));
+    EXPECT_THAT(map(pair + "\n<FieldColumnPair field='gone' column='c'/>"
+                           "<InlineTable><row><o>1</o></row></InlineTable>")
+                    .what(),
+                HasSubstr("In DerivedField 'd', line 3."));
 }
 
 // f1 calls f0 twice, f2 calls f1 twice, and so on.
