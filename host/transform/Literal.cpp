@@ -16,11 +16,17 @@ void Literal::Give(DerivedValue& result) const {
 }
 
 std::optional<Literal> Literal::As(FieldType other) const {
-    if (!isMissing)
+    if (!isMissing && (!isTyped || type.IsText() || other.IsText()))
         return MakeLiteral(other, text);
-    Literal missing = *this;
-    missing.type = other;
-    return missing;
+    Literal same = *this;
+    same.type = other;
+    DerivedValue value;
+    Give(value);
+    CastToType(other, type, value);
+    if (value.IsInvalid())
+        return std::nullopt;
+    same.number = value.IsNumber() ? value.GetNumber() : number;
+    return same;
 }
 
 std::optional<Literal> MakeLiteral(FieldType type, const std::string& text) {

@@ -22,22 +22,33 @@ void CastArgument(FunctionCall& call, std::size_t i, FieldType type) {
         Refuse(260106, Place(call, i), given, type.GetName());
 }
 
-// Whether the surroundings may tell the type.
-bool IsUntyped(const Expression& argument) {
-    return argument.GetLiteral() && !argument.GetLiteral()->isTyped;
+// How little an argument's type is bound: that of a field or a call is fixed, a constant can be read as of another
+// type, and a constant without a type leaves it to the others.
+enum Bond { kFixed, kConstant, kUntyped };
+
+Bond BondOf(const Expression& argument) {
+    if (!argument.GetLiteral())
+        return kFixed;
+    return argument.GetLiteral()->isTyped ? kConstant : kUntyped;
 }
 
-// The type that values of two types have in common; nothing for a text and a number.
+// Whether values of the type are moments, a day and a time of day.
+bool TellsTimeOfADay(FieldType type) {
+    return type.code == FieldType::kDateTime || type.code == FieldType::kSecondsSince;
+}
+
+// The type that values of two types have in common, of dates and times the finer one; nothing for a text and a number.
 std::optional<FieldType> CommonType(FieldType one, FieldType other) {
     if (one == other)
         return one;
     if (one.IsText() != other.IsText())
         return std::nullopt;
-    if (one.IsText())
-        return one.IsCalendarText() ? one : other;
-    if (one.IsCount() || other.IsCount())
-        return one.IsCount() ? one : other;
-    return FieldType{FieldType::kDouble};
+    const auto isTime = [](FieldType type) { return type.IsCalendarText() || type.IsCount(); };
+    if (isTime(one) && isTime(other))
+        return TellsTimeOfADay(other) ? other : one;
+    if (isTime(one) || isTime(other))
+        return isTime(one) ? one : other;
+    return FieldType{one.IsText() ? FieldType::kString : FieldType::kDouble};
 }
 
 FieldType ComparableType(FieldType type) {
@@ -107,21 +118,22 @@ void TakeAsText(FunctionCall& call, std::size_t i) {
 }
 
 FieldType TakeAsCommonType(FunctionCall& call, std::size_t first, bool forComparison) {
-    // Of constants without a type only as much is asked as the others leave open.
+    // Whatever their order, arguments are asked in the order of their bonds; constants without a type only where the
+    // others leave it open.
     std::optional<FieldType> common;
-    for (const bool untyped : {false, true}) {
+    for (const Bond bond : {kFixed, kConstant, kUntyped}) {
         const bool isOpen = !common;
         for (std::size_t i = first; i < call.arguments.size(); ++i) {
             const Expression& argument = *call.arguments[i];
-            if (IsUntyped(argument) != untyped || (untyped && (!isOpen || argument.GetLiteral()->isMissing)))
+            if (BondOf(argument) != bond || (bond == kUntyped && (!isOpen || argument.GetLiteral()->isMissing)))
                 continue;
             const FieldType type = argument.GetType();
             const auto both = common ? CommonType(*common, type) : type;
-            if (!both && !argument.GetLiteral())
+            if (!both && bond == kFixed)
                 Refuse(260106, Place(call, i), type.GetName(), common->GetName());
             if (both)
                 common = both;
-            else if (untyped)
+            else if (bond == kUntyped)
                 common = FieldType{FieldType::kString};
         }
     }

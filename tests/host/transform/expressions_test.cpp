@@ -35,6 +35,8 @@ TEST(Constant, IsOneOfItsTypeOrOfWhatItsTextIs) {
     EXPECT_EQ(DeriveOne(Constant("true"), "boolean"), "1");
     EXPECT_EQ(DeriveOne(Constant("2004-02-29", "dataType='date'"), "dateDaysSince[2004]"), "59");
     EXPECT_EQ(DeriveOne(Constant("", "missing='true'")), "missing");
+    EXPECT_EQ(DeriveOne(Constant("2.5", "missing='1'")), "missing");
+    EXPECT_EQ(DeriveOne(Constant("2.5", "missing='false'")), "2.5");
     EXPECT_EQ(DeriveOne(Apply("sum", Ref("x") + Constant("", "missing='true' dataType='double'"))), "2.5");
 }
 
@@ -50,6 +52,29 @@ TEST(Casts, RoundHalvesUpAndTellBooleans) {
     EXPECT_EQ(DeriveOne(Ref("s"), "date", "", "2003-02-29"), "invalid");
     EXPECT_EQ(DeriveOne(Ref("s"), "timeSeconds", "", "01:00:30"), "3630");
     EXPECT_EQ(DeriveOne(Ref("s"), "dateTimeSecondsSince[1970]", "", "1970-01-02"), "86400");
+}
+
+TEST(Constant, IsCastFromTheTypeThatItNames) {
+    EXPECT_EQ(DeriveOne(Constant("true", "dataType='boolean'")), "1");
+    EXPECT_EQ(DeriveOne(Constant("2.6", "dataType='integer'")), "3");
+    EXPECT_EQ(DeriveOne(Apply("+", Ref("x") + Constant("2.6", "dataType='integer'"))), "5.5");
+    EXPECT_EQ(DeriveOne(Constant("366", "dataType='dateDaysSince[1960]'"), "dateDaysSince[1961]"), "0");
+    EXPECT_EQ(DeriveOne(Apply("if", Apply("isValid", Ref("x")) + Constant("false", "dataType='boolean'") + Ref("x"))),
+              "0");
+    EXPECT_EQ(DeriveOne(Constant("2.50", "dataType='double'"), "string"), "'2.50'");
+}
+
+TEST(Casts, KnowTruthInLettersOfEitherCase) {
+    DerivedFields fields(kFields, Derived("<NormDiscrete field='b' value='TRUE'/>") +
+                                      Derived(Apply("equal", Ref("b") + Constant("False")), "boolean", "e") +
+                                      Derived(Ref("s"), "boolean", "f"));
+    fields.Set("b", "TRUE").Set("s", "True");
+    EXPECT_EQ(fields.Derive("d"), "1");
+    EXPECT_EQ(fields.Derive("e"), "0");
+    EXPECT_EQ(fields.Derive("f"), "1");
+    fields.Set("b", "false");
+    EXPECT_EQ(fields.Derive("d"), "0");
+    EXPECT_EQ(fields.Derive("e"), "1");
 }
 
 const std::string kBins =
@@ -142,6 +167,9 @@ TEST(Apply, TreatsInvalidResultsAsItIsTold) {
 TEST(Apply, TakesConstantsForTheTypeBesideThem) {
     EXPECT_EQ(DeriveOne(Apply("equal", Ref("s") + Constant("1")), "boolean", "", "1"), "1");
     EXPECT_EQ(DeriveOne(Apply("equal", Ref("x") + Constant("2.50")), "boolean"), "1");
+    EXPECT_EQ(DeriveOne(Apply("equal", Ref("x") + Constant("2.50", "dataType='string'")), "boolean"), "1");
+    EXPECT_EQ(DeriveOne(Apply("equal", Constant("2.50", "dataType='string'") + Ref("x")), "boolean"), "1");
+    EXPECT_EQ(DeriveOne(Apply("isIn", Constant("1", "dataType='integer'") + Ref("s")), "boolean", "", "1"), "1");
     EXPECT_EQ(DeriveOne(Apply("equal", Ref("b") + Constant("true")), "boolean"), "missing");
     EXPECT_EQ(
         DeriveOne(Apply("lessThan", Ref("s") + Constant("2004-03-01", "dataType='date'")), "boolean", "", "2004-02-29"),
@@ -150,6 +178,19 @@ TEST(Apply, TakesConstantsForTheTypeBesideThem) {
                         "string"),
               "'1'");
     EXPECT_EQ(DeriveOne(Apply("and", Constant("true") + Constant("1")), "boolean"), "1");
+}
+
+TEST(Apply, ComparesADayAsItsMidnightWhicheverStandsFirst) {
+    const std::string noon = Constant("2004-02-29T12:00:00", "dataType='dateTime'");
+    const std::string day = Constant("2004-02-29", "dataType='date'");
+    EXPECT_EQ(DeriveOne(Apply("lessThan", day + noon), "boolean"), "1");
+    EXPECT_EQ(DeriveOne(Apply("greaterThan", noon + day), "boolean"), "1");
+    EXPECT_EQ(DeriveOne(Apply("equal", day + noon), "boolean"), "0");
+    EXPECT_EQ(DeriveOne(Apply("isIn", day + Ref("day") + noon), "boolean"), "missing");
+    const std::string count = Constant("0", "dataType='dateDaysSince[1960]'");
+    EXPECT_EQ(DeriveOne(Apply("lessThan", count + Constant("1", "dataType='dateTimeSecondsSince[1960]'")), "boolean"),
+              "1");
+    EXPECT_EQ(DeriveOne(Apply("if", Apply("isValid", Ref("x")) + day + noon), "string"), "'2004-02-29T00:00:00'");
 }
 
 TEST(Apply, DoesNotEvaluateTheBranchThatIsNotTaken) {
