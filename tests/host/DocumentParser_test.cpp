@@ -5,6 +5,8 @@
 
 #include <sstream>
 #include <streambuf>
+#include <thread>
+#include <vector>
 #include <xercesc/dom/DOM.hpp>
 
 #include "host/BaseTranslator.h"
@@ -64,6 +66,49 @@ TEST(DocumentParser, NamesTheLineAndColumnOfAFault) {
     ExpectFault("<a x='1' x='2'/>", "1", "17");
     ExpectFault("<a/><b/>", "1", "5");
     ExpectFault("<a>\n]]></a>", "2", "4");
+}
+
+const xercesc::DOMElement& ChildOf(const xercesc::DOMElement& parent) {
+    return *parent.getFirstElementChild();
+}
+
+TEST(DocumentParser, TellsTheLineInWhichAStartTagEnds) {
+    const DocumentHandle document = DocumentParser().ParseText("<a>\n<b\n x='1'><c/>\n</b></a>");
+    const auto& root = *document->getDocumentElement();
+    EXPECT_EQ(DocumentParser::LineOf(root), 1u);
+    EXPECT_EQ(DocumentParser::LineOf(ChildOf(root)), 3u);
+    EXPECT_EQ(DocumentParser::LineOf(ChildOf(ChildOf(root))), 3u);
+    EXPECT_EQ(DocumentParser::LineOf(*document->createElement(root.getTagName())), 0u);
+}
+
+TEST(DocumentParser, TellsNoLinesInsideTheElementsThatAModelHasManyOf) {
+    const DocumentHandle document = DocumentParser().ParseText(
+        "<a>\n<p:VectorDictionary xmlns:p='u'>\n<b><VectorDictionary/></b></p:VectorDictionary>\n"
+        "<SupportVectorMachine>\n<b/></SupportVectorMachine>\n<c/></a>");
+    const auto& vectors = ChildOf(*document->getDocumentElement());
+    const auto& machine = *vectors.getNextElementSibling();
+    EXPECT_EQ(DocumentParser::LineOf(vectors), 2u);
+    EXPECT_EQ(DocumentParser::LineOf(ChildOf(vectors)), 0u);
+    EXPECT_EQ(DocumentParser::LineOf(ChildOf(ChildOf(vectors))), 0u);
+    EXPECT_EQ(DocumentParser::LineOf(machine), 4u);
+    EXPECT_EQ(DocumentParser::LineOf(ChildOf(machine)), 0u);
+    EXPECT_EQ(DocumentParser::LineOf(*machine.getNextElementSibling()), 6u);
+}
+
+TEST(DocumentParser, TellsLinesWhileOtherThreadsReadDocuments) {
+    const DocumentHandle kept = DocumentParser().ParseText("<a>\n\n<b/></a>");
+    const auto read = [&] {
+        for (int i = 0; i < 50; ++i) {
+            const DocumentHandle other = DocumentParser().ParseText("<a>\n<b/></a>");
+            EXPECT_EQ(DocumentParser::LineOf(ChildOf(*other->getDocumentElement())), 2u);
+            EXPECT_EQ(DocumentParser::LineOf(ChildOf(*kept->getDocumentElement())), 3u);
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 3; ++i)
+        threads.emplace_back(read);
+    for (std::thread& thread : threads)
+        thread.join();
 }
 
 TEST(DocumentParser, RefusesWhatIsNoDocument) {
