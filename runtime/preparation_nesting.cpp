@@ -47,7 +47,8 @@ public:
         moveTransformations(inner);
         if (!fDocument.findChild(&inner, "ModelVerification"))
             moveUnlessBoth(inner, "ModelVerification");
-        fOuter.getParentNode()->replaceChild(&inner, &fOuter)->release();
+        // Not released: a new element could take the place of one whose line is known.
+        fOuter.getParentNode()->replaceChild(&inner, &fOuter);
         return inner;
     }
 
