@@ -120,7 +120,7 @@ bool coversAllPairs(const ModelDocument& document, const std::vector<DOMElement*
     return categories.size() > 2 && pairs.size() == categories.size() * (categories.size() - 1) / 2;
 }
 
-// The vectors and coefficients of a machine, as many of the one as of the other.
+// The vectors and coefficients of a machine.
 struct Terms {
     DOMElement* vectorList = nullptr;
     DOMElement* coefficientList = nullptr;
@@ -251,6 +251,12 @@ void joinTwoMachines(Preparation& preparation) {
     const Terms to(document, kept);
     if (!from.vectorList || !from.coefficientList || !to.vectorList || !to.coefficientList)
         return;
+    // Behind a vector without a coefficient the other machine's would meet the wrong ones.
+    if (from.vectors.size() != from.coefficients.size() || to.vectors.size() != to.coefficients.size()) {
+        preparation.complaints.push_back(
+            "two machines for one category each, and one has more vectors than coefficients");
+        return;
+    }
     for (DOMElement* vector : from.vectors)
         to.vectorList->appendChild(vector);
     for (DOMElement* coefficient : from.coefficients) {
@@ -262,8 +268,7 @@ void joinTwoMachines(Preparation& preparation) {
     document.setAttribute(*to.coefficientList, Tags::XML_ATT_SVM_ABSOLUTEVALUE, KwBrevix_930::NumberText(bias));
     document.setAttribute(kept, Tags::XML_ATT_SVM_ALTERNATETAGCATE, findCategories(document, *machines[0]).first);
     document.setAttribute(kept, Tags::XML_VAL_THRESHOLD, "0");
-    // Not released: a new element could take the place of one whose line is known.
-    document.getModel()->removeChild(machines[0]);
+    document.getModel()->removeChild(machines[0])->release();
     const bool isLargest = document.getAttribute(*document.getModel(), Tags::XML_ATT_SVM_MAXWINS) == "true";
     preparation.note(2, std::string("2 machines for one category each were read as one; the ") +
                             (isLargest ? "larger" : "smaller") +
@@ -290,6 +295,8 @@ void makeUnitVectors(Preparation& preparation) {
             return refuse("needs a Coefficient for each of the " + std::to_string(columns) + " VectorFields");
     }
     const auto idOf = [](std::size_t column) { return "unit-" + std::to_string(column); };
+    // In front of instances that nobody uses: of two with one id the first counts.
+    DOMElement* place = document.findChild(dictionary, Tags::XML_ELE_SVM_VECTORINSTANCE);
     for (std::size_t column = 1; column <= columns; ++column) {
         DOMElement* instance = document.createElement(*dictionary, Tags::XML_ELE_SVM_VECTORINSTANCE);
         DOMElement* array = document.createElement(*dictionary, Tags::XML_ELE_SVM_REALSPARSEARRAY);
@@ -302,7 +309,7 @@ void makeUnitVectors(Preparation& preparation) {
         add(Tags::XML_ELE_SVM_REAL_ENTRIES, "1");
         document.setAttribute(*instance, Tags::XML_ATT_SVM_ID, idOf(column));
         instance->appendChild(array);
-        dictionary->appendChild(instance);
+        dictionary->insertBefore(instance, place);
     }
     for (DOMElement* machine : machines) {
         DOMElement* list = document.findChild(machine, Tags::XML_ELE_SVM_SUPPORTVECTORS);

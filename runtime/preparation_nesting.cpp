@@ -23,6 +23,8 @@ constexpr const char* kMining = "MiningModel";
 constexpr const char* kAnomaly = "AnomalyDetectionModel";
 constexpr const char* kOutput = "Output";
 constexpr const char* kOutputField = "OutputField";
+constexpr const char* kSegmentation = "Segmentation";
+constexpr const char* kVerification = "ModelVerification";
 
 std::string quoted(const std::string& text) {
     return "'" + text + "'";
@@ -42,13 +44,13 @@ public:
         DOMElement& inner = BaseTranslator::HasTag(&fOuter, kMining) ? findInSegmentation() : findInAnomalyModel();
         mergeFunctions(inner);
         mergeSchemas(inner);
+        checkTargets(inner);
         mergeOutputs(inner);
-        moveUnlessBoth(inner, Tags::XML_ELE_TARGETS);
+        moveTargets(inner);
         moveTransformations(inner);
-        if (!fDocument.findChild(&inner, "ModelVerification"))
-            moveUnlessBoth(inner, "ModelVerification");
-        // Not released: a new element could take the place of one whose line is known.
-        fOuter.getParentNode()->replaceChild(&inner, &fOuter);
+        moveVerification(inner);
+        moveUnread(inner);
+        fOuter.getParentNode()->replaceChild(&inner, &fOuter)->release();
         return inner;
     }
 
@@ -82,7 +84,7 @@ private:
 
     // One segment whose predicate is always true: whatever its result is combined with the results of no others.
     DOMElement& findInSegmentation() {
-        const DOMElement* segmentation = fDocument.findChild(&fOuter, "Segmentation");
+        const DOMElement* segmentation = fDocument.findChild(&fOuter, kSegmentation);
         if (!segmentation)
             refuse("the MiningModel has no Segmentation");
         const auto segments = fDocument.findChildren(segmentation, "Segment");
@@ -97,7 +99,8 @@ private:
             refuse("multipleModelMethod=" + quoted(method) + " changes the result of the only Segment");
         if (!fDocument.findChild(segments.front(), "True"))
             refuse("the predicate of the only Segment is not True");
-        fSegment = fDocument.getAttribute(*segments.front(), "id");
+        // A Segment without an id has its place as one.
+        fSegment = fDocument.findAttribute(*segments.front(), "id").value_or("1");
         return onlyModelOf(*segments.front());
     }
 
@@ -194,13 +197,43 @@ private:
         fDocument.removeAttribute(outputField, "segmentId");
     }
 
-    void moveUnlessBoth(DOMElement& inner, const char* tag) const {
-        DOMElement* outside = fDocument.findChild(&fOuter, tag);
+    // The inner Output is computed before the outer Targets change the prediction.
+    void checkTargets(DOMElement& inner) const {
+        if (!fDocument.findChild(&fOuter, Tags::XML_ELE_TARGETS))
+            return;
+        if (fDocument.findChild(&inner, Tags::XML_ELE_TARGETS))
+            refuse("both models have Targets");
+        for (const DOMElement* field : fDocument.findChildren(fDocument.findChild(&inner, kOutput), kOutputField)) {
+            const std::string feature = fDocument.findAttribute(*field, "feature").value_or("predictedValue");
+            if (!isAnyOf(feature, {"probability", "confidence", "transformedValue", "decision"}))
+                refuse("the Targets of the " + fDocument.nameOf(fOuter) + " would change the OutputField " +
+                       quoted(fDocument.getAttribute(*field, Tags::XML_ATT_NAME)) + " of the model in it");
+        }
+    }
+
+    void moveTargets(DOMElement& inner) const {
+        if (DOMElement* outside = fDocument.findChild(&fOuter, Tags::XML_ELE_TARGETS))
+            inner.appendChild(outside);
+    }
+
+    // The outer one's expectations are of what the whole gives.
+    void moveVerification(DOMElement& inner) const {
+        DOMElement* outside = fDocument.findChild(&fOuter, kVerification);
         if (!outside)
             return;
-        if (fDocument.findChild(&inner, tag))
-            refuse("both models have " + std::string(tag));
+        if (DOMElement* inside = fDocument.findChild(&inner, kVerification))
+            inner.removeChild(inside)->release();
         inner.appendChild(outside);
+    }
+
+    // What nobody reads is kept where nobody reads it, to be told of.
+    void moveUnread(const DOMElement& inner) const {
+        for (DOMElement* child : fDocument.findChildren(&fOuter, "")) {
+            if (child != &inner &&
+                !isAnyOf(fDocument.nameOf(*child),
+                         {Tags::XML_ELE_MININGSCHEMA, kOutput, kSegmentation, Tags::XML_ELE_LOCALTRANSFORMATIONS}))
+                fDocument.getRoot().appendChild(child);
+        }
     }
 
     void moveTransformations(DOMElement& inner) const {

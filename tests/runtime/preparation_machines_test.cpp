@@ -83,6 +83,15 @@ TEST(PreparationMachines, TwoMachinesThatMeanSomethingElseAreRefused) {
     EXPECT_THAT(faultOf(pairs), HasSubstr("260221"));
 }
 
+TEST(PreparationMachines, TwoMachinesOfWhichOneHasMoreVectorsThanCoefficientsAreRefused) {
+    for (const std::string place : {"<SupportVectors>", "</SupportVectors>"}) {
+        SmallDocument parts = twoMachines("");
+        const std::size_t found = place[1] == '/' ? parts.machines.rfind(place) : parts.machines.find(place);
+        parts.machines.insert(found + (place[1] == '/' ? 0 : place.size()), R"(<SupportVector vectorId="v1"/>)");
+        EXPECT_EQ(faultOf(parts), "two machines for one category each, and one has more vectors than coefficients");
+    }
+}
+
 TEST(PreparationMachines, TwoMachinesGiveATargetWithoutValuesItsCategories) {
     SmallDocument parts = twoMachines("");
     parts.targetField = R"(<DataField name="hue" optype="categorical" dataType="string"/>)";

@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "runtime/PreparedDocument.h"
+#include "runtime/verification.h"
 #include "tests/runtime/SmallDocument.h"
 #include "tests/runtime/opened_model.h"
 
@@ -113,6 +115,58 @@ TEST(PreparationNesting, OutputsOfBothAreColumns) {
     EXPECT_THAT(nested.fault(), HasSubstr("asks for a Segment that is not there"));
 }
 
+TEST(PreparationNesting, OnlySegmentWithoutAnIdIsTheFirst) {
+    Nested nested;
+    nested.outerParts = R"(<Output><OutputField name="b" feature="predictedValue" segmentId="1"/></Output>)";
+    std::string text = nested.makeText();
+    const std::string id = R"(<Segment id="1">)";
+    text.replace(text.find(id), id.size(), "<Segment>");
+    EXPECT_TRUE(openText(text)->findOutputColumn("b").has_value());
+}
+
+TEST(PreparationNesting, TargetsOfTheOuterModelAreApplied) {
+    Nested nested;
+    nested.outerParts = R"(<Targets><Target field="price" rescaleFactor="-2" rescaleConstant="0.5"/></Targets>)"
+                        R"(<Output><OutputField name="final" feature="predictedValue"/></Output>)";
+    const auto model = openText(nested.makeText());
+    const auto outcome = scoreCase(*model, {{"x", "2"}, {"y", "1"}});
+    EXPECT_EQ(outcome.number, -4.25);
+    EXPECT_EQ(model->getValue(outcome, model->getOutputColumns().at(model->findOutputColumn("final").value())).number,
+              -4.25);
+}
+
+std::string verification(const std::string& expected) {
+    return R"(<ModelVerification><VerificationFields><VerificationField field="x"/><VerificationField field="y"/>)"
+           R"(<VerificationField field="price"/></VerificationFields><InlineTable><row><x>2</x><y>1</y><price>)" +
+           expected + "</price></row></InlineTable></ModelVerification>";
+}
+
+TEST(PreparationNesting, ExpectationsOfTheOuterModelAreTheOnesThatCount) {
+    Nested nested;
+    nested.inner.afterMachines = verification("2.375");
+    nested.outerParts = R"(<Targets><Target field="price" rescaleFactor="2"/></Targets>)" + verification("4.75");
+    const auto prepared = brevix::PreparedDocument::openText(nested.makeText(), true);
+    brevix::ModelOptions options;
+    options.plugin = BREVIX_PLUGIN;
+    const auto model = brevix::ScoringModel::openPrepared(prepared, options);
+    const auto tally = brevix::verifyModel(*model, prepared, [](const brevix::Difference&) {});
+    EXPECT_EQ(tally.valueCount, 1u);
+    EXPECT_EQ(tally.differenceCount, 0u);
+}
+
+TEST(PreparationNesting, WhatNobodyReadsOfTheOuterModelIsTold) {
+    for (const char* tag : {"MiningModel", "AnomalyDetectionModel"}) {
+        Nested nested;
+        nested.outerTag = tag;
+        nested.outerAttributes = R"(functionName="regression" algorithmType="ocsvm")";
+        nested.outerParts = "<ModelStats/><ModelExplanation/>";
+        const auto model = openText(nested.makeText());
+        EXPECT_EQ(scoreCase(*model, {{"x", "2"}, {"y", "1"}}).number, 2.375) << tag;
+        EXPECT_THAT(model->getIgnored(), ElementsAre("elements that are not read: ModelExplanation, ModelStats"))
+            << tag;
+    }
+}
+
 TEST(PreparationNesting, ModelsInsideModelsInsideModelsAreTakenOut) {
     Nested nested;
     const std::string model = nested.inner.makeModel();
@@ -151,6 +205,11 @@ INSTANTIATE_TEST_SUITE_P(
                    [](Nested& n) { n.method = R"(multipleModelMethod="weightedSum")"; }},
         RefusedRow{"the functionName 'regression' is not that of the model around it",
                    [](Nested& n) { n.outerAttributes = R"(functionName="classification")"; }},
+        RefusedRow{"the Targets of the MiningModel would change the OutputField 'a' of the model in it",
+                   [](Nested& n) {
+                       n.outerParts = R"(<Targets><Target field="price" rescaleFactor="2"/></Targets>)";
+                       n.inner.afterSchema = R"(<Output><OutputField name="a"/></Output>)";
+                   }},
         RefusedRow{"both models have Targets",
                    [](Nested& n) {
                        n.outerParts = R"(<Targets><Target field="price" min="1"/></Targets>)";
