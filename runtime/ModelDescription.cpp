@@ -14,6 +14,10 @@ namespace brevix {
 
 namespace {
 
+// Fields of fields may have sources in the square of their number, which is more than anybody reads.
+constexpr std::size_t kMostTracedFields = 2000;
+constexpr std::size_t kMostSourceText = 4 << 20;
+
 using KwBrevix_930::BaseTranslator;
 using Tags = KwBrevix_930::PMMLModelTags;
 using xercesc::DOMElement;
@@ -102,12 +106,18 @@ void ModelDescription::describeKernel(const ModelDocument& document) {
 
 void ModelDescription::describeDerivedFields(const ModelDocument& document, const ScoringModel& model) {
     const DOMElement* inner = document.findChild(document.getModel(), Tags::XML_ELE_LOCALTRANSFORMATIONS);
+    std::size_t sourceText = 0;
     for (const DOMElement* list : {static_cast<const DOMElement*>(document.getTransformations()), inner}) {
         for (const DOMElement* field : document.findChildren(list, Tags::XML_ELE_DERIVEDFIELD)) {
             const std::string name = document.getAttribute(*field, Tags::XML_ATT_NAME);
             derivedFields.push_back({name, document.getAttribute(*field, Tags::XML_ATT_DATATYPE),
                                      document.getAttribute(*field, Tags::XML_ATT_OPTYPE),
-                                     findExpression(document, *field), model.listSources(name)});
+                                     findExpression(document, *field), std::nullopt});
+            if (derivedFields.size() > kMostTracedFields || sourceText > kMostSourceText)
+                continue;
+            derivedFields.back().sources = model.listSources(name);
+            for (const std::string& source : *derivedFields.back().sources)
+                sourceText += source.size();
         }
     }
 }

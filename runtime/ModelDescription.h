@@ -31,8 +31,9 @@ struct ModelDescription {
         std::string kind;
         /// The element that computes it: "NormContinuous", "Apply" and so on.
         std::string expression;
-        /// The raw fields that it reads in the end, through other derived fields too.
-        std::vector<std::string> sources;
+        /// The raw fields that it reads in the end, through other derived fields too; nothing behind the first two
+        /// thousand derived fields, nor behind the first 4 MiB of sources.
+        std::optional<std::vector<std::string>> sources;
     };
 
     std::string modelName;

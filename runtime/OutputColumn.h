@@ -23,6 +23,10 @@ struct OutputColumn {
     Content content;
     /// The PMML data type of the values; a value may always be absent.
     std::string type;
+    /// What the column shows: a feature of PMML's OutputField, or "intervalLower", "intervalUpper" or "status".
+    std::string feature;
+    /// The category whose probability or residual it is; empty otherwise.
+    std::string value = {};
     /// kProbability: which category; otherwise -1.
     int category = -1;
     /// kField: which of Outcome::fields; otherwise -1.

@@ -290,7 +290,9 @@ OutputValue ScoringModel::getValue(const Outcome& outcome, const OutputColumn& c
         case OutputColumn::kStatus:
             return valueOf(outcome.status);
         case OutputColumn::kField:
-            return outcome.status == 0 ? outcome.fields[static_cast<std::size_t>(column.field)] : OutputValue{};
+            return static_cast<std::size_t>(column.field) < outcome.fields.size()
+                       ? outcome.fields[static_cast<std::size_t>(column.field)]
+                       : OutputValue{};
     }
     return {};
 }

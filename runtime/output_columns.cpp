@@ -29,17 +29,20 @@ using Tags = KwBrevix_930::PMMLModelTags;
 using xercesc::DOMElement;
 
 std::vector<OutputColumn> listOwnColumns(const TargetDescription& target) {
-    std::vector<OutputColumn> columns = {{"predicted_" + target.name, OutputColumn::kPrediction, target.type}};
+    std::vector<OutputColumn> columns = {
+        {"predicted_" + target.name, OutputColumn::kPrediction, target.type, "predictedValue"}};
     if (!target.isClassification) {
-        columns.push_back({"stddev", OutputColumn::kStdDev, "double"});
-        columns.push_back({"ci_lower", OutputColumn::kLower, "double"});
-        columns.push_back({"ci_upper", OutputColumn::kUpper, "double"});
+        columns.push_back({"stddev", OutputColumn::kStdDev, "double", "standardDeviation"});
+        columns.push_back({"ci_lower", OutputColumn::kLower, "double", "intervalLower"});
+        columns.push_back({"ci_upper", OutputColumn::kUpper, "double", "intervalUpper"});
         return columns;
     }
-    columns.push_back({"confidence", OutputColumn::kConfidence, "double"});
-    for (std::size_t i = 0; i < target.categories.size(); ++i)
-        columns.push_back(
-            {"probability_" + target.categories[i], OutputColumn::kProbability, "double", static_cast<int>(i)});
+    columns.push_back({"confidence", OutputColumn::kConfidence, "double", "confidence"});
+    for (std::size_t i = 0; i < target.categories.size(); ++i) {
+        const std::string& category = target.categories[i];
+        columns.push_back({"probability_" + category, OutputColumn::kProbability, "double", "probability", category,
+                           static_cast<int>(i)});
+    }
     return columns;
 }
 
@@ -89,7 +92,7 @@ public:
         for (const DOMElement* field : fDocument.findChildren(fOutput, "OutputField"))
             readField(*field);
         throwComplaints(fComplaints);
-        fColumns.push_back({"status", OutputColumn::kStatus, "integer"});
+        fColumns.push_back({"status", OutputColumn::kStatus, "integer", "status"});
         return std::move(fColumns);
     }
 
@@ -100,7 +103,7 @@ private:
     void readField(const DOMElement& field) {
         OutputStep step;
         step.name = fDocument.getAttribute(field, Tags::XML_ATT_NAME);
-        OutputColumn column{step.name, OutputColumn::kField, ""};
+        OutputColumn column{step.name, OutputColumn::kField, "", ""};
         if (!checkReference(field, step.name) || !readFeature(field, step, column) || !readTypes(field, step))
             return;
         column.type = fDocument.findAttribute(field, Tags::XML_ATT_DATATYPE) ? step.type.GetName()
@@ -138,8 +141,11 @@ private:
         if (known == std::end(kFeatures) ||
             !(fTarget.isClassification ? known->isOfClassification : known->isOfRegression))
             return complain(step.name, "asks for feature='" + feature + "', which this model does not have");
+        if (feature == "confidence" && fDocument.findAttribute(field, Tags::XML_ATT_VALUE))
+            return complain(step.name, "asks for the confidence of one value, which this model does not have");
         step.feature = known->step;
         column.content = known->content;
+        column.feature = feature;
         const bool isOfCategory = fTarget.isClassification && (feature == "probability" || feature == "residual");
         return isOfCategory ? readCategory(field, step, column) : true;
     }
@@ -160,6 +166,7 @@ private:
             return complain(step.name, std::string("asks for the ") + (isResidual ? "residual" : "probability") +
                                            " of '" + *value + "', which is no category");
         step.category = found->second;
+        column.value = *value;
         column.category = isResidual ? -1 : found->second;
         return true;
     }

@@ -71,11 +71,11 @@ Json describeDerivedField(const ModelDescription::DerivedField& field) {
             {"type", field.type},
             {"kind", field.kind},
             {"expression", field.expression},
-            {"sources", field.sources}};
+            {"sources", orNull(field.sources)}};
 }
 
 Json describeOutput(const OutputColumn& column) {
-    return {{"name", column.name}, {"type", column.type}};
+    return {{"name", column.name}, {"type", column.type}, {"feature", column.feature}, {"value", orNull(column.value)}};
 }
 
 Json describeMethod(const ModelDescription& model) {

@@ -136,14 +136,16 @@ std::string listInputs(const ModelDescription& model) {
 std::string listDerivedFields(const ModelDescription& model) {
     Section section({"derived field", "type", "kind", "expression", "reads"});
     for (const auto& field : model.derivedFields)
-        section.add({field.name, field.type, field.kind, field.expression, listNames(field.sources)});
+        section.add({field.name, field.type, field.kind, field.expression,
+                     field.sources ? listNames(*field.sources) : "(not traced)"});
     return section.makeText();
 }
 
 std::string listOutputs(const ModelDescription& model) {
-    Section section({"output column", "type"});
+    Section section({"output column", "type", "feature"});
     for (const OutputColumn& column : model.outputs)
-        section.add({column.name, column.type});
+        section.add(
+            {column.name, column.type, column.feature + (column.value.empty() ? "" : " of " + quoted(column.value))});
     return section.makeText();
 }
 

@@ -120,6 +120,19 @@ TEST_F(Inspect, TellsOfDerivedFieldsWhichRawFieldsTheyReadInTheEnd) {
     EXPECT_EQ(jsonOf(document)["derivedFields"][0]["sources"].dump(), R"(["x"])");
 }
 
+TEST_F(Inspect, SourcesOfMoreThanTwoThousandDerivedFieldsAreNotTraced) {
+    SmallDocument document;
+    document.afterSchema = "<LocalTransformations>";
+    for (int i = 0; i < 2001; ++i)
+        document.afterSchema += "<DerivedField name=\"d" + std::to_string(i) +
+                                R"(" optype="continuous" dataType="double"><FieldRef field="y"/></DerivedField>)";
+    document.afterSchema += "</LocalTransformations>";
+    const auto fields = jsonOf(document)["derivedFields"];
+    ASSERT_EQ(fields.size(), 2001u);
+    EXPECT_EQ(fields[1999]["sources"], nlohmann::json::array({"y"}));
+    EXPECT_TRUE(fields[2000]["sources"].is_null());
+}
+
 TEST_F(Inspect, TellsWhatWasPreparedAndWhatHasNoEffect) {
     SmallDocument document;
     document.targetField = R"(<DataField name="hue" optype="categorical" dataType="string"/>)";
@@ -172,6 +185,38 @@ TEST_F(Inspect, ControlCharactersAreEscapedAndOtherScriptsStayInLine) {
     EXPECT_THAT(text, HasSubstr("machine  categories      support vectors  left out\n"
                                 "1        \\u202ered / \xE8\xB5\xA4  2                0\n"));
     EXPECT_EQ(jsonOf(document)["target"]["categories"][0], "\xE2\x80\xAEred");
+}
+
+TEST_F(Inspect, TellsOfOutputColumnsWhatTheyShow) {
+    SmallDocument document;
+    document.afterSchema =
+        R"(<Output><OutputField name="left" feature="residual" value="red"/>)"
+        R"(<OutputField name="twin" feature="transformedValue"><FieldRef field="x"/></OutputField></Output>)";
+    EXPECT_THAT(textOf(document), HasSubstr("output column     type     feature\n"
+                                            "predicted_hue     string   predictedValue\n"
+                                            "confidence        double   confidence\n"
+                                            "probability_red   double   probability of red\n"
+                                            "probability_blue  double   probability of blue\n"
+                                            "left              double   residual of red\n"
+                                            "twin              double   transformedValue\n"
+                                            "status            integer  status\n"));
+    const auto json = jsonOf(document)["outputs"];
+    EXPECT_EQ(json[4],
+              nlohmann::json({{"name", "left"}, {"type", "double"}, {"feature", "residual"}, {"value", "red"}}));
+    EXPECT_EQ(json[6]["feature"], "status");
+    EXPECT_TRUE(json[6]["value"].is_null());
+}
+
+TEST_F(Inspect, PicturesTakeTwoColumns) {
+    SmallDocument document;
+    const std::string rocket = "\xF0\x9F\x9A\x80";
+    std::string name;
+    for (int i = 0; i < 80; ++i)
+        name += rocket;
+    document.modelAttributes = "modelName=\"" + name + "\"";
+    const std::string text = textOf(document);
+    // The heading takes 12 columns of 100, each picture 2.
+    EXPECT_EQ(text.substr(0, text.find('\n')), "model       " + name.substr(0, 44 * rocket.size()));
 }
 
 TEST_F(Inspect, ManyMachinesAreCountedInTheTextAndAllInTheJson) {

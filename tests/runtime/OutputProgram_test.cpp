@@ -223,6 +223,24 @@ TEST(Output, FailedRowHasNoOutputAtAll) {
     EXPECT_EQ(valueOf(*model, outcome, "rest"), "absent");
 }
 
+TEST(Output, ColumnsTellTheirFeatureAndTheCategoryItIsOf) {
+    const auto model = open(classification(field("p", R"(feature="probability" value="blue" dataType="string")") +
+                                           field("r", R"(feature="residual" value="red")") +
+                                           field("t", R"(feature="transformedValue")", R"(<FieldRef field="x"/>)")));
+    std::string told;
+    for (const auto& column : model->getOutputColumns())
+        told += column.name + "=" + column.feature + ":" + column.value + " ";
+    EXPECT_EQ(
+        told,
+        "predicted_hue=predictedValue: confidence=confidence: probability_red=probability:red "
+        "probability_blue=probability:blue p=probability:blue r=residual:red t=transformedValue: status=status: ");
+}
+
+TEST(Output, OutcomeThatWasNeverScoredHoldsNothing) {
+    const auto model = open(regression(field("twin", R"(feature="transformedValue")", R"(<FieldRef field="x"/>)")));
+    EXPECT_EQ(valueOf(*model, Outcome(), "twin"), "absent");
+}
+
 TEST(Output, RecordThatIsMovedStillScores) {
     const auto model = open(regression(field("twin", R"(feature="transformedValue")", R"(<FieldRef field="x"/>)")));
     auto first = model->makeRecord();
@@ -240,6 +258,8 @@ TEST(Output, WhatAModelDoesNotHaveIsRefusedByName) {
                   "not supported: OutputField 'f' asks for feature='" + feature + "', which this model does not have");
     EXPECT_THAT(faultOf(classification(field("f", R"(feature="standardError")"))),
                 HasSubstr("feature='standardError'"));
+    EXPECT_THAT(faultOf(classification(field("f", R"(feature="confidence" value="red")"))),
+                HasSubstr("'f' asks for the confidence of one value"));
     EXPECT_THAT(faultOf(regression(field("f", R"(segmentId="1")"))), HasSubstr("asks for segmentId='1'"));
     EXPECT_THAT(faultOf(regression(field("f", R"(dataType="number")"))), HasSubstr("dataType='number'"));
     EXPECT_THAT(faultOf(regression(field("f", R"(optype="continous")"))), HasSubstr("optype='continous'"));
