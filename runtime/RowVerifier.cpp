@@ -13,9 +13,20 @@ namespace {
 using KwBrevix_930::NumberText;
 using KwBrevix_930::ParseNumber;
 
+// As the cells of boolean fields may say it.
+std::optional<bool> truthOf(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    if (text == "true" || text == "1")
+        return true;
+    return text == "false" || text == "0" ? std::optional(false) : std::nullopt;
+}
+
 bool isSameText(const OutputValue& actual, const std::string& expected, const std::string& type) {
     if (actual.text == expected)
         return true;
+    if (type == "boolean")
+        return truthOf(actual.text) && truthOf(actual.text) == truthOf(expected);
     // A category of a number field may be written in several ways.
     const auto number = type == "string" ? std::nullopt : ParseNumber(actual.text);
     return number && number == ParseNumber(expected);

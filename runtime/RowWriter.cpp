@@ -66,7 +66,7 @@ RowWriter::RowWriter(TableKind kind, const ScoringModel& model, std::vector<Kept
         fPrefixes.push_back(prefix);
     }
     for (const std::string& category : model.getCategories())
-        appendText(fCategoryTexts.emplace_back(), category);
+        appendTyped(fCategoryTexts.emplace_back(), category, model.getOutputColumns().front());
 }
 
 std::string RowWriter::makeHeader() const {
@@ -117,7 +117,7 @@ void RowWriter::appendResult(std::string& out, const OutputColumn& column, const
         case OutputValue::kNumber:
             return appendNumber(out, value.number);
         case OutputValue::kText:
-            return appendText(out, value.text);
+            return appendTyped(out, value.text, column);
     }
 }
 
@@ -127,6 +127,14 @@ void RowWriter::appendNumber(std::string& out, double number) const {
         appendJsonText(out, text);
     else
         out += text;
+}
+
+// JSON has truth values of its own.
+void RowWriter::appendTyped(std::string& out, const std::string& text, const OutputColumn& column) const {
+    if (isJson() && column.type == "boolean" && (text == "true" || text == "false"))
+        out += text;
+    else
+        appendText(out, text);
 }
 
 void RowWriter::appendText(std::string& out, std::string_view text) const {

@@ -38,6 +38,7 @@ private:
     void appendKept(std::string& out, const RowBatch& batch, std::size_t row, std::size_t column) const;
     void appendResult(std::string& out, const OutputColumn& column, const Outcome& outcome) const;
     void appendNumber(std::string& out, double number) const;
+    void appendTyped(std::string& out, const std::string& text, const OutputColumn& column) const;
     void appendText(std::string& out, std::string_view text) const;
     void appendAbsent(std::string& out) const;
 

@@ -118,6 +118,19 @@ TEST_F(Verify, CategoriesAreComparedAsTheyAreWritten) {
               "2 rows, 3 values compared, 1 without expectation: 2 differences in 2 rows\n");
 }
 
+TEST_F(Verify, TruthValuesMayBeWrittenAsCellsMaySayThem) {
+    SmallDocument document;
+    document.targetField =
+        R"(<DataField name="hue" optype="categorical" dataType="boolean"><Value value="true"/><Value value="false"/></DataField>)";
+    document.machines = SmallDocument::machine(R"(targetCategory="true" alternateTargetCategory="false")");
+    const std::string model = write("model.pmml", document.makeText());
+    const std::string equal = "x,y,predicted_hue\n-1,0,True\n-1,0,1\n-1,0,true\n1,0,FALSE\n1,0,0\n";
+    EXPECT_EQ(runBrevix({"verify", model, "-"}, equal).exitCode, 0);
+    const std::string others = "x,y,predicted_hue\n-1,0,False\n-1,0,yes\n1,0,true\n";
+    EXPECT_THAT(runBrevix({"verify", model, "-"}, others).out,
+                HasSubstr("3 rows, 3 values compared: 3 differences in 3 rows\n"));
+}
+
 TEST_F(Verify, NumbersThatAreNotFiniteEqualThemselvesOnly) {
     EXPECT_EQ(verifyTable("x,y,predicted_price\nINF,1,inf\n-INF,1,-INF\n").exitCode, 0);
     EXPECT_EQ(verifyTable("x,y,predicted_price\nINF,1,-inf\n").exitCode, 3);

@@ -159,6 +159,27 @@ TEST_F(ScoreTable, CategoryIsWrittenAsItsDeclarationHasIt) {
     EXPECT_THAT(result, HasSubstr("predicted_hue,confidence,probability_01,probability_2.0,status\n"));
 }
 
+TEST_F(ScoreTable, BooleanResultsAreTruthValuesInJson) {
+    SmallDocument document;
+    document.targetField =
+        R"(<DataField name="hue" optype="categorical" dataType="boolean"><Value value="true"/><Value value="false"/></DataField>)";
+    document.machines = SmallDocument::machine(R"(targetCategory="true" alternateTargetCategory="false")");
+    document.afterSchema =
+        R"(<Output><OutputField name="high" feature="transformedValue" dataType="boolean"><Apply function="greaterThan">)"
+        R"(<FieldRef field="x"/><Constant>0</Constant></Apply></OutputField>)"
+        R"(<OutputField name="text" feature="transformedValue" dataType="string"><Constant>true</Constant></OutputField></Output>)";
+    EXPECT_EQ(score(document, "x,y\n1,0\n-1,0\n", {.outputKind = TableKind::kJsonLines}),
+              R"({"predicted_hue":false,"confidence":null,"probability_true":null,"probability_false":null,)"
+              R"("high":true,"text":"true","status":0})"
+              "\n"
+              R"({"predicted_hue":true,"confidence":null,"probability_true":null,"probability_false":null,)"
+              R"("high":false,"text":"true","status":0})"
+              "\n");
+    EXPECT_EQ(score(document, "x,y\n1,0\n"),
+              "predicted_hue,confidence,probability_true,probability_false,high,text,status\n"
+              "false,,,,true,true,0\n");
+}
+
 TEST_F(ScoreTable, OutputFieldsAreWrittenUnderTheirOwnNames) {
     SmallDocument document;
     document.targetField =
