@@ -37,17 +37,29 @@ bool TellsTimeOfADay(FieldType type) {
     return type.code == FieldType::kDateTime || type.code == FieldType::kSecondsSince;
 }
 
-// The type that values of two types have in common, of dates and times the finer one; nothing for a text and a number.
+bool IsTime(FieldType type) {
+    return type.IsCalendarText() || type.IsCount();
+}
+
+// Whether one is a time of day and the other tells the day.
+bool AreDayAndTimeOfDay(FieldType one, FieldType other) {
+    const auto isOfDay = [](FieldType type) {
+        return type.code == FieldType::kTime || type.code == FieldType::kTimeSeconds;
+    };
+    return IsTime(one) && IsTime(other) && isOfDay(one) != isOfDay(other);
+}
+
+// The type that values of two types have in common, of dates and times the finer one; nothing for a text and a number,
+// and for a day and a time of day.
 std::optional<FieldType> CommonType(FieldType one, FieldType other) {
     if (one == other)
         return one;
-    if (one.IsText() != other.IsText())
+    if (one.IsText() != other.IsText() || AreDayAndTimeOfDay(one, other))
         return std::nullopt;
-    const auto isTime = [](FieldType type) { return type.IsCalendarText() || type.IsCount(); };
-    if (isTime(one) && isTime(other))
+    if (IsTime(one) && IsTime(other))
         return TellsTimeOfADay(other) ? other : one;
-    if (isTime(one) || isTime(other))
-        return isTime(one) ? one : other;
+    if (IsTime(one) || IsTime(other))
+        return IsTime(one) ? one : other;
     return FieldType{one.IsText() ? FieldType::kString : FieldType::kDouble};
 }
 
@@ -129,7 +141,7 @@ FieldType TakeAsCommonType(FunctionCall& call, std::size_t first, bool forCompar
                 continue;
             const FieldType type = argument.GetType();
             const auto both = common ? CommonType(*common, type) : type;
-            if (!both && bond == kFixed)
+            if (!both && (bond == kFixed || AreDayAndTimeOfDay(*common, type)))
                 Refuse(260106, Place(call, i), type.GetName(), common->GetName());
             if (both)
                 common = both;

@@ -72,6 +72,10 @@ TEST(ExpressionErrors, NameTypesThatContradict) {
     ExpectError(ErrorOfOne(Apply("dateDaysSinceYear", Ref("x") + Constant("1960"))), 260106,
                 {"argument 1 of 'dateDaysSinceYear'", "double", "a date or time"});
     ExpectError(ErrorOfOne("<Discretize field='s'/>"), 260106, {"the field 's' of Discretize", "string", "a number"});
+    const std::string noon = Constant("12:00:00", "dataType='time'");
+    ExpectError(ErrorOfOne(Apply("lessThan", noon + Ref("day"))), 260106, {"argument 1 of 'lessThan'", "time", "date"});
+    ExpectError(ErrorOfOne(Apply("isIn", Constant("3", "dataType='timeSeconds'") + Ref("day"))), 260106,
+                {"argument 1 of 'isIn'", "timeSeconds", "date"});
     const std::string body = Function("f", Parameter("a", "dataType='double'"), Ref("a"));
     ExpectError(ErrorIn(body + Derived(Apply("f", Constant("red")))), 260106,
                 {"argument 1 of 'f'", "string", "double"});
