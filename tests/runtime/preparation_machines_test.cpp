@@ -147,6 +147,16 @@ TEST(PreparationMachines, CoefficientForEachFieldIsAUnitVector) {
     EXPECT_EQ(faultOf(parts), "svmRepresentation=Coefficients needs a Coefficient for each of the 1 VectorFields");
 }
 
+TEST(PreparationMachines, UnitVectorCountsBeforeAnUnusedInstanceOfItsName) {
+    SmallDocument parts = SmallDocument::regression();
+    parts.modelAttributes = R"(svmRepresentation="Coefficients")";
+    parts.instances = SmallDocument::sparseInstance("unit-1", "2", "7");
+    parts.machines = R"(<SupportVectorMachine><Coefficients absoluteValue="0.375"><Coefficient value="-2.25"/>)"
+                     R"(<Coefficient value="4.5"/></Coefficients></SupportVectorMachine>)";
+    EXPECT_EQ(scoreCase(*openText(parts.makeText()), {{"x", "1.5"}, {"y", "-0.5"}}).number,
+              -2.25 * 1.5 + 4.5 * -0.5 + 0.375);
+}
+
 TEST(PreparationMachines, VectorOfZerosHasAKernelValue) {
     SmallDocument parts = SmallDocument::regression();
     parts.kernel = R"(<RadialBasisKernelType gamma="0.5"/>)";
