@@ -268,7 +268,8 @@ void joinTwoMachines(Preparation& preparation) {
     document.setAttribute(*to.coefficientList, Tags::XML_ATT_SVM_ABSOLUTEVALUE, KwBrevix_930::NumberText(bias));
     document.setAttribute(kept, Tags::XML_ATT_SVM_ALTERNATETAGCATE, findCategories(document, *machines[0]).first);
     document.setAttribute(kept, Tags::XML_VAL_THRESHOLD, "0");
-    document.getModel()->removeChild(machines[0])->release();
+    // Not released: a new element could take the place of one whose line is known.
+    document.getModel()->removeChild(machines[0]);
     const bool isLargest = document.getAttribute(*document.getModel(), Tags::XML_ATT_SVM_MAXWINS) == "true";
     preparation.note(2, std::string("2 machines for one category each were read as one; the ") +
                             (isLargest ? "larger" : "smaller") +

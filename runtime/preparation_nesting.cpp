@@ -50,7 +50,8 @@ public:
         moveTransformations(inner);
         moveVerification(inner);
         moveUnread(inner);
-        fOuter.getParentNode()->replaceChild(&inner, &fOuter)->release();
+        // Not released: a new element could take the place of one whose line is known.
+        fOuter.getParentNode()->replaceChild(&inner, &fOuter);
         return inner;
     }
 
@@ -222,7 +223,7 @@ private:
         if (!outside)
             return;
         if (DOMElement* inside = fDocument.findChild(&inner, kVerification))
-            inner.removeChild(inside)->release();
+            inner.removeChild(inside);
         inner.appendChild(outside);
     }
 
