@@ -13,12 +13,11 @@ namespace KwMath_930 {
 ///          Band storage is described with its families. Row, column and pivot numbers are counted from 1.
 /// Returns: a routine that ends in "co" gives rcond, an estimate of 1 / (norm1(A) norm1(inverse of A)), 0 for the zero
 ///          matrix. A is singular to working precision when 1.0 + rcond == 1.0. An info of 0 is success.
-/// Fails:   never throws, prints or allocates; no argument is checked. Division by a zero pivot gives infinities or
-/// NaN. Note:    nothing outside the elements that a routine's storage names is read or written. An array that a job
-/// does
+/// Fails:   never throws, prints or allocates; no argument is checked. Division by a zero pivot gives infinities, NaN.
+/// Note:    nothing outside the elements that a routine's storage names is read or written. An array that a job does
 ///          not ask for may be null. z of "co" is an approximate null vector of a nearly singular matrix, with
 ///          norm1(A z) = rcond norm1(A) norm1(z). A determinant is det[0] * 10^det[1] with 1 <= |det[0]| < 10 or
-///          det[0] == 0; infinite and NaN ones stay as they are.
+///          det[0] == 0; infinite and NaN ones stay as they are. Several threads may work on different arrays at once.
 /// Source:  Dongarra, Bunch, Moler and Stewart, LINPACK Users' Guide, SIAM, Philadelphia 1979; condition estimates:
 ///          Cline, Moler, Stewart and Wilkinson, An Estimate for the Condition Number of a Matrix, SIAM J. Numer. Anal.
 ///          16 (1979), 368-375.
@@ -109,8 +108,7 @@ public:
     /// Inertia (hundreds of job not 0), determinant (tens) and upper triangle of the inverse (units) from the result of
     /// Dsico or Dsifa.
     /// Shape:   det has two values, inert three: the numbers of positive, negative and zero eigenvalues. work has n,
-    /// for
-    ///          the inverse.
+    ///          for the inverse.
     static void Dsidi(double* a, int lda, int n, int* kpvt, double* det, int* inert, double* work, int job);
     /// As Dsico, packed.
     static double Dspco(double* ap, int n, int* kpvt, double* z);
@@ -152,35 +150,34 @@ public:
     /// Cholesky decomposition of a positive semidefinite matrix, with diagonal pivoting unless job is 0; only the upper
     /// triangle is used.
     /// Shape:   work has p values. jpvt, for pivoting, has p: on entry > 0 for a leading element, < 0 for a trailing
-    /// one,
-    ///          0 for one that is free to be exchanged; on return the original number of each diagonal element.
+    ///          one, 0 for one that is free to be exchanged; on return the original number of each diagonal element.
     /// Returns: the number of the last positive diagonal element of the factor.
+    /// Note:    a NaN is no positive element: the decomposition ends before it.
     static int Dchdc(double* a, int lda, int p, double* work, int* jpvt, int job);
     /// Adds a row: R becomes the factor of R^T R + x x^T, with the solutions z and residual norms rho of nz least
-    /// squares problems, whose new right sides are y. Shape:   x, c, s have p values; z is p by nz with leading
-    /// dimension ldz; y, rho have nz. c and s receive the
+    /// squares problems, whose new right sides are y.
+    /// Shape:   x, c, s have p values; z is p by nz with leading dimension ldz; y, rho have nz. c and s receive the
     ///          rotations.
     /// Note:    a negative rho stays as it is. z, y, rho may be null for nz = 0.
     static void Dchud(double* r, int ldr, int p, double* x, double* z, int ldz, int nz, double* y, double* rho,
                       double* c, double* s);
     /// Removes a row: R becomes the factor of R^T R - x x^T. Arguments as for Dchud.
-    /// Returns: -1 when R^T R - x x^T is not positive definite: r, z, rho, c are unchanged; 1 when an element of rho
-    /// could
-    ///          not be downdated and became -1; 0 otherwise.
+    /// Returns: -1 when R^T R - x x^T is not positive definite or NaN: r, z, rho, c are unchanged; 1 when an element of
+    ///          rho could not be downdated, or would be NaN for a NaN in y or rho, and became -1; 0 otherwise.
     /// Note:    Deliberate: as published, a rho of 0 from which nothing is to be taken gives NaN, 0 / 0, and no info.
     static int Dchdd(double* r, int ldr, int p, double* x, double* z, int ldz, int nz, double* y, double* rho,
                      double* c, double* s);
-    /// Factor of E^T R^T R E, where E moves columns k .. l, 1 <= k < l <= p: for job 1 into the order l, k, ..., l-1;
-    /// for job 2 into k+1, ..., l, k. U^T z is applied to z. Shape:   c, s have p values and receive the l - k
-    /// rotations; z is p by nz, may be null for nz = 0.
+    /// Factor of E^T R^T R E, where E moves columns k .. l, 1 <= k < l <= p: for job 2 into the order k+1, ..., l, k;
+    /// for job 1, and any other, into l, k, ..., l-1. U^T z replaces z, U being the product of the rotations.
+    /// Shape:   c, s have p values and receive the l - k rotations; z is p by nz, may be null for nz = 0.
     static void Dchex(double* r, int ldr, int p, int k, int l, double* z, int ldz, int nz, double* c, double* s,
                       int job);
 
     // ---- QR decomposition: Linpack_qr.cpp ----
 
     /// Householder QR decomposition of the n by p matrix x in place, with column pivoting unless job is 0: R in the
-    /// upper triangle, the transformations below it and in qraux. Shape:   qraux has p values; jpvt and work, for
-    /// pivoting, have p. jpvt as for Dchdc, of columns.
+    /// upper triangle, the transformations below it and in qraux.
+    /// Shape:   qraux has p values; jpvt and work, for pivoting, have p. jpvt as for Dchdc, of columns.
     static void Dqrdc(double* x, int ldx, int n, int p, double* qraux, int* jpvt, double* work, int job);
     /// Applies the result of Dqrdc, of whose columns the first k are used, k <= min(n, p), to y. job has the decimal
     /// digits abcde: a asks for qy = Q y; b, c, d or e for qty = Q^T y; c for b, the solution of the least squares
@@ -200,8 +197,7 @@ public:
     /// Shape:   s has min(n + 1, p) values, descending on return; e has p, of which the first min(n + 1, p) are 0 on
     ///          return unless the method fails; work has n. u is n by n or n by min(n, p), v is p by p.
     /// Returns: 0, or the number m of a singular value that was not found in 30 sweeps: those behind it are correct,
-    /// and
-    ///          U^T X V is bidiagonal with s on and e above the diagonal.
+    ///          and U^T X V is bidiagonal with s on and e above the diagonal.
     /// Note:    u may be x when n <= p or only min(n, p) vectors are asked for; v may be x when p <= n.
     static int Dsvdc(double* x, int ldx, int n, int p, double* s, double* e, double* u, int ldu, double* v, int ldv,
                      double* work, int job);

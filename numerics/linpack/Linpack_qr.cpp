@@ -40,7 +40,7 @@ public:
         double largest = 0.0;
         int column = l;
         for (int j = l; j < fRange.last; ++j) {
-            if (fNorms[j] > largest) {
+            if (!(fNorms[j] <= largest)) {
                 largest = fNorms[j];
                 column = j;
             }

@@ -252,8 +252,7 @@ private:
 
     // The last s is zero: rotates the e above it away.
     // Returns: false when that e is zero already. It then was not negligible beside a NaN and will not be the next
-    // time;
-    //          such a step counts as a sweep, so that the limit ends it.
+    //          time; such a step counts as a sweep, so that the limit ends it.
     bool DeflateLast() const {
         const int last = fM - 1;
         double f = fD.e[last - 1];
@@ -347,7 +346,7 @@ private:
     void FinishLast() const {
         double* s = fD.s;
         int l = fM - 1;
-        if (s[l] < 0.0) {
+        if (!(s[l] >= 0.0)) {
             s[l] = -s[l];
             if (fD.wantV) {
                 Blas1::DScal(fD.p, -1.0, fD.v.Column(l), 1);

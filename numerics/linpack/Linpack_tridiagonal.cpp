@@ -53,7 +53,7 @@ int Linpack::Dgtsl(int n, double* c, double* d, double* e, double* b) {
         e[n - 1] = 0.0;
     }
     for (int k = 0; k < n - 1; ++k) {
-        if (std::abs(c[k + 1]) >= std::abs(c[k])) {
+        if (!(std::abs(c[k + 1]) < std::abs(c[k]))) {
             std::swap(c[k + 1], c[k]);
             std::swap(d[k + 1], d[k]);
             std::swap(e[k + 1], e[k]);

@@ -38,10 +38,11 @@ void ExchangeSymmetric(DenseColumns a, int p, int low, int high) {
     ExchangeRight(a, p, low, high);
 }
 
+// The comparisons here, in Dchdc and in Dchdd say by ! what becomes of a NaN, as published.
 int LargestDiagonal(DenseColumns a, int first, int last) {
     int largest = first;
     for (int l = first + 1; l < last; ++l) {
-        if (a.Column(l)[l] > a.Column(largest)[largest]) {
+        if (!(a.Column(l)[l] <= a.Column(largest)[largest])) {
             largest = l;
         }
     }
@@ -174,7 +175,7 @@ int Linpack::Dchdc(double* a, int lda, int p, double* work, int* jpvt, int job) 
     for (int k = 0; k < p; ++k) {
         const bool isFree = k >= range.first && k < range.last - 1;
         const int pivot = isFree ? LargestDiagonal(columns, k, range.last) : k;
-        if (columns.Column(pivot)[pivot] <= 0.0) {
+        if (!(columns.Column(pivot)[pivot] > 0.0)) {
             return k;
         }
         if (pivot != k) {
@@ -215,7 +216,7 @@ int Linpack::Dchdd(double* r, int ldr, int p, double* x, double* z, int ldz, int
         s[j] = (x[j] - linpack::Dot(j, factor.Column(j), s)) / factor.Column(j)[j];
     }
     const double norm = Blas1::DNrm2(p, s, 1);
-    if (norm >= 1.0) {
+    if (!(norm < 1.0)) {
         return -1;
     }
     MakeDowndateRotations(p, norm, c, s);
@@ -226,7 +227,7 @@ int Linpack::Dchdd(double* r, int ldr, int p, double* x, double* z, int ldz, int
     const DenseColumns solutions(z, ldz);
     for (int j = 0; j < nz; ++j) {
         const double zeta = std::abs(DowndateSolution(p, c, s, solutions.Column(j), y[j]));
-        if (zeta > rho[j]) {
+        if (!(zeta <= rho[j])) {
             info = 1;
             rho[j] = -1.0;
         } else {
@@ -239,7 +240,7 @@ int Linpack::Dchdd(double* r, int ldr, int p, double* x, double* z, int ldz, int
 
 void Linpack::Dchex(double* r, int ldr, int p, int k, int l, double* z, int ldz, int nz, double* c, double* s,
                     int job) {
-    const bool toTheRight = job == 1;
+    const bool toTheRight = job != 2;
     if (toTheRight) {
         ShiftRight(DenseColumns(r, ldr), p, k - 1, l - 1, c, s);
     } else {

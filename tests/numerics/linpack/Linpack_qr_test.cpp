@@ -123,6 +123,18 @@ TEST(LinpackDqrdc, ComputesANormAfreshWhenTheRunningOneHasLostItsDigits) {
     EXPECT_NEAR(std::abs(qr.x(1, 1)), 5e-9, 1e-20);
 }
 
+// As published, a norm is passed over only when it is at most the one chosen so far, so the choice starts again behind
+// a NaN.
+TEST(LinpackDqrdc, AColumnOfNaNGivesWayToTheLargestBehindIt) {
+    Matrix a = Sample(Kind::kRandom, 4, 4, 5);
+    a(2, 1) = std::numeric_limits<double>::quiet_NaN();
+    for (int i = 0; i < 4; ++i) {
+        a(i, 0) *= 100.0;
+        a(i, 2) *= 0.01;
+    }
+    EXPECT_EQ(Decomposition(a, 1, {0, 0, 0, 0}).jpvt[0], 4);
+}
+
 TEST(LinpackDqrdc, LeavesZeroColumnsAndTheLastRowWithoutTransformation) {
     Matrix a = Sample(Kind::kRandom, 4, 4, 5);
     for (int i = 0; i < 4; ++i) {
@@ -146,8 +158,9 @@ TEST(LinpackDqrdc, ScalesColumnsThatAreAlmostBeyondTheRange) {
 // ---- Dqrsl
 
 struct Application {
-    Application(Decomposition& qr, const Vector& y, int job)
-        : k(std::min(qr.n, qr.p)), yIn(y), qy(qr.n), qty(qr.n), b(k), rsd(qr.n), xb(qr.n) {
+    Application(Decomposition& qr, const Vector& y, int job) : Application(qr, y, job, std::min(qr.n, qr.p)) {}
+    Application(Decomposition& qr, const Vector& y, int job, int columns)
+        : k(columns), yIn(y), qy(qr.n), qty(qr.n), b(k), rsd(qr.n), xb(qr.n) {
         const bool wantB = job % 1000 / 100 != 0;
         info = Linpack::Dqrsl(qr.x.Data(), qr.x.Ld(), qr.n, k, qr.qraux.Data(), yIn.Data(),
                               job / 10000 != 0 ? qy.Data() : nullptr, job % 10000 != 0 ? qty.Data() : nullptr,
@@ -193,6 +206,39 @@ TEST(LinpackDqrsl, EveryJobGivesWhatTheFullOneGivesAndLeavesTheRest) {
             EXPECT_EQ(some.yIn.ReadVector(), y);
             EXPECT_EQ(qr.x.ReadVector(), factored);
         }
+    }
+}
+
+// The first k columns alone have the same transformations, so the decomposition may be used in part.
+TEST(LinpackDqrsl, UsesTheFirstColumnsOnly) {
+    const Matrix a = Sample(Kind::kRandom, 7, 5, 8);
+    Decomposition whole(a, 0);
+    const Vector y = RandomVector(7, 26);
+    for (int k = 1; k <= 5; ++k) {
+        Matrix part(7, k);
+        std::copy_n(a.values.begin(), 7 * k, part.values.begin());
+        Decomposition alone(part, 0);
+        const Application expected(alone, y, 11111);
+        const Application got(whole, y, 11111, k);
+        EXPECT_TRUE(SameBits(got.qy, expected.qy)) << k;
+        EXPECT_TRUE(SameBits(got.qty, expected.qty)) << k;
+        EXPECT_TRUE(SameBits(got.b, expected.b)) << k;
+        EXPECT_TRUE(SameBits(got.rsd, expected.rsd)) << k;
+        EXPECT_TRUE(SameBits(got.xb, expected.xb)) << k;
+    }
+}
+
+// As published: with no transformation to apply, whatever n is, only the first elements are set.
+TEST(LinpackDqrsl, OfNoColumnsSetsTheFirstElementsOnly) {
+    Decomposition qr(Sample(Kind::kRandom, 3, 2, 9), 0);
+    const Application none(qr, Vector{2.5, 3.5, 4.5}, 11011, 0);
+    EXPECT_EQ(none.info, 0);
+    EXPECT_EQ(none.qy[0], 2.5);
+    EXPECT_EQ(none.qty[0], 2.5);
+    EXPECT_EQ(none.rsd[0], 0.0);
+    EXPECT_EQ(none.xb[0], 2.5);
+    for (const Guarded* array : {&none.qy, &none.qty, &none.rsd, &none.xb}) {
+        EXPECT_TRUE(std::isnan((*array)[1]) && std::isnan((*array)[2]));
     }
 }
 

@@ -217,6 +217,18 @@ TEST(LinpackDsvdc, KnownValuesAreFoundWhateverTheZeros) {
     EXPECT_LE(Orthogonality(zero.u.Read()), 1e-15);
 }
 
+// As published, every value that is not at least 0 is negated with its right vector, a NaN too.
+TEST(LinpackDsvdc, ASingleNegativeElementOrNaNTurnsItsRightVector) {
+    Matrix a(1, 1);
+    for (const auto& [element, right] : {std::pair{2.385, 1.0}, {0.0, 1.0}, {-2.385, -1.0}, {std::nan(""), -1.0}}) {
+        a(0, 0) = element;
+        const Svd svd(a, 11);
+        EXPECT_EQ(svd.info, 0);
+        EXPECT_EQ(svd.u(0, 0), 1.0);
+        EXPECT_EQ(svd.v(0, 0), right) << element;
+    }
+}
+
 TEST(LinpackDsvdc, AMatrixOfNaNRunsIntoTheSweepLimit) {
     for (const auto& [n, p] : {std::pair{2, 2}, {6, 6}, {7, 4}, {4, 7}}) {
         Matrix a(n, p);

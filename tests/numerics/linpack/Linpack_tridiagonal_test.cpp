@@ -55,6 +55,19 @@ TEST(LinpackDgtsl, ExchangesRowsWhereTheLowerElementIsAtLeastAsLarge) {
     EXPECT_EQ(diagonals.d[0], 4.0);
 }
 
+// As published, rows stay only where the lower element is the smaller one: a NaN comes up, and is no zero pivot.
+TEST(LinpackDgtsl, ANaNBelowAZeroPivotIsExchangedAndNotReported) {
+    Guarded c(Vector{0.0, std::numeric_limits<double>::quiet_NaN(), 0.5});
+    Guarded d(Vector{0.0, 2.0, 3.0});
+    Guarded e(Vector{1.5, 1.25, 0.0});
+    Guarded x(Vector{3.0, 6.0, 1.0});
+    EXPECT_EQ(Linpack::Dgtsl(3, c.Data(), d.Data(), e.Data(), x.Data()), 0);
+    EXPECT_TRUE(std::isnan(c[0]));
+    EXPECT_EQ(d[0], 2.0);
+    EXPECT_EQ(e[0], 1.25);
+    EXPECT_TRUE(std::isnan(x[0]));
+}
+
 TEST(LinpackDgtsl, ReportsTheZeroPivotAndStops) {
     for (int zero = 0; zero < 5; ++zero) {
         Matrix t = Identity(5);

@@ -88,9 +88,6 @@ TEST(LinpackDchdc, KeepsMarkedElementsInFrontAndAtTheEnd) {
 }
 
 TEST(LinpackDchdc, ReturnsTheRankOfASemidefiniteMatrix) {
-    Matrix half(3, 6);
-    half.values = {1, 0, 0, 2, 1, 0, 0, 3, 1, 1, 1, 1, 4, 0, 2, -1, 2, 2};
-    const Matrix a = Transposed(half) * half;
     Matrix diagonal(5, 5);
     diagonal(1, 1) = 4.0;
     diagonal(3, 3) = 9.0;
@@ -104,6 +101,25 @@ TEST(LinpackDchdc, ReturnsTheRankOfASemidefiniteMatrix) {
     EXPECT_EQ(jpvt[1], 2);
     Guarded unpivoted(Upper(5), diagonal);
     EXPECT_EQ(Linpack::Dchdc(unpivoted.Data(), unpivoted.Ld(), 5, work.Data(), nullptr, 0), 0);
+}
+
+// As published: the choice takes every diagonal element that is not at most the one chosen so far, and what is chosen
+// must be positive. So a NaN gives way to what is behind it, and ends the decomposition when nothing is.
+TEST(LinpackDchdc, ANaNOnTheDiagonalEndsTheDecomposition) {
+    Matrix diagonal(4, 4);
+    diagonal.values = {4.0, 0, 0, 0, 0, 9.0, 0, 0, 0, 0, std::numeric_limits<double>::quiet_NaN(), 0, 0, 0, 0, 16.0};
+    Guarded work(4);
+    Guarded unpivoted(Upper(4), diagonal);
+    EXPECT_EQ(Linpack::Dchdc(unpivoted.Data(), unpivoted.Ld(), 4, work.Data(), nullptr, 0), 2);
+    EXPECT_EQ(unpivoted(1, 1), 3.0);
+    EXPECT_EQ(unpivoted(3, 3), 16.0);
+    Guarded pivoted(Upper(4), diagonal);
+    GuardedInts jpvt(4, {1, 0, 0, 0});
+    EXPECT_EQ(Linpack::Dchdc(pivoted.Data(), pivoted.Ld(), 4, work.Data(), jpvt.Data(), 1), 3);
+    EXPECT_EQ(pivoted(0, 0), 2.0);
+    EXPECT_EQ(pivoted(1, 1), 4.0);
+    EXPECT_EQ(pivoted(2, 2), 3.0);
+    EXPECT_EQ(jpvt.Read(), (std::vector<int>{1, 4, 2, 3}));
 }
 
 // ---- Dchud and Dchdd
@@ -271,6 +287,38 @@ TEST(LinpackDchdd, AResidualNormThatCannotBeDowndatedBecomesMinusOne) {
     EXPECT_LT(rho[2], 1.5);
 }
 
+TEST(LinpackDchdd, RefusesARowWithANaNAndLeavesTheFactor) {
+    const Problem problem(5, 0, 8);
+    for (int place = 0; place < 5; ++place) {
+        Guarded r(Upper(5), problem.r);
+        Vector row(5, 0.001);
+        row[static_cast<std::size_t>(place)] = std::numeric_limits<double>::quiet_NaN();
+        Guarded x(row);
+        Guarded c(5);
+        Guarded s(5);
+        EXPECT_EQ(Linpack::Dchdd(r.Data(), r.Ld(), 5, x.Data(), nullptr, 5, 0, nullptr, nullptr, c.Data(), s.Data()),
+                  -1);
+        EXPECT_EQ(r.Read().values, problem.r.values);
+    }
+}
+
+TEST(LinpackDchdd, AResidualNormThatANaNTouchesBecomesMinusOne) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    Guarded r(Upper(1), Identity(1));
+    Guarded x(Vector{0.25});
+    Guarded z(Full(1, 3), Matrix(1, 3));
+    Guarded y(Vector{nan, 0.125, 0.125});
+    Guarded rho(Vector{2.5, nan, 2.5});
+    Guarded c(1);
+    Guarded s(1);
+    EXPECT_EQ(
+        Linpack::Dchdd(r.Data(), r.Ld(), 1, x.Data(), z.Data(), z.Ld(), 3, y.Data(), rho.Data(), c.Data(), s.Data()),
+        1);
+    EXPECT_EQ(rho[0], -1.0);
+    EXPECT_EQ(rho[1], -1.0);
+    EXPECT_GT(rho[2], 2.0);
+}
+
 TEST(LinpackDchdd, AResidualNormOfZeroWithNothingToTakeBecomesNaN) {
     Guarded r(Upper(1), Identity(1));
     Guarded x(Vector{0.0});
@@ -286,6 +334,22 @@ TEST(LinpackDchdd, AResidualNormOfZeroWithNothingToTakeBecomesNaN) {
 }
 
 // ---- Dchex
+
+// The published routine goes on with its first branch when job names none.
+TEST(LinpackDchex, AnyOtherJobIsJobOne) {
+    const Problem problem(5, 0, 9);
+    Vector expected;
+    for (const int job : {1, 0, 3, -2}) {
+        Guarded r(Upper(5), problem.r);
+        Guarded c(5);
+        Guarded s(5);
+        Linpack::Dchex(r.Data(), r.Ld(), 5, 2, 4, nullptr, 5, 0, c.Data(), s.Data(), job);
+        if (job == 1) {
+            expected = r.Read().values;
+        }
+        EXPECT_EQ(r.Read().values, expected) << job;
+    }
+}
 
 TEST(LinpackDchex, MovesColumnsAsTheJobSaysAndTurnsZ) {
     for (const int p : {2, 3, 4, 5, 6, 9, 40}) {
