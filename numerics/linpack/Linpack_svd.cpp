@@ -59,7 +59,7 @@ void TakeLeftStep(const Decomposition& d, int l) {
     }
     if (isStep) {
         d.s[l] = -d.s[l];
-        if (d.WantU()) {
+        if (d.WantU() && d.u.Column(l) + l != u) {  // u may be x
             std::copy(u, u + (d.n - l), d.u.Column(l) + l);
         }
     }
