@@ -222,7 +222,9 @@ void ReadTreatments(const DOMElemUtility& reader, const DOMNode& node, const Bas
         return;
     for (const DOMElement* child = BaseTranslator::GetFirstChildElt(schema); child;
          child = BaseTranslator::GetNextSiblingElt(child)) {
-        if (!BaseTranslator::HasTag(child, Tags::XML_ELE_MININGFIELD))
+        // A field without a name is a fault that whoever reads the schema itself reports.
+        if (!BaseTranslator::HasTag(child, Tags::XML_ELE_MININGFIELD) ||
+            !reader.HasAttribute(child, Tags::XML_ATT_MININGFIELD_NAME))
             continue;
         auto* variable = dynamic_cast<DictVar*>(
             dictionary.FindVar(reader.GetAttributeToString(child, Tags::XML_ATT_MININGFIELD_NAME, true)));

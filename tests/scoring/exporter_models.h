@@ -29,6 +29,7 @@ inline constexpr const char* kAll[] = {
     "pairs_without_method",
     "prefixed_names",
     "py_booleans",
+    "py_dates",
     "py_imputer",
     "py_k_bins",
     "py_linear_one_against_all",

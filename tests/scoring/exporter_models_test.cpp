@@ -1,6 +1,9 @@
 // Models in the dialects of exporters, scored by the command, against their trainers or an evaluator of another make.
 #include <cmath>
+#include <filesystem>
 #include <optional>
+#include <set>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -74,6 +77,16 @@ TEST_P(ExporterModel, ScoresEveryRowAsItsTableExpects) {
 
 INSTANTIATE_TEST_SUITE_P(All, ExporterModel, testing::ValuesIn(exporter_models::kAll),
                          [](const auto& model) { return std::string(model.param); });
+
+TEST(ExporterModels, AreAllNamedInTheList) {
+    const std::set<std::string> listed(std::begin(exporter_models::kAll), std::end(exporter_models::kAll));
+    for (const auto& entry : std::filesystem::directory_iterator(exporter_models::FolderOf(""))) {
+        const std::string name = entry.path().filename().string();
+        if (std::filesystem::exists(entry.path() / "model.pmml")) {
+            EXPECT_TRUE(listed.contains(name)) << name;
+        }
+    }
+}
 
 class VerifiedModel : public CommandTest, public testing::WithParamInterface<const char*> {};
 
