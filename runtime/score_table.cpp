@@ -93,7 +93,28 @@ private:
     tbb::enumerable_thread_specific<Scorer> fScorers;
 };
 
-using JobPointer = std::shared_ptr<Job>;
+// The jobs of one table. Plain pointers go through the pipeline: it loses what it holds when a stage throws.
+class JobPool {
+public:
+    // Returns: a job that is free, or a new one. For one thread at a time.
+    Job* take() {
+        Job* job = nullptr;
+        if (!fFree.try_pop(job))
+            job = fJobs.emplace_back(std::make_unique<Job>()).get();
+        return job;
+    }
+
+    // Jobs that are written serve again: their memory stays what the largest batches took.
+    void giveBack(Job* job) {
+        job->text.clear();
+        job->rowCountByStatus.clear();
+        fFree.push(job);
+    }
+
+private:
+    std::vector<std::unique_ptr<Job>> fJobs;
+    tbb::concurrent_queue<Job*> fFree;
+};
 
 // Runs the jobs that next gives, until it gives none.
 template <class Next, class Score, class Write>
@@ -102,21 +123,20 @@ void runPipeline(int threadCount, const Next& next, const Score& score, const Wr
                                       static_cast<std::size_t>(threadCount));
     tbb::task_arena arena(threadCount);
     const auto read = [&next](tbb::flow_control& flow) {
-        JobPointer job = next();
+        Job* job = next();
         if (!job)
             flow.stop();
         return job;
     };
-    const auto scoreOne = [&score](JobPointer job) {
+    const auto scoreOne = [&score](Job* job) {
         score(*job);
         return job;
     };
-    const auto writeOne = [&write](const JobPointer& job) { write(job); };
     arena.execute([&] {
         tbb::parallel_pipeline(static_cast<std::size_t>(threadCount) * 2,
-                               tbb::make_filter<void, JobPointer>(tbb::filter_mode::serial_in_order, read) &
-                                   tbb::make_filter<JobPointer, JobPointer>(tbb::filter_mode::parallel, scoreOne) &
-                                   tbb::make_filter<JobPointer, void>(tbb::filter_mode::serial_in_order, writeOne));
+                               tbb::make_filter<void, Job*>(tbb::filter_mode::serial_in_order, read) &
+                                   tbb::make_filter<Job*, Job*>(tbb::filter_mode::parallel, scoreOne) &
+                                   tbb::make_filter<Job*, void>(tbb::filter_mode::serial_in_order, write));
     });
 }
 
@@ -135,7 +155,8 @@ TableTally scoreTable(const ScoringModel& model, ByteSource& source, const std::
     const auto reader = openTable(options.inputKind, source, plan.wanted, plan.isOptional);
     TableScorer scorer(model, writer, options.missingTexts);
     // The first rows are read before anything is written: a table that is wrong from its start gives no output.
-    auto first = std::make_shared<Job>();
+    JobPool pool;
+    Job* first = pool.take();
     const bool hasRows = reader->read(first->rows);
     OutputFile& output = openOutput();
     if (events.onStart)
@@ -144,24 +165,18 @@ TableTally scoreTable(const ScoringModel& model, ByteSource& source, const std::
     TableTally tally;
     if (!hasRows)
         return tally;
-    // Jobs that are written serve again: their memory stays what the largest batches took.
-    tbb::concurrent_queue<JobPointer> freeJobs;
-    const auto next = [&]() -> JobPointer {
+    const auto next = [&]() -> Job* {
         if (first)
             return std::exchange(first, nullptr);
-        JobPointer job;
-        if (!freeJobs.try_pop(job))
-            job = std::make_shared<Job>();
+        Job* job = pool.take();
         return reader->read(job->rows) ? job : nullptr;
     };
-    const auto write = [&](const JobPointer& job) {
+    const auto write = [&](Job* job) {
         output.write(job->text);
         add(tally, *job);
         if (events.onRows)
             events.onRows(tally);
-        job->text.clear();
-        job->rowCountByStatus.clear();
-        freeJobs.push(job);
+        pool.giveBack(job);
     };
     const int threadCount = options.threadCount > 0 ? options.threadCount : tbb::info::default_concurrency();
     runPipeline(

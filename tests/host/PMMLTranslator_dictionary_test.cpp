@@ -249,6 +249,13 @@ TEST(Treatments, AreReadFromTheMiningSchema) {
         DictVar::kReturnInvalid);
 }
 
+// Whoever reads the schema itself reports such a field; here it is in nobody's way.
+TEST(Treatments, PassOverAFieldWithoutAName) {
+    const auto document = ReadDocument(WithMiningField("invalidValueTreatment='asIs'"));
+    EXPECT_EQ(Field(document, "x").GetInvalidTreatment(), DictVar::kReturnInvalid);
+    EXPECT_EQ(Field(document, "s").GetInvalidTreatment(), DictVar::kReturnInvalid);
+}
+
 TEST(Treatments, ReplaceByAValueOfTheFieldsType) {
     const auto number =
         ReadDocument(WithMiningField("name='x' invalidValueTreatment='asValue' invalidValueReplacement='7.5'"));
@@ -267,7 +274,6 @@ TEST(Treatments, RefuseWhatTheyDoNotKnow) {
     ExpectError(error("name='x' invalidValueTreatment='asValue'"), 260120, {"invalidValueReplacement", "MiningField"});
     ExpectError(error("name='x' invalidValueTreatment='asValue' invalidValueReplacement='much'"), 260153,
                 {"much", "invalidValueReplacement", "MiningField"});
-    ExpectError(error("invalidValueTreatment='asIs'"), 260120, {"name", "MiningField"});
     ExpectError(error("name='x' outliers='clip'"), 260153, {"clip", "outliers", "MiningField"});
     ExpectError(error("name='x' outliers='asExtremeValues' lowValue='low'"), 260153,
                 {"low", "lowValue", "MiningField"});
