@@ -5,9 +5,9 @@ set -euo pipefail
 checked=0
 for object in "$@"; do
     case "$object" in
-        *vector_kernels_avx2.*) register=ymm ;;
-        *vector_kernels_avx512.*) register=zmm ;;
-        *vector_kernels_baseline.*) register=xmm ;;
+        *vector_kernels_avx2.* | *elementary_kernels_avx2.*) register=ymm ;;
+        *vector_kernels_avx512.* | *elementary_kernels_avx512.*) register=zmm ;;
+        *vector_kernels_baseline.* | *elementary_kernels_baseline.*) register=xmm ;;
         *) continue ;;
     esac
     checked=$((checked + 1))
