@@ -14,6 +14,9 @@ namespace KwBrevix_930 {
 
 class PairwiseCoupling;
 class ScoreValue;
+namespace plan {
+class ScoringPlan;
+}
 
 /// Built by the translator: it is given its dictionaries, then its data, and then scores any number of cases. The first
 /// case that is accessed by index fixes the dictionary indices of the input fields; from then on scoring only reads the
@@ -25,7 +28,7 @@ public:
 
     /// Takes the data over and sets up everything that depends on it: model type, input variables, kernel. Data held so
     /// far is deleted. Null is ignored. A missing dictionary or an unknown kernel type shows only when a case is
-    /// scored.
+    /// scored. Data that is changed afterwards has to be handed over again: the same pointer will do.
     void SetSupportVectorMachineModel(SVMModelData* data);
     /// Returns: the data, owned here; null before any was set.
     const SVMModelData* GetSupportVectorMachineModel() const { return fData.get(); }
@@ -75,6 +78,7 @@ private:
     void SetUpModelType(bool isClassification);
     void SetUpVectorField(const std::vector<std::unique_ptr<SVMVectorField>>& fields, const Indices& types);
     Status SetUpSVMKFEvaluate(SVMModelData* data);
+    void SetUpPlan();
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool flag);
     ScoreDictVar* FindInputVar(const std::string& name) const;
 
@@ -89,6 +93,7 @@ private:
     double EncodeInput(std::size_t position, const ScoreValue& value) const;
     Status ScoreSVMByKernelType(const Indices& indices, const Values& values, std::int32_t machine,
                                 double& value) const;
+    Status ComputeDecisions(const Indices& indices, const Values& values, std::size_t count, double* decisions) const;
     Status ScoreSVMClsModel(const Indices& indices, const Values& values, ScoreResult*& result) const;
     Status ScoreSVMRegModel(const Indices& indices, const Values& values, ScoreResult*& result) const;
     bool IsMissScoreValue(const ScoreDictVar* variable, const ScoreValue* value) const;
@@ -129,6 +134,8 @@ private:
     std::vector<std::string> fTargetCategoryNames;
     std::vector<ScoreValue*> fTargetCategoryValues;
     std::unique_ptr<KwSVM_700::SVMKernelFunction> fKernel;
+    // Of the data and the kernel; null where there is none.
+    std::unique_ptr<const plan::ScoringPlan> fPlan;
 };
 
 }  // namespace KwBrevix_930

@@ -9,6 +9,7 @@
 #include "host/transform/TransformationDictionary.h"
 #include "svm/SVMClsResult.h"
 #include "svm/SVMRegResult.h"
+#include "svm/plan/ScoringPlan.h"
 #include "svm/status_codes.h"
 
 namespace KwBrevix_930 {
@@ -164,16 +165,29 @@ SVMModel::Status SVMModel::ScoreSVMByKernelType(const Indices& indices, const Va
     return {};
 }
 
+// The decision values of the first machines; by the plan where it fits, and with the same bits by the plain loops where
+// not.
+SVMModel::Status SVMModel::ComputeDecisions(const Indices& indices, const Values& values, std::size_t count,
+                                            double* decisions) const {
+    if (fPlan && fPlan->GetMachineCount() == count && fPlan->GetColumnCount() == values.size()) {
+        fPlan->Decide(values.data(), decisions);
+        return {};
+    }
+    Status status;
+    for (std::size_t machine = 0; machine < count && !status.IsError(); ++machine) {
+        decisions[machine] = 0.0;
+        status = ScoreSVMByKernelType(indices, values, static_cast<std::int32_t>(machine), decisions[machine]);
+    }
+    return status;
+}
+
 SVMModel::Status SVMModel::ScoreSVMClsModel(const Indices& indices, const Values& values, ScoreResult*& result) const {
     Values decisions(fData->GetMachines().size());
-    for (std::size_t machine = 0; machine < decisions.size(); ++machine) {
-        const Status status =
-            ScoreSVMByKernelType(indices, values, static_cast<std::int32_t>(machine), decisions[machine]);
-        if (status.IsError())
-            return status;
-    }
+    Status status = ComputeDecisions(indices, values, decisions.size(), decisions.data());
+    if (status.IsError())
+        return status;
     Vote vote;
-    const Status status = DoVotingForSVMCls(decisions, vote);
+    status = DoVotingForSVMCls(decisions, vote);
     return status.IsError() ? status : FillSVMClsResult(vote, result);
 }
 
@@ -182,7 +196,7 @@ SVMModel::Status SVMModel::ScoreSVMRegModel(const Indices& indices, const Values
     if (indices.empty())
         return {};
     double decision = 0.0;
-    const Status status = ScoreSVMByKernelType(indices, values, 0, decision);
+    const Status status = ComputeDecisions(indices, values, 1, &decision);
     return status.IsError() ? status : FillSVMRegResult(decision, result);
 }
 

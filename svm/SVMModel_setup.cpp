@@ -10,6 +10,7 @@
 #include "svm/SVMKFPolynomial.h"
 #include "svm/SVMKFRBF.h"
 #include "svm/SVMKFSigmoid.h"
+#include "svm/plan/ScoringPlan.h"
 
 namespace KwBrevix_930 {
 
@@ -22,11 +23,13 @@ SVMModel::~SVMModel() = default;
 void SVMModel::SetSupportVectorMachineModel(SVMModelData* data) {
     if (!data)
         return;
+    fPlan.reset();
     if (data != fData.get())
         fData.reset(data);
     SetUpModelType(fData->GetIsClassification());
     SetUpVectorField(fData->GetVectorFields(), fData->GetVectorFieldKinds());
     SetUpSVMKFEvaluate(fData.get());
+    SetUpPlan();
 }
 
 void SVMModel::SetUpModelType(bool isClassification) {
@@ -59,6 +62,7 @@ ScoreDictVar* SVMModel::FindInputVar(const std::string& name) const {
 SVMModel::Status SVMModel::SetUpSVMKFEvaluate(SVMModelData* data) {
     if (!data)
         return {};
+    fPlan.reset();
     fKernel.reset();
     switch (data->GetKernelType()) {
         case SVMModelData::kLinear:
@@ -78,6 +82,12 @@ SVMModel::Status SVMModel::SetUpSVMKFEvaluate(SVMModelData* data) {
             break;
     }
     return {};
+}
+
+// Data without columns keeps the input variables of the data before, whose values do not count.
+void SVMModel::SetUpPlan() {
+    if (fKernel && GetDictionary() && !fData->GetVectorFields().empty())
+        fPlan = plan::ScoringPlan::Make(*fData, *fKernel, fInputVars.size());
 }
 
 void SVMModel::SetUpDictVarIndex(const ScoreCaseRecord* record, bool) {

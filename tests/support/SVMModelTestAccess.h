@@ -16,6 +16,7 @@ public:
     explicit SVMModelTestAccess(SVMModel& model) : fModel(model) {}
 
     SVMModelData* Data() { return fModel.fData.get(); }
+    const plan::ScoringPlan* Plan() const { return fModel.fPlan.get(); }
     bool AreIndicesReady() const { return fModel.fDictVarIndicesReady; }
     Status SetUpKernel(SVMModelData* data) { return fModel.SetUpSVMKFEvaluate(data); }
     void SetUpVectorField(const std::vector<std::unique_ptr<SVMVectorField>>& fields, const Indices& types) {

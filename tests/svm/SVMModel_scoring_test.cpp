@@ -659,6 +659,7 @@ TEST(DerivedFields, NeverStandInForARawFieldThatIsMissing) {
 TEST(RegressionScoring, WithAnAbsentFirstMachineIsZeroWithoutADeviation) {
     Regression bench;
     bench.data->GetMachines().front().reset();
+    bench.model.SetSupportVectorMachineModel(bench.data);
     const NumericValue a(1.5);
     const NumericValue b(-0.5);
     const StringValue c("red");
@@ -749,6 +750,7 @@ TEST(GetScore, OfARegressionWithoutInputsSucceedsAndLeavesTheResult) {
 TEST(GetScore, OfARegressionWithoutMachinesPredictsZero) {
     Regression bench;
     bench.data->GetMachines().clear();
+    bench.model.SetSupportVectorMachineModel(bench.data);
     const Case sample(true);
     EXPECT_EQ(Predicted(Score(bench.model, &sample.record)), 0.0);
 }

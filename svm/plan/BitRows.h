@@ -1,0 +1,41 @@
+// Support vectors of zeros and ones, for cases of zeros and ones: every partial sum is a whole number, so the order
+// does not matter, and there are so few sums that the kernel value of each is kept.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "svm/plan/AlignedArray.h"
+#include "svm/plan/KernelShape.h"
+#include "svm/plan/Loops.h"
+#include "svm/plan/merged_vector.h"
+
+namespace KwBrevix_930::plan {
+
+class BitRows {
+public:
+    BitRows(std::size_t rows, std::size_t columns, const KernelShape& shape, const Loops& loops);
+
+    /// Returns: true for +0, -0 and 1.
+    static bool IsBit(double number) { return number == 0.0 || number == 1.0; }
+
+    /// vector: of bits alone; each row is set once, then Finish is called.
+    void Set(std::size_t row, const MergedVector& vector);
+    void Finish();
+
+    /// Returns: false, with nothing done, when x is not made of bits. kernel: the kernel value of each row.
+    bool Evaluate(const double* x, double* kernel) const;
+
+private:
+    std::size_t fColumns;
+    std::size_t fWords;
+    KernelShape fShape;
+    CountBits fCount;
+    AlignedArray<std::uint64_t> fBits;
+    // What each row adds to its count for every case: the ones that meet no column.
+    std::vector<std::uint32_t> fConstants;
+    // The kernel value of each sum.
+    std::vector<double> fValues;
+};
+
+}  // namespace KwBrevix_930::plan

@@ -1,0 +1,66 @@
+// The inner loops of the scoring plan. One version for each instruction set; all give the same bits, those of a plain
+// loop: whatever stands side by side in a register belongs to different sums, and every sum runs left to right.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace KwBrevix_930::plan {
+
+/// Support vectors of a block; within a block the numbers of one column lie side by side.
+inline constexpr std::size_t kBlock = 16;
+/// Cases of a tile; within a tile the numbers of one column lie side by side.
+inline constexpr std::size_t kTile = 8;
+/// Lists of a group; within a group the n-th entries of all lists lie side by side.
+inline constexpr std::size_t kGroup = 4;
+
+/// Sums over the columns for support vectors in blocks. rows: a whole number of blocks for oneCase; for a tile, those
+/// that are wanted, while sums has room for whole blocks.
+template <class Stored>
+struct DenseLoops {
+    /// sums[row] for the one case x.
+    void (*oneCase)(std::size_t columns, std::size_t rows, const Stored* blocks, const double* x, double* sums);
+    /// sums[kTile * row + c] for the cases c of a tile.
+    void (*oneTile)(std::size_t columns, std::size_t rows, const Stored* blocks, const double* tile, double* sums);
+};
+
+/// Sums of factor * source[index] over the lists of one group.
+struct ListLoops {
+    /// sums[list], kGroup of them.
+    void (*oneCase)(std::size_t length, const std::int32_t* indices, const double* factors, const double* source,
+                    double* sums);
+    /// sums[kTile * list + c], where source[kTile * index + c] belongs to case c.
+    void (*oneTile)(std::size_t length, const std::int32_t* indices, const double* factors, const double* source,
+                    double* sums);
+};
+
+/// counts[row]: how many bits of a row, joined with those of x, are set.
+using CountBits = void (*)(std::size_t words, std::size_t rows, const std::uint64_t* bits, const std::uint64_t* x,
+                           std::uint32_t* counts);
+
+/// One version of the loops.
+struct Loops {
+    const char* name;
+    /// Sums of (x - y)^2.
+    DenseLoops<double> distances;
+    DenseLoops<float> distancesOfFloats;
+    /// Sums of x * y.
+    DenseLoops<double> products;
+    DenseLoops<float> productsOfFloats;
+    ListLoops lists;
+    CountBits countDiffering;
+    CountBits countCommon;
+};
+
+extern const Loops kBaselineLoops;
+#if defined(__x86_64__) && !defined(_WIN32)
+extern const Loops kAvx2Loops;
+extern const Loops kAvx512Loops;
+#endif
+
+/// Returns: the versions that this processor can run, the slowest first; ended by null.
+const Loops* const* RunnableLoops();
+/// Returns: the last of them.
+const Loops& FastestLoops();
+
+}  // namespace KwBrevix_930::plan

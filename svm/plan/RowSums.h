@@ -1,0 +1,21 @@
+// The sums that a kernel takes of a case and each support vector, in one of several layouts. A row is a support vector.
+#pragma once
+
+#include <cstddef>
+
+namespace KwBrevix_930::plan {
+
+class RowSums {
+public:
+    RowSums() = default;
+    RowSums(const RowSums&) = delete;
+    RowSums& operator=(const RowSums&) = delete;
+    virtual ~RowSums() = default;
+
+    /// x: a number for each column and a zero behind them. sums: one a row, with room for whole blocks.
+    virtual void SumCase(const double* x, double* sums) const = 0;
+    /// tile: kTile numbers for each column and kTile zeros behind them. sums: kTile a row, with room for whole blocks.
+    virtual void SumTile(const double* tile, double* sums) const = 0;
+};
+
+}  // namespace KwBrevix_930::plan
