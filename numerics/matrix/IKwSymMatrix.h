@@ -167,9 +167,8 @@ public:
     /// Note:    without check every place must lie in v.
     virtual bool IncrVecByRow(int i, std::vector<double>& v, int offset, int inc, double a,
                               bool check) const = 0;  // slot 49
-    /// Returns: true when every element of row i is 0, not counting columns whose bit is set; false for a bad index or
-    /// a
-    ///          NaN. Bits beyond the set count as clear.
+    /// Returns: true when every element of row i is 0, not counting columns whose bit is set; false for a bad index
+    ///          or a NaN. Bits beyond the set count as clear.
     virtual bool IsZeroRow(int i, const KwBitSet& ignored) const = 0;  // slot 50
     /// As LTChol of slot 53 with every pivot judged against tol times the largest diagonal element, which the virtual
     /// GetNCheckDiagonal gives.
@@ -189,7 +188,7 @@ public:
     /// Determinant and/or inverse of the factor that the matrix holds.
     /// Shape:   job mod 10 not 0 asks for the determinant, job / 10 not 0 for the inverse of L in place; det points to
     ///          two doubles, read and written only if asked.
-    /// Returns: the number of zero diagonal elements; -1 for an invalid matrix.
+    /// Returns: the number of zero diagonal elements; 0 for an invalid matrix.
     /// Note:    det[0] * 10^det[1] is the product of the diagonal of L, the square root of the determinant of L L^T
     ///          (deliberately so), (0, 0) when a diagonal element is 0. Rows and columns of zero pivots become 0.
     virtual int LTDetInverse(double* det, int job) = 0;  // slot 54
@@ -203,8 +202,7 @@ public:
     virtual void LTLTransL() = 0;  // slot 57
     /// Factorises the matrix in place, each pivot judged against tol times its own initial diagonal element, and
     /// solves. Returns: the number of zero pivots, whose components of x are 0; -1 unless tol > 0 and b has at least n
-    /// elements,
-    ///          x unchanged then.
+    ///          elements, x unchanged then.
     virtual int LTSolve(const std::vector<double>& b, double tol, std::vector<double>& x) = 0;  // slot 58
     /// Largest and smallest diagonal element, scanned from minus and plus the largest double.
     /// Note:    for n < 1 nothing is written; NaN never wins a comparison.

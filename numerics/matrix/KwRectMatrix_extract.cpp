@@ -33,7 +33,7 @@ bool KwRectMatrix::CopyRows(const IKwRectMatrix& source, int from, int to) try {
     return false;
 }
 
-bool KwRectMatrix::CopyRowToRow(int i, int j, IKwRectMatrix& target) const {
+bool KwRectMatrix::CopyRowToRow(int i, int j, IKwRectMatrix& target) const try {
     if (!HasRow(i) || j < 0 || j >= target.GetNRows() || target.GetNCols() != fNCols) {
         return false;
     }
@@ -45,11 +45,9 @@ bool KwRectMatrix::CopyRowToRow(int i, int j, IKwRectMatrix& target) const {
         std::copy_n(row, fNCols, static_cast<KwRectMatrix&>(target).RowData(j));
         return true;
     }
-    bool isWritten = true;
-    for (int k = 0; k < fNCols; ++k) {
-        isWritten = target.SetElem(j, k, row[k]) && isWritten;
-    }
-    return isWritten;
+    return target.SetRow(j, ToSparse(row, fNCols));
+} catch (...) {
+    return false;
 }
 
 bool KwRectMatrix::CreateBlockDiagonal(int count, IKwRectMatrix& target) const try {

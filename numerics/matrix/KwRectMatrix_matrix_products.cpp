@@ -5,8 +5,8 @@
 
 #include <cstddef>
 
-#include "numerics/matrix/KwSymBlockDiagMatrix.h"
 #include "numerics/matrix/KwSymMatrix.h"
+#include "numerics/matrix/block_product.h"
 #include "numerics/matrix/dense_kernels.h"
 #include "numerics/matrix/matrix_operand.h"
 #include "numerics/matrix/packed_triangle.h"
@@ -14,6 +14,7 @@
 namespace KwMath_930 {
 
 using dense_kernels::Product;
+using dense_kernels::SymmetricProduct;
 
 bool KwRectMatrix::ComputeMatrixProduct(const IKwRectMatrix& b, IKwRectMatrix& target) const try {
     if (!IsValidMatrix() || b.GetNRows() != fNCols) {
@@ -55,26 +56,25 @@ bool KwRectMatrix::ComputeR1TransSR2(const IKwSymMatrix& s, const IKwRectMatrix&
         return false;
     }
     const SymOperand middle(s);
-    const RectOperand left(*this);
     const RectOperand right(r2);
     if (middle.Order() != fNRows || right.Rows() != fNRows) {
         return false;
     }
-    const std::vector<double> half = Product(fNRows, right.Cols(), fNRows, middle.Square().data(), right.Data());
-    return WriteTarget(target, fNCols, right.Cols(),
-                       Product(fNCols, right.Cols(), fNRows, left.Transposed().data(), half.data()));
+    const std::vector<double> half = SymmetricProduct(fNRows, middle.Packed(), right.Cols(), right.Data());
+    return WriteTarget(
+        target, fNCols, right.Cols(),
+        Product(fNCols, right.Cols(), fNRows, Transposed(fNRows, fNCols, fData.data()).data(), half.data()));
 } catch (...) {
     return false;
 }
 
 bool KwRectMatrix::ComputeBlockDiagSR(const KwSymBlockDiagMatrix& b, const IKwRectMatrix& r) try {
     const RectOperand right(r);
-    const SymOperand left(b);
-    if (left.Order() < 0 || right.Rows() != left.Order()) {
+    if (b.GetNRows() < 0 || right.Rows() != b.GetNRows()) {
         return false;
     }
-    std::vector<double> product = Product(left.Order(), right.Cols(), left.Order(), left.Square().data(), right.Data());
-    fNRows = left.Order();
+    std::vector<double> product = BlockProduct(b, right.Cols(), right.Data());
+    fNRows = right.Rows();
     fNCols = right.Cols();
     fData.swap(product);
     return true;

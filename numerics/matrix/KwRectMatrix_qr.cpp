@@ -42,7 +42,7 @@ bool KwRectMatrix::QRDecompositionH(KwSymMatrix& u, KwRectMatrix& h) const try {
     if (!IsValidMatrix() || fNRows < fNCols) {
         return false;
     }
-    std::vector<double> columns = RectOperand(*this).Transposed();
+    std::vector<double> columns = Transposed(fNRows, fNCols, fData.data());
     std::vector<double> triangle(packed_triangle::Size(fNCols));
     std::vector<double> vectors = ZeroRows(fNRows, fNCols);
     for (int j = 0; j < fNCols; ++j) {

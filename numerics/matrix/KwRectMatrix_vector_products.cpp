@@ -4,18 +4,34 @@
 
 #include <algorithm>
 #include <limits>
+#include <typeinfo>
 #include <utility>
 
 #include "numerics/blas1/Blas1.h"
+#include "numerics/mathfun/KwMathFun.h"
 #include "numerics/matrix/KwSymMatrix.h"
 #include "numerics/matrix/dense_kernels.h"
+#include "numerics/matrix/packed_triangle.h"
 #include "numerics/matrix/resize_target.h"
 
 namespace KwMath_930 {
 
+namespace {
+
+// The sum of row[k] element(k), k < n, from left to right.
+template <class Element>
+double RowTimes(int n, const double* row, Element element) {
+    double sum = 0.0;
+    for (int k = 0; k < n; ++k) {
+        sum += row[k] * element(k);
+    }
+    return sum;
+}
+
+}  // namespace
+
 double KwRectMatrix::ColNorm(int j) const {
-    return HasCol(j) ? Blas1::DNrm2(fNRows, const_cast<double*>(fData.data()) + j, fNCols)
-                     : -std::numeric_limits<double>::max();
+    return HasCol(j) ? KwMathFun::DNrm2(fNRows, fData, j, fNCols) : -std::numeric_limits<double>::max();
 }
 
 double KwRectMatrix::RowNorm(int i) const {
@@ -80,36 +96,32 @@ double KwRectMatrix::DotProductRowCol(int i, const IKwRectMatrix& b, int j) cons
     if (!HasRow(i) || b.GetNRows() != fNCols || j < 0 || j >= b.GetNCols()) {
         return 0.0;
     }
-    const double* row = RowData(i);
-    double sum = 0.0;
-    for (int k = 0; k < fNCols; ++k) {
-        sum += row[k] * b.GetElem(k, j);
+    if (typeid(b) == typeid(KwRectMatrix)) {
+        const auto& dense = static_cast<const KwRectMatrix&>(b);
+        return RowTimes(fNCols, RowData(i), [&](int k) { return dense.RowData(k)[j]; });
     }
-    return sum;
+    return RowTimes(fNCols, RowData(i), [&](int k) { return b.GetElem(k, j); });
 }
 
 double KwRectMatrix::DotProductRowRow(int i, const IKwRectMatrix& b, int j) const {
     if (!HasRow(i) || b.GetNCols() != fNCols || j < 0 || j >= b.GetNRows()) {
         return 0.0;
     }
-    const double* row = RowData(i);
-    double sum = 0.0;
-    for (int k = 0; k < fNCols; ++k) {
-        sum += row[k] * b.GetElem(j, k);
+    if (typeid(b) == typeid(KwRectMatrix)) {
+        return dense_kernels::Dot(fNCols, RowData(i), static_cast<const KwRectMatrix&>(b).RowData(j));
     }
-    return sum;
+    return RowTimes(fNCols, RowData(i), [&](int k) { return b.GetElem(j, k); });
 }
 
 double KwRectMatrix::DotProductRowCol(int i, const IKwSymMatrix& s, int j) const {
     if (!HasRow(i) || s.GetNRows() != fNCols || j < 0 || j >= fNCols) {
         return 0.0;
     }
-    const double* row = RowData(i);
-    double sum = 0.0;
-    for (int k = 0; k < fNCols; ++k) {
-        sum += row[k] * s.GetElem(k, j);
+    if (typeid(s) == typeid(KwSymMatrix)) {
+        const double* packed = static_cast<const KwSymMatrix&>(s).AsVectorConst().data();
+        return RowTimes(fNCols, RowData(i), [=](int k) { return packed[packed_triangle::Index(k, j)]; });
     }
-    return sum;
+    return RowTimes(fNCols, RowData(i), [&](int k) { return s.GetElem(k, j); });
 }
 
 }  // namespace KwMath_930

@@ -13,8 +13,8 @@ namespace KwMath_930 {
 /// ascending. As an IKwRectMatrix every operation gives what the full matrix would give. Copies are deep.
 /// Fails:   never throws. When memory for its own storage fails in a construction, a copy, a resize or an added row the
 ///          matrix becomes invalid, both counts -1; any other operation returns its failure value and changes nothing.
-/// Note:    setting an element costs a search and a move within its row. Products with matrices, extractions and shifts
-///          go by a full copy.
+/// Note:    setting an element costs a search and a move within its row. Products cost the stored elements;
+///          extractions and shifts go by a full copy.
 class KW_EXPORT KwSparseRectMatrix : public IKwRectMatrix {
 public:
     // ---- Virtual operations that this class adds, in slot order ----
@@ -50,6 +50,9 @@ public:
     int GetNCols() const override;
     int AddRow(const KwSparseVector& v) override;
     int AddRow() override;
+    /// Becomes the matrix of nRows x nCols elements that stand row by row, neither count negative.
+    /// Returns: false when memory fails; the matrix is invalid then.
+    bool SetToRows(int nRows, int nCols, const double* elements);
     void Clear() override;
     bool Resize(int nRows, int nCols) override;
     bool SetNRowsCols(int nRows, int nCols, bool zero) override;
@@ -99,6 +102,7 @@ private:
     bool HasCol(int j) const { return j >= 0 && j < fNCols; }
     void TakeRow(int i, std::vector<int>& columns, std::vector<double>& values);
     bool ReplaceRow(int i, const double* row);
+    std::vector<double> Product(int nCols, const double* b) const;
 
     std::int32_t fNRows;
     std::int32_t fNCols;

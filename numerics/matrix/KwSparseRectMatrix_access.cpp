@@ -147,16 +147,14 @@ bool KwSparseRectMatrix::CopyRows(const IKwRectMatrix& source, int from, int to)
     return false;
 }
 
-bool KwSparseRectMatrix::CopyRowToRow(int i, int j, IKwRectMatrix& target) const {
-    std::vector<double> row;
-    if (j < 0 || j >= target.GetNRows() || target.GetNCols() != fNCols || !KwSparseRectMatrix::GetRow(i, row)) {
+bool KwSparseRectMatrix::CopyRowToRow(int i, int j, IKwRectMatrix& target) const try {
+    if (!HasRow(i) || j < 0 || j >= target.GetNRows() || target.GetNCols() != fNCols) {
         return false;
     }
-    bool isWritten = true;
-    for (int k = 0; k < fNCols; ++k) {
-        isWritten = target.SetElem(j, k, row[static_cast<std::size_t>(k)]) && isWritten;
-    }
-    return isWritten;
+    const auto row = static_cast<std::size_t>(i);
+    return target.SetRow(j, KwSparseVector(fColumns[row], fValues[row]));
+} catch (...) {
+    return false;
 }
 
 }  // namespace KwMath_930

@@ -1,14 +1,17 @@
-// Sparse rectangular matrix, norms and products by the stored elements; products with matrices, extractions and shifts
-// by a full copy. Test: KwSparseRectMatrix_test.cpp.
+// Sparse rectangular matrix, norms and products by the stored elements; extractions and shifts by a full copy. Test:
+// KwSparseRectMatrix_test.cpp.
 #include "numerics/matrix/KwSparseRectMatrix.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <utility>
 
 #include "numerics/blas1/Blas1.h"
 #include "numerics/matrix/KwRectMatrix.h"
+#include "numerics/matrix/dense_kernels.h"
+#include "numerics/matrix/matrix_operand.h"
 #include "numerics/matrix/resize_target.h"
 
 namespace KwMath_930 {
@@ -110,14 +113,40 @@ double KwSparseRectMatrix::DotProductRowRow(int i, const IKwRectMatrix& b, int j
     return sum;
 }
 
-bool KwSparseRectMatrix::ComputeMatrixProduct(const IKwRectMatrix& b, IKwRectMatrix& target) const {
-    KwRectMatrix dense;
-    return b.GetNRows() == fNCols && CopyTo(*this, dense) && dense.ComputeMatrixProduct(b, target);
+// R B, row by row, B being fNCols rows of nCols elements. What is not stored is multiplied only where it makes a NaN.
+std::vector<double> KwSparseRectMatrix::Product(int nCols, const double* b) const {
+    std::vector<double> product = ZeroRows(fNRows, nCols);
+    const auto ld = static_cast<std::ptrdiff_t>(nCols);
+    for (int i = 0; !product.empty() && i < fNRows; ++i) {
+        const auto row = static_cast<std::size_t>(i);
+        for (std::size_t k = 0; k < fColumns[row].size(); ++k) {
+            dense_kernels::AddMultiple(nCols, fValues[row][k], b + fColumns[row][k] * ld, product.data() + i * ld);
+        }
+    }
+    for (std::ptrdiff_t place = 0; !product.empty() && place < fNCols * ld; ++place) {
+        for (int i = 0; !std::isfinite(b[place]) && i < fNRows; ++i) {
+            if (KwSparseRectMatrix::GetElem(i, static_cast<int>(place / ld)) == 0.0) {
+                product[static_cast<std::size_t>(i * ld + place % ld)] += 0.0 * b[place];
+            }
+        }
+    }
+    return product;
 }
 
-bool KwSparseRectMatrix::ComputeProductMatrixTrans(const IKwRectMatrix& b, KwRectMatrix& target) const {
-    KwRectMatrix dense;
-    return b.GetNCols() == fNCols && CopyTo(*this, dense) && dense.ComputeProductMatrixTrans(b, target);
+bool KwSparseRectMatrix::ComputeMatrixProduct(const IKwRectMatrix& b, IKwRectMatrix& target) const try {
+    const RectOperand right(b);
+    return IsValidMatrix() && right.Rows() == fNCols &&
+           WriteTarget(target, fNRows, right.Cols(), Product(right.Cols(), right.Data()));
+} catch (...) {
+    return false;
+}
+
+bool KwSparseRectMatrix::ComputeProductMatrixTrans(const IKwRectMatrix& b, KwRectMatrix& target) const try {
+    const RectOperand right(b);
+    return IsValidMatrix() && right.Cols() == fNCols &&
+           WriteTarget(target, fNRows, right.Rows(), Product(right.Rows(), right.Transposed().data()));
+} catch (...) {
+    return false;
 }
 
 bool KwSparseRectMatrix::CreateBlockDiagonal(int count, IKwRectMatrix& target) const {

@@ -123,7 +123,14 @@ int KwSparseRectMatrix::AddRow() {
         Invalidate();
         return -1;
     }
-    KwSparseRectMatrix::Resize(fNRows + 1, fNCols);
+    try {
+        fCounts.push_back(0);
+        fColumns.emplace_back();
+        fValues.emplace_back();
+        ++fNRows;
+    } catch (...) {
+        Invalidate();
+    }
     return fNRows;
 }
 
@@ -135,6 +142,21 @@ int KwSparseRectMatrix::AddRow(const KwSparseVector& v) {
         Invalidate();
     }
     return fNRows;
+}
+
+bool KwSparseRectMatrix::SetToRows(int nRows, int nCols, const double* elements) {
+    KwSparseRectMatrix written;
+    bool isWritten = written.Resize(nRows, nCols);
+    for (int i = 0; isWritten && i < nRows; ++i) {
+        isWritten = written.ReplaceRow(i, elements);
+        elements += nCols;
+    }
+    if (isWritten) {
+        Swap(written);
+    } else {
+        Invalidate();
+    }
+    return isWritten;
 }
 
 // Row i becomes these lists, which get the ones given up; the counts follow.

@@ -13,11 +13,11 @@ namespace KwMath_930 {
 
 /// Symmetric matrix of order n that is 0 outside square blocks along its diagonal. Only the blocks are stored: a dense
 /// one as its lower triangle, a diagonal one as its diagonal. Row i of the lower triangle is one run of stored
-/// elements, (i, first) .. (i, i). As an IKwSymMatrix every operation gives what the full matrix would give. Fails:
-/// never throws. When memory for its own storage fails the matrix becomes invalid, GetNRows() is -1. A write
+/// elements, (i, first) .. (i, i). As an IKwSymMatrix every operation gives what the full matrix would give.
+/// Fails:   never throws. When memory for its own storage fails the matrix becomes invalid, GetNRows() is -1. A write
 ///          outside the blocks is refused unless the value is 0; the members that would do one change nothing.
 /// Note:    the factor, the inverse and the products of a factor with its transpose stay within the blocks and are
-///          formed block by block. Products with other matrices are formed on a full copy.
+///          formed block by block; in products with other matrices this factor costs only its blocks.
 class KW_EXPORT KwSymBlockDiagMatrix : public IKwSymMatrix {
 public:
     // ---- Storage, blocks: KwSymBlockDiagMatrix_storage.cpp ----
@@ -148,7 +148,7 @@ public:
     /// Returns: false for a bad column or when an element that is read lies outside S; dot is unchanged then.
     bool DotProductLColDenseRowPart(int col, const KwSymMatrix& s, int row, int first, double& dot) const;
 
-    // ---- Products with matrices, extraction, on a full copy: KwSymBlockDiagMatrix_matrix_products.cpp ----
+    // ---- Products with matrices, extraction: KwSymBlockDiagMatrix_matrix_products.cpp ----
 
     bool ComputeGMG(const std::vector<double>& g, KwSymMatrix& target) const override;
     bool ComputeGMGNG(const IKwSymMatrix& m, const IKwSymMatrix& n, IKwSymMatrix& target,

@@ -19,7 +19,7 @@ void KwSymBlockDiagMatrix::AddToDiagonal(double value) {
 }
 
 void KwSymBlockDiagMatrix::ChangeSign() {
-    MultiplyByNumber(-1.0);
+    KwSymBlockDiagMatrix::MultiplyByNumber(-1.0);
 }
 
 void KwSymBlockDiagMatrix::MultiplyByNumber(double factor) {

@@ -28,6 +28,8 @@ KwSymBlockDiagMatrix::KwSymBlockDiagMatrix(const std::vector<int>& blockSizes, c
         fBlockSizes = blockSizes;
         fNBlocks = static_cast<int>(blockSizes.size());
         fIsDiagonal.Resize(fNBlocks, false);
+        // A list that grew would copy its blocks, and a copy that fails does not throw.
+        fDenseBlocks.reserve(blockSizes.size());
         for (int block = 0; block < fNBlocks; ++block) {
             const int size = blockSizes[static_cast<std::size_t>(block)];
             const bool isBlockDiagonal = isDiagonal.IsIn(block);

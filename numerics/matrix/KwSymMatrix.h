@@ -173,7 +173,7 @@ public:
     /// The factor L that the matrix holds becomes that of L L^T - x x^T; c and sn receive the rotations.
     /// Returns: false unless x, c and sn have exactly n elements, or when L L^T - x x^T is not positive definite;
     ///          nothing is changed then.
-    /// Note:    the sizes are checked whatever check says. A row with a zero pivot stays as it is.
+    /// Note:    the sizes are checked whatever check says. A factor with a zero pivot is refused, too.
     /// Source:  LINPACK DCHDD.
     bool LTCholDowndate(const std::vector<double>& x, std::vector<double>& c, std::vector<double>& sn, bool check);
 
@@ -183,11 +183,9 @@ public:
     /// Shape:   ref points to n values, the scale of the tolerance; swept has n bits.
     /// Returns: false, nothing changed, when sweeping in and tol * ref[k] >= S(k,k), or when the diagonal element of a
     ///          swept row j would become v with v * tol * ref[j] <= -1; false for a bad k; if check is set also when
-    ///          tol
-    ///          <= 0, swept has fewer than n bits, or a value of ref is negative.
+    ///          tol <= 0, swept has fewer than n bits, or a value of ref is negative.
     /// Note:    with p = S(k,k): S(k,k) becomes -1/p, the other elements of row k are divided by |p|, and S(i,j)
-    /// becomes
-    ///          S(i,j) - S(i,k) S(k,j) / p. Sweeping the same row twice restores the matrix.
+    ///          becomes S(i,j) - S(i,k) S(k,j) / p. Sweeping the same row twice restores the matrix.
     /// Source:  sweep operator [Goodnight 1979].
     bool Sweep(int k, double tol, const double* ref, KwBitSet& swept, bool check);
     /// As the form above; false also when ref has fewer than n elements.
@@ -208,8 +206,7 @@ public:
     /// Returns: as SweepOnAll; -1 also unless 0 <= k <= n.
     int SweepOnMany(int k, double tol, bool in, KwBitSet& swept, double& logDet, bool check, double* ref);
     /// Returns: true when row k, not yet swept, would be refused by Sweep: it depends linearly, within tol, on the
-    /// swept
-    ///          rows. False for a bad k or a too short ref.
+    ///          swept rows. False for a bad k or a too short ref.
     bool CheckMDependent(int k, const std::vector<double>& ref, const KwBitSet& swept, double tol) const;
     /// The regression coefficients of the last row, the dependent variable: b, of n - 1 elements, gets S(n-1, k) for
     /// each swept k, 0 for the others.
@@ -305,8 +302,7 @@ public:
     /// Returns: row i of S times the first n elements of v; 0.0 for a bad index or a too short v.
     double DotRowVec(int i, const std::vector<double>& v) const;
     /// Returns: the elements (i, first .. first+count-1) of S times the first count elements of v; 0.0 when the part
-    /// lies
-    ///          outside the row or v is too short.
+    ///          lies outside the row or v is too short.
     double DotRowPartVec(int i, int first, int count, const std::vector<double>& v) const;
     /// Returns: column j of S times the first n elements of v, as DotRowVec.
     double DotColVec(int j, const std::vector<double>& v) const;
@@ -323,24 +319,21 @@ public:
     double ComputeVSWParts(const double* v, int nv, const double* w, int nw) const override;
     double ComputeVSWParts(const std::vector<double>& v, int nv, const std::vector<double>& w, int nw) const override;
     /// Returns: v^T S w; element k of v at offv + k incv, of w at offw + k incw + k(k-1)/2, a step that grows by one;
-    /// 0.0
-    ///          when a place lies outside its vector.
+    ///          0.0 when a place lies outside its vector.
     double ComputeVSWii(const std::vector<double>& v, int offv, int incv, const std::vector<double>& w, int offw,
                         int incw) const;
     /// As ComputeVSWii with the growing step in v, the constant one in w.
     double ComputeViiSW(const std::vector<double>& v, int offv, int incv, const std::vector<double>& w, int offw,
                         int incw) const;
     /// Returns: v^T S_sub w, S_sub being the count rows and columns from first on, and v and w the same parts of
-    /// vectors
-    ///          of n elements; 0.0 when the part lies outside S or a vector does not have n elements.
+    ///          vectors of n elements; 0.0 when the part lies outside S or a vector does not have n elements.
     double ComputeVSSubWParts(const std::vector<double>& v, const std::vector<double>& w, int first, int count) const;
     /// As ComputeVSSubWParts with v and w of exactly count elements.
     double ComputeVSymSubW(const std::vector<double>& v, const std::vector<double>& w, int first, int count) const;
     /// Returns: v^T S_sub w, S_sub reaching from row first to the last one; v and w have exactly n - first elements.
     double SubSymComputeVSW(const std::vector<double>& v, const std::vector<double>& w, int first) const;
     /// Returns: v^T S w for the sparse v that is valuesV[k] at indicesV[k], and w likewise; 0.0 when two lists differ
-    /// in
-    ///          length or an index is outside 0..n-1.
+    ///          in length or an index is outside 0..n-1.
     double ComputeSpVSSpW(const std::vector<int>& indicesV, const std::vector<double>& valuesV,
                           const std::vector<int>& indicesW, const std::vector<double>& valuesW) const;
     /// Returns: v^T B v, B being diagonal block number block; v has exactly GetBlockSize() elements.
@@ -455,7 +448,7 @@ private:
     template <class Wanted>
     int SweepRows(const std::vector<int>& rows, double tol, KwBitSet& swept, const double* ref, double& logDet,
                   Wanted isWanted);
-    KwSymMatrix* TakeCopyTo(IKwSymMatrix& target) const;
+    KwSymMatrix* TakeCopyTo(IKwSymMatrix& target, const std::vector<double>& ref) const;
     int InvertFactor(int zeroPivots);
 
     std::int32_t fNRows;

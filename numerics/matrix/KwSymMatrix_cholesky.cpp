@@ -27,12 +27,11 @@ bool IsReference(const std::vector<double>& ref, double tol, int order) {
     return !(tol < 0.0) && std::none_of(ref.begin(), ref.begin() + order, [](double value) { return value < 0.0; });
 }
 
-double SmallestDiagonal(const IKwSymMatrix& factor) {
+double SmallestDiagonal(const std::vector<double>& packed, int order) {
     double smallest = -std::numeric_limits<double>::max();
-    for (int i = 0; i < factor.GetNRows(); ++i) {
-        const double element = factor.GetElem(i, i);
-        smallest = i == 0 || element < smallest ? element : smallest;
-    }
+    packed_triangle::VisitDiagonal(order, [&](int i, std::size_t index) {
+        smallest = i == 0 || packed[index] < smallest ? packed[index] : smallest;
+    });
     return smallest;
 }
 
@@ -77,7 +76,7 @@ int KwSymMatrix::LTChol(double tol, double& minDiag, bool check) try {
     GetNCheckDiagonal(ref, tol, 1.0);
     const int zeroPivots = LTChol(ref, tol, check);
     if (zeroPivots >= 0) {
-        minDiag = SmallestDiagonal(*this);
+        minDiag = SmallestDiagonal(fData, fNRows);
     }
     return zeroPivots;
 } catch (...) {
@@ -157,7 +156,10 @@ int KwSymMatrix::LTSolve(const std::vector<double>& b, double tol, std::vector<d
     }
     GetDiagonal(x);
     const int zeroPivots = LTChol(x, tol, false);
-    return zeroPivots < 0 || KwSymMatrix::LTSubstitute(b, x) < 0 ? -1 : zeroPivots;
+    if (zeroPivots < 0) {
+        return zeroPivots;
+    }
+    return KwSymMatrix::LTSubstitute(b, x) < 0 ? -1 : zeroPivots;
 }
 
 int KwSymMatrix::LTDetInverse(double* det, int job) {
@@ -192,11 +194,11 @@ void KwSymMatrix::LTLTransL() {
     packed_cholesky::MultiplyTransposedByItself(fData.data(), fNRows);
 }
 
-// The target of CholInverse, as a copy of this matrix in all three counts; null when it is not of the dense kind or the
-// copy failed.
-KwSymMatrix* KwSymMatrix::TakeCopyTo(IKwSymMatrix& target) const {
+// The target of CholInverse, as a copy of this matrix in all three counts; null when it is not of the dense kind, ref
+// is too short or the copy failed.
+KwSymMatrix* KwSymMatrix::TakeCopyTo(IKwSymMatrix& target, const std::vector<double>& ref) const {
     auto* const dense = dynamic_cast<KwSymMatrix*>(&target);
-    if (!IsDenseKind(target) || dense == nullptr || fNRows < 0) {
+    if (!IsDenseKind(target) || dense == nullptr || fNRows < 0 || std::cmp_less(ref.size(), fNRows)) {
         return nullptr;
     }
     if (dense != this) {
@@ -206,25 +208,34 @@ KwSymMatrix* KwSymMatrix::TakeCopyTo(IKwSymMatrix& target) const {
 }
 
 int KwSymMatrix::CholInverse(const std::vector<double>& ref, double tol, IKwSymMatrix& target) const {
-    KwSymMatrix* const dense = TakeCopyTo(target);
+    KwSymMatrix* const dense = TakeCopyTo(target, ref);
     const int zeroPivots = dense != nullptr ? dense->LTChol(ref, tol, false) : -1;
     return zeroPivots < 0 ? zeroPivots : dense->InvertFactor(zeroPivots);
 }
 
 int KwSymMatrix::CholInverse(const std::vector<double>& ref, double tol, IKwSymMatrix& target, double& minDiag) const {
-    KwSymMatrix* const dense = TakeCopyTo(target);
+    KwSymMatrix* const dense = TakeCopyTo(target, ref);
     const int zeroPivots = dense != nullptr ? dense->LTChol(ref, tol, false) : -1;
     if (zeroPivots < 0) {
         return zeroPivots;
     }
-    minDiag = SmallestDiagonal(*dense);
+    minDiag = SmallestDiagonal(dense->fData, dense->fNRows);
     return dense->InvertFactor(zeroPivots);
 }
 
-int KwSymMatrix::CholInverse(const std::vector<double>& ref, double tol, IKwSymMatrix& target, KwBitSet& zeros) const {
-    KwSymMatrix* const dense = TakeCopyTo(target);
-    const int zeroPivots = dense != nullptr ? dense->LTChol(ref, tol, zeros, false) : -1;
-    return zeroPivots < 0 ? zeroPivots : dense->InvertFactor(zeroPivots);
+int KwSymMatrix::CholInverse(const std::vector<double>& ref, double tol, IKwSymMatrix& target, KwBitSet& zeros) const
+    try {
+    // The bits have their memory before the target is touched.
+    KwBitSet marks(std::max<int>(fNRows, zeros.Size()));
+    KwSymMatrix* const dense = TakeCopyTo(target, ref);
+    const int zeroPivots = dense != nullptr ? dense->LTChol(ref, tol, marks, false) : -1;
+    if (zeroPivots < 0) {
+        return zeroPivots;
+    }
+    zeros = std::move(marks);
+    return dense->InvertFactor(zeroPivots);
+} catch (...) {
+    return -1;
 }
 
 // Turns the factor held into the inverse.
@@ -273,14 +284,17 @@ bool KwSymMatrix::LTCholUpdateR1(const std::vector<double>& x, std::vector<doubl
 }
 
 // After DCHDD: with L a = x and |a| < 1, rotations that take (a, alpha) to the unit vector (0, 1), alpha^2 = 1 - |a|^2,
-// applied to the rows of L.
+// applied to the rows of L. A factor with a zero pivot has no positive definite downdate.
 bool KwSymMatrix::LTCholDowndate(const std::vector<double>& x, std::vector<double>& c, std::vector<double>& sn,
                                  bool /*check*/) {
     if (std::cmp_not_equal(x.size(), fNRows) || c.size() != x.size() || sn.size() != x.size()) {
         return false;
     }
+    bool isRegular = true;
+    packed_triangle::VisitDiagonal(fNRows,
+                                   [&](int, std::size_t index) { isRegular = isRegular && fData[index] != 0.0; });
     std::vector<double> a;
-    if (!KwSymMatrix::TSolveSubst(x, a, false)) {
+    if (!isRegular || !KwSymMatrix::TSolveSubst(x, a, false)) {
         return false;
     }
     const double norm = Blas1::DNrm2(fNRows, a.data(), 1);

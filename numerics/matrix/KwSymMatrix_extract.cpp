@@ -192,12 +192,20 @@ bool KwSymMatrix::GetPCol(int j, std::vector<double>& v) const {
 }
 
 bool KwSymMatrix::CopyRowToRColumn(int i, int j, IKwRectMatrix& r) const {
-    if (!HasRow(i) || r.GetNRows() != fNRows || j < 0 || j >= r.GetNCols()) {
+    std::vector<double> before;
+    if (!HasRow(i) || r.GetNRows() != fNRows || !r.GetCol(j, before)) {
         return false;
     }
-    bool isWritten = true;
-    packed_triangle::VisitRow(
-        i, fNRows, [&](int k, std::size_t index) { isWritten = r.SetElem(k, j, fData[index]) && isWritten; });
+    int written = 0;
+    while (written < fNRows && r.SetElem(written, j, fData[packed_triangle::Index(i, written)])) {
+        ++written;
+    }
+    const bool isWritten = written == fNRows;
+    // What has replaced an element gives its place back without memory.
+    while (!isWritten && written > 0) {
+        --written;
+        r.SetElem(written, j, before[static_cast<std::size_t>(written)]);
+    }
     return isWritten;
 }
 

@@ -43,6 +43,21 @@ std::vector<double> Leading(const std::vector<double>& v, int count) {
     return std::vector<double>(v.begin(), v.begin() + count);
 }
 
+// Solves in place, x holding the right-hand side before, and leaves the factor in the packed matrix.
+// Returns: false, nothing changed, when the matrix is singular within tol. May throw std::bad_alloc, nothing changed.
+bool SolveRegular(std::vector<double>& matrix, int order, double tol, std::vector<double>& x) {
+    if (order == 0) {
+        return true;
+    }
+    IndefiniteFactor factor(matrix, order);
+    if (!(factor.reciprocalCondition > tol)) {
+        return false;
+    }
+    factor.Solve(x);
+    matrix.swap(factor.packed);
+    return true;
+}
+
 bool IsAllFinite(const std::vector<double>& values) {
     return std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
 }
@@ -137,13 +152,8 @@ bool KwSymMatrix::SolveIndefinite(double tol, const std::vector<double>& b, std:
         return false;
     }
     std::vector<double> solution = Leading(b, fNRows);
-    if (fNRows > 0) {
-        IndefiniteFactor factor(fData, fNRows);
-        if (!(factor.reciprocalCondition > tol)) {
-            return false;
-        }
-        factor.Solve(solution);
-        fData.swap(factor.packed);
+    if (!SolveRegular(fData, fNRows, tol, solution)) {
+        return false;
     }
     x.swap(solution);
     return true;
@@ -187,13 +197,16 @@ bool KwSymMatrix::SolveIndefinite(const KwBitSet& skip, const std::vector<double
 }
 
 bool KwSymMatrix::SolveIndefiniteGI(double tol, const std::vector<double>& b, std::vector<double>& x) try {
-    if (SolveIndefinite(tol, b, x)) {
-        return true;
-    }
-    if (fNRows < 0 || !(tol >= 0.0) || std::cmp_less(b.size(), fNRows) || !IsAllFinite(fData)) {
+    if (fNRows < 0 || !(tol >= 0.0) || std::cmp_less(b.size(), fNRows)) {
         return false;
     }
-    std::vector<double> solution = SolveByEigenvalues(ToSquare(fData.data(), fNRows), tol, Leading(b, fNRows));
+    std::vector<double> solution = Leading(b, fNRows);
+    if (!SolveRegular(fData, fNRows, tol, solution)) {
+        if (!IsAllFinite(fData)) {
+            return false;
+        }
+        solution = SolveByEigenvalues(ToSquare(fData.data(), fNRows), tol, solution);
+    }
     x.swap(solution);
     return true;
 } catch (...) {

@@ -1,5 +1,6 @@
-// Symmetric matrix, products with matrices of any kind. Operands are read into plain rows, the product is formed in a
-// triangle or in rows of its own and written to the target last, so that a target may be an operand.
+// Symmetric matrix, products with matrices of any kind. Operands are read into plain rows, the packed triangle of a
+// symmetric factor is multiplied where it stands, the product is formed in a triangle or in rows of its own and written
+// to the target last, so that a target may be an operand.
 // Test: KwSymMatrix_matrix_products_test.cpp.
 #include "numerics/matrix/KwSymMatrix.h"
 
@@ -17,25 +18,8 @@ namespace KwMath_930 {
 using dense_kernels::AddMultiple;
 using dense_kernels::Dot;
 using dense_kernels::LowerProduct;
-using dense_kernels::Product;
-
-namespace {
-
-// Packed R^T M R; R has as many rows as M.
-std::vector<double> TransposedForm(const RectOperand& r, const SymOperand& m) {
-    const int n = m.Order();
-    const std::vector<double> half = Product(n, r.Cols(), n, m.Square().data(), r.Data());
-    return LowerProduct(r.Cols(), n, r.Transposed().data(), half.data());
-}
-
-// Packed R M R^T; R has as many columns as M rows.
-std::vector<double> RowForm(const RectOperand& r, const SymOperand& m) {
-    const int n = m.Order();
-    const std::vector<double> half = Product(r.Rows(), n, n, r.Data(), m.Square().data());
-    return LowerProduct(r.Rows(), n, half.data(), r.Transposed().data());
-}
-
-}  // namespace
+using dense_kernels::SymmetricForm;
+using dense_kernels::SymmetricProduct;
 
 bool KwSymMatrix::ComputeGMG(const std::vector<double>& g, KwSymMatrix& target) const try {
     if (fNRows < 0 || std::cmp_not_equal(g.size(), fNRows) || !IsDenseKind(target)) {
@@ -70,10 +54,10 @@ bool KwSymMatrix::ComputeGMGNG(const IKwSymMatrix& m, const IKwSymMatrix& n, IKw
     }
     const int order = fNRows;
     const std::vector<double> g = ToSquare(fData.data(), order);
-    work = Product(order, order, order, g.data(), left.Square().data());
-    work = Product(order, order, order, work.data(), g.data());
-    work = Product(order, order, order, work.data(), right.Square().data());
-    return WriteTarget(target, order, LowerProduct(order, order, work.data(), g.data()));
+    work = SymmetricProduct(order, right.Packed(), order, g.data());
+    work = SymmetricProduct(order, fData.data(), order, work.data());
+    work = SymmetricProduct(order, left.Packed(), order, work.data());
+    return WriteTarget(target, order, LowerProduct(order, order, g.data(), work.data()));
 } catch (...) {
     return false;
 }
@@ -88,9 +72,8 @@ bool KwSymMatrix::ComputeMGN(const IKwSymMatrix& m, const IKwSymMatrix& n, IKwSy
         return false;
     }
     const int order = fNRows;
-    const std::vector<double> half =
-        Product(order, order, order, left.Square().data(), ToSquare(fData.data(), order).data());
-    return WriteTarget(target, order, LowerProduct(order, order, half.data(), right.Square().data()));
+    const std::vector<double> half = SymmetricProduct(order, fData.data(), order, right.Square().data());
+    return WriteTarget(target, order, LowerProduct(order, order, left.Square().data(), half.data()));
 } catch (...) {
     return false;
 }
@@ -158,8 +141,8 @@ bool KwSymMatrix::ComputeRS(const IKwRectMatrix& r, IKwRectMatrix& target) const
     if (fNRows < 0 || left.Cols() != fNRows) {
         return false;
     }
-    return WriteTarget(target, left.Rows(), fNRows,
-                       Product(left.Rows(), fNRows, fNRows, left.Data(), ToSquare(fData.data(), fNRows).data()));
+    const std::vector<double> product = SymmetricProduct(fNRows, fData.data(), left.Rows(), left.Transposed().data());
+    return WriteTarget(target, left.Rows(), fNRows, Transposed(fNRows, left.Rows(), product.data()));
 } catch (...) {
     return false;
 }
@@ -169,9 +152,8 @@ bool KwSymMatrix::ComputeRTransS(const IKwRectMatrix& r, IKwRectMatrix& target) 
     if (fNRows < 0 || left.Rows() != fNRows) {
         return false;
     }
-    const std::vector<double> square = ToSquare(fData.data(), fNRows);
-    return WriteTarget(target, left.Cols(), fNRows,
-                       Product(left.Cols(), fNRows, fNRows, left.Transposed().data(), square.data()));
+    const std::vector<double> product = SymmetricProduct(fNRows, fData.data(), left.Cols(), left.Data());
+    return WriteTarget(target, left.Cols(), fNRows, Transposed(fNRows, left.Cols(), product.data()));
 } catch (...) {
     return false;
 }
@@ -179,7 +161,8 @@ bool KwSymMatrix::ComputeRTransS(const IKwRectMatrix& r, IKwRectMatrix& target) 
 bool KwSymMatrix::ComputeRSRTrans(const IKwRectMatrix& r, IKwSymMatrix& target) const try {
     const RectOperand outer(r);
     return fNRows >= 0 && outer.Cols() == fNRows && IsDenseKind(target) &&
-           WriteTarget(target, outer.Rows(), RowForm(outer, SymOperand(*this)));
+           WriteTarget(target, outer.Rows(),
+                       SymmetricForm(fNRows, fData.data(), outer.Rows(), outer.Transposed().data()));
 } catch (...) {
     return false;
 }
@@ -189,7 +172,7 @@ bool KwSymMatrix::ComputeRSRTrans2(const IKwRectMatrix& r, IKwSymMatrix& target)
     if (fNRows < 0 || outer.Cols() != fNRows || !IsDenseKind(target)) {
         return false;
     }
-    std::vector<double> packed = RowForm(outer, SymOperand(*this));
+    std::vector<double> packed = SymmetricForm(fNRows, fData.data(), outer.Rows(), outer.Transposed().data());
     const SymOperand before(target);
     if (before.Order() == outer.Rows()) {
         for (std::size_t k = 0; k < packed.size(); ++k) {
@@ -204,7 +187,7 @@ bool KwSymMatrix::ComputeRSRTrans2(const IKwRectMatrix& r, IKwSymMatrix& target)
 bool KwSymMatrix::ComputeRTransSR(const IKwRectMatrix& r, IKwSymMatrix& target) const try {
     const RectOperand outer(r);
     return fNRows >= 0 && outer.Rows() == fNRows && IsDenseKind(target) &&
-           WriteTarget(target, outer.Cols(), TransposedForm(outer, SymOperand(*this)));
+           WriteTarget(target, outer.Cols(), SymmetricForm(fNRows, fData.data(), outer.Cols(), outer.Data()));
 } catch (...) {
     return false;
 }
@@ -215,7 +198,7 @@ bool KwSymMatrix::ComputeRTransSymR(const IKwRectMatrix& r, const IKwSymMatrix& 
     if (middle.Order() < 0 || outer.Rows() != middle.Order()) {
         return false;
     }
-    std::vector<double> packed = TransposedForm(outer, middle);
+    std::vector<double> packed = SymmetricForm(middle.Order(), middle.Packed(), outer.Cols(), outer.Data());
     TakeOver(outer.Cols(), packed);
     return true;
 } catch (...) {
@@ -223,7 +206,12 @@ bool KwSymMatrix::ComputeRTransSymR(const IKwRectMatrix& r, const IKwSymMatrix& 
 }
 
 bool KwSymMatrix::ComputeRTransBlockDiagR(const IKwRectMatrix& r, const KwSymBlockDiagMatrix& b) {
-    return ComputeRTransSymR(r, b);
+    KwSymMatrix product;
+    if (!b.ComputeRTransSR(r, product)) {
+        return false;
+    }
+    TakeOver(product.fNRows, product.fData);
+    return true;
 }
 
 bool KwSymMatrix::ComputeRTransSV(const IKwRectMatrix& r, const std::vector<double>& v, std::vector<double>& out) const
@@ -245,8 +233,7 @@ bool KwSymMatrix::ComputeSS(const IKwSymMatrix& m, IKwRectMatrix& target) const 
     if (right.Order() != fNRows) {
         return false;
     }
-    return WriteTarget(target, fNRows, fNRows,
-                       Product(fNRows, fNRows, fNRows, ToSquare(fData.data(), fNRows).data(), right.Square().data()));
+    return WriteTarget(target, fNRows, fNRows, SymmetricProduct(fNRows, fData.data(), fNRows, right.Square().data()));
 } catch (...) {
     return false;
 }
@@ -297,8 +284,7 @@ double KwSymMatrix::TraceOfProductOfThree(const IKwSymMatrix& m, const IKwSymMat
         return 0.0;
     }
     // trace(S M N) is the sum of (S M)(i,j) N(j,i).
-    const std::vector<double> product =
-        Product(fNRows, fNRows, fNRows, ToSquare(fData.data(), fNRows).data(), middle.Square().data());
+    const std::vector<double> product = SymmetricProduct(fNRows, fData.data(), fNRows, middle.Square().data());
     const std::vector<double> square = right.Square();
     double trace = 0.0;
     for (std::size_t k = 0; k < square.size(); ++k) {

@@ -9,7 +9,7 @@
 #include <typeinfo>
 #include <utility>
 
-#include "numerics/matrix/IKwRectMatrix.h"
+#include "numerics/matrix/KwRectMatrix.h"
 #include "numerics/matrix/index_checks.h"
 #include "numerics/matrix/packed_triangle.h"
 
@@ -66,11 +66,15 @@ double KwSymMatrix::ComputeVSV(const std::vector<double>& v) const {
 }
 
 double KwSymMatrix::ComputeVSV(const IKwRectMatrix& r, int i) const {
-    std::vector<double> row;
-    if (fNRows < 1 || r.GetNCols() != fNRows || i < 0 || i >= r.GetNRows() || !r.GetRow(i, row)) {
+    if (fNRows < 1 || r.GetNCols() != fNRows || i < 0 || i >= r.GetNRows()) {
         return 0.0;
     }
-    return KwSymMatrix::ComputeVSV(row);
+    if (typeid(r) == typeid(KwRectMatrix)) {
+        const double* elements = static_cast<const KwRectMatrix&>(r).AsVectorConst().data();
+        return SquareForm(fData.data(), 0, fNRows, elements + std::ptrdiff_t{i} * fNRows);
+    }
+    std::vector<double> row;
+    return r.GetRow(i, row) ? KwSymMatrix::ComputeVSV(row) : 0.0;
 }
 
 double KwSymMatrix::ComputeVSW(const std::vector<double>& v, const std::vector<double>& w) const {

@@ -54,4 +54,13 @@ std::vector<double> Product(int m, int n, int k, const double* a, const double* 
 /// Note:    may throw std::bad_alloc.
 std::vector<double> LowerProduct(int n, int k, const double* a, const double* b);
 
+/// Returns: S B, row by row, S being the symmetric matrix of order n whose lower triangle packed holds.
+/// Shape:   B is n x nCols, row by row without gaps.
+/// Note:    may throw std::bad_alloc. The triangle is read where it stands.
+std::vector<double> SymmetricProduct(int n, const double* packed, int nCols, const double* b);
+
+/// Returns: the lower triangle of B^T S B, packed, for S and B as above.
+/// Note:    may throw std::bad_alloc.
+std::vector<double> SymmetricForm(int n, const double* packed, int nCols, const double* b);
+
 }  // namespace KwMath_930::dense_kernels

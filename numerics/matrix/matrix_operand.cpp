@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "numerics/matrix/KwRectMatrix.h"
+#include "numerics/matrix/KwSparseRectMatrix.h"
 #include "numerics/matrix/KwSymMatrix.h"
 #include "numerics/matrix/packed_triangle.h"
 
@@ -62,16 +63,7 @@ RectOperand::RectOperand(const IKwRectMatrix& matrix)
 }
 
 std::vector<double> RectOperand::Transposed() const {
-    std::vector<double> transposed(Count(fRows, fCols));
-    const auto stride = static_cast<std::size_t>(fRows);
-    for (int i = 0; i < fRows; ++i) {
-        const double* row = Row(i);
-        double* place = transposed.data() + i;
-        for (int j = 0; j < fCols; ++j, place += stride) {
-            *place = row[j];
-        }
-    }
-    return transposed;
+    return KwMath_930::Transposed(fRows, fCols, fData);
 }
 
 bool WriteTarget(IKwSymMatrix& target, int order, const std::vector<double>& packed) {
@@ -100,6 +92,9 @@ bool WriteTarget(IKwRectMatrix& target, int nRows, int nCols, const std::vector<
         std::copy(elements.begin(), elements.end(), static_cast<KwRectMatrix&>(target).AsVector().begin());
         return true;
     }
+    if (typeid(target) == typeid(KwSparseRectMatrix)) {
+        return static_cast<KwSparseRectMatrix&>(target).SetToRows(nRows, nCols, elements.data());
+    }
     bool isWritten = target.SetNRowsCols(nRows, nCols, true);
     const double* element = elements.data();
     for (int i = 0; isWritten && i < nRows; ++i) {
@@ -112,8 +107,32 @@ bool WriteTarget(IKwRectMatrix& target, int nRows, int nCols, const std::vector<
     return isWritten;
 }
 
+KwSparseVector ToSparse(const double* row, int nCols) {
+    std::vector<int> columns;
+    std::vector<double> values;
+    for (int j = 0; j < nCols; ++j) {
+        if (row[j] != 0.0) {
+            columns.push_back(j);
+            values.push_back(row[j]);
+        }
+    }
+    return KwSparseVector(columns, values);
+}
+
 std::vector<double> ZeroRows(int nRows, int nCols) {
     return std::vector<double>(Count(nRows, nCols));
+}
+
+std::vector<double> Transposed(int nRows, int nCols, const double* elements) {
+    std::vector<double> transposed = ZeroRows(nRows, nCols);
+    const auto stride = static_cast<std::size_t>(std::max(nRows, 0));
+    for (int i = 0; !transposed.empty() && i < nRows; ++i) {
+        double* place = transposed.data() + i;
+        for (int j = 0; j < nCols; ++j, place += stride) {
+            *place = *elements++;
+        }
+    }
+    return transposed;
 }
 
 std::vector<double> ToSquare(const double* packed, int order) {

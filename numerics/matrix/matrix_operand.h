@@ -5,6 +5,7 @@
 
 #include "numerics/matrix/IKwRectMatrix.h"
 #include "numerics/matrix/IKwSymMatrix.h"
+#include "numerics/matrix/KwSparseVector.h"
 
 namespace KwMath_930 {
 
@@ -66,6 +67,9 @@ bool WriteTarget(IKwSymMatrix& target, int order, const std::vector<double>& pac
 /// Returns: false when storage of target failed.
 bool WriteTarget(IKwRectMatrix& target, int nRows, int nCols, const std::vector<double>& elements);
 
+/// Returns: the elements of a row that are not 0, as a sparse vector. May throw std::bad_alloc.
+KwSparseVector ToSparse(const double* row, int nCols);
+
 /// Returns: true when target can take a dense symmetric result.
 inline bool IsDenseKind(const IKwSymMatrix& target) {
     return target.GetType() == IKwSymMatrix::kDenseSymMatrix;
@@ -73,6 +77,9 @@ inline bool IsDenseKind(const IKwSymMatrix& target) {
 
 /// Returns: a new matrix of nRows x nCols zeros, row by row. May throw std::bad_alloc or std::length_error.
 std::vector<double> ZeroRows(int nRows, int nCols);
+
+/// Returns: the transposed matrix of nRows x nCols elements, all row by row.
+std::vector<double> Transposed(int nRows, int nCols, const double* elements);
 
 /// Returns: the full matrix of a packed triangle of the given order, row by row.
 std::vector<double> ToSquare(const double* packed, int order);

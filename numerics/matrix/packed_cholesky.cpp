@@ -72,6 +72,9 @@ void SubtractProducts(double* packed, int n, int i, int first, int width, int de
 
 // Takes the products of all columns before first out of the block of columns that starts there.
 void UpdateColumns(double* packed, int n, int first, int width) {
+    if (first == 0) {
+        return;
+    }
     const TileKernel addTile = FastestTileKernel();
     double panel[kDepth * kColumns];
     const double* panelRows[kDepth];
@@ -87,27 +90,66 @@ void UpdateColumns(double* packed, int n, int first, int width) {
     }
 }
 
+// Takes the diagonal block out of the triangle, 0 above the diagonal and below the width.
+void GatherBlock(const double* packed, int first, DiagonalBlock& block) {
+    std::fill_n(block.columns[0], block.width * kColumns, 0.0);
+    for (int i = 0; i < block.width; ++i) {
+        const double* row = packed + RowStart(first + i) + first;
+        for (int j = 0; j <= i; ++j) {
+            block.columns[j][i] = row[j];
+        }
+    }
+}
+
+// Column j of the factor from those before it, in kGroups groups of four rows from first on, which hold row j: what
+// stands above the diagonal is worked on too, and means nothing.
+// Returns: false for a zero pivot.
+template <int kGroups>
+bool FactorColumn(DiagonalBlock& block, int first, int j, double threshold) {
+    typedef double Pair __attribute__((vector_size(16)));
+    constexpr int kPairs = 2 * kGroups;
+    double* const column = block.columns[j];
+    Pair elements[kPairs];
+    __builtin_memcpy(elements, column + first, sizeof elements);
+    // Also among the elements, but sooner at hand.
+    double square = column[j];
+    for (int k = 0; k < j; ++k) {
+        const double* const other = block.columns[k] + first;
+        const double factor = block.columns[k][j];
+        square -= factor * factor;
+        for (int p = 0; p < kPairs; ++p) {
+            Pair pair;
+            __builtin_memcpy(&pair, other + 2 * p, sizeof pair);
+            elements[p] -= pair * factor;
+        }
+    }
+    const bool isKept = square > threshold;
+    const double pivot = isKept ? std::sqrt(square) : 0.0;
+    if (pivot == 0.0) {
+        std::fill(column + j, column + block.width, 0.0);
+        return isKept;
+    }
+    for (Pair& pair : elements) {
+        pair /= pivot;
+    }
+    __builtin_memcpy(column + first, elements, sizeof elements);
+    column[j] = pivot;
+    return true;
+}
+
 // Factorises the diagonal block column by column.
 // Returns: the number of zero pivots.
 int FactorBlock(DiagonalBlock& block, const double* ref, double tol, KwBitSet* zeros, int firstBit) {
+    constexpr bool (*kFactorColumn[])(DiagonalBlock&, int, int, double) = {FactorColumn<1>, FactorColumn<2>,
+                                                                           FactorColumn<3>, FactorColumn<4>};
     int zeroPivots = 0;
     for (int j = 0; j < block.width; ++j) {
-        double* column = block.columns[j];
-        const bool isKept = column[j] > tol * ref[j];
-        if (!isKept) {
-            std::fill(column + j, column + block.width, 0.0);
+        const int first = j / 4 * 4;
+        if (!kFactorColumn[(block.width - 1 - first) / 4](block, first, j, tol * ref[j])) {
             ++zeroPivots;
             if (zeros != nullptr) {
                 zeros->Set(firstBit + j, true);
             }
-            continue;
-        }
-        column[j] = std::sqrt(column[j]);
-        for (int i = j + 1; i < block.width; ++i) {
-            column[i] = column[j] != 0.0 ? column[i] / column[j] : 0.0;
-        }
-        for (int k = j + 1; k < block.width; ++k) {
-            AddMultiple(block.width - k, -column[k], column + k, block.columns[k] + k);
         }
     }
     return zeroPivots;
@@ -174,15 +216,12 @@ int Factor(double* packed, int n, const double* ref, double tol, KwBitSet* zeros
         DiagonalBlock block;
         block.width = std::min(kColumns, n - first);
         UpdateColumns(packed, n, first, block.width);
-        for (int i = 0; i < block.width; ++i) {
-            for (int j = 0; j <= i; ++j) {
-                block.columns[j][i] = packed[RowStart(first + i) + static_cast<std::size_t>(first + j)];
-            }
-        }
+        GatherBlock(packed, first, block);
         zeroPivots += FactorBlock(block, ref + first, tol, zeros, firstBit + first);
         for (int i = 0; i < block.width; ++i) {
+            double* const row = packed + RowStart(first + i) + first;
             for (int j = 0; j <= i; ++j) {
-                packed[RowStart(first + i) + static_cast<std::size_t>(first + j)] = block.columns[j][i];
+                row[j] = block.columns[j][i];
             }
         }
         SolveBelow(packed, n, first, block);
@@ -190,19 +229,55 @@ int Factor(double* packed, int n, const double* ref, double tol, KwBitSet* zeros
     return zeroPivots;
 }
 
+// Rows go together; each dot product is summed from left to right, as KwMathFun::DDot does.
 void SolveForward(const double* packed, int n, double* x) {
-    for (int k = 0; k < n; ++k) {
-        const double* row = packed + RowStart(k);
-        x[k] = row[k] != 0.0 ? (x[k] - DotByFours(k, row, x)) / row[k] : 0.0;
+    constexpr int kTogether = 8;
+    for (int k = 0; k < n; k += kTogether) {
+        const int height = std::min(kTogether, n - k);
+        const double* rows[kTogether];
+        for (int q = 0; q < kTogether; ++q) {
+            rows[q] = packed + RowStart(k + std::min(q, height - 1));
+        }
+        double sums[kTogether] = {};
+        for (int j = 0; j < k; ++j) {
+            for (int q = 0; q < kTogether; ++q) {
+                sums[q] += rows[q][j] * x[j];
+            }
+        }
+        for (int q = 0; q < height; ++q) {
+            for (int j = k; j < k + q; ++j) {
+                sums[q] += rows[q][j] * x[j];
+            }
+            const double pivot = rows[q][k + q];
+            x[k + q] = pivot != 0.0 ? (x[k + q] - sums[q]) / pivot : 0.0;
+        }
     }
 }
 
-// Each element, once known, is taken out of those before it.
+// Each element, once known, is taken out of those before it; four known ones go together.
 void SolveBackward(const double* packed, int n, double* x) {
-    for (int k = n - 1; k >= 0; --k) {
+    int k = n - 1;
+    const auto solve = [&](int to) {
         const double* row = packed + RowStart(k);
         x[k] = row[k] != 0.0 ? x[k] / row[k] : 0.0;
-        AddMultiple(k, -x[k], row, x);
+        AddMultiple(k - to, -x[k], row + to, x + to);
+        --k;
+    };
+    while (k >= 3) {
+        const int end = k - 3;
+        const double* rows[] = {packed + RowStart(k), packed + RowStart(k - 1), packed + RowStart(k - 2),
+                                packed + RowStart(k - 3)};
+        while (k >= end) {
+            solve(end);
+        }
+        const double known[] = {x[end + 3], x[end + 2], x[end + 1], x[end]};
+        for (int j = 0; j < end; ++j) {
+            x[j] = (((x[j] - known[0] * rows[0][j]) - known[1] * rows[1][j]) - known[2] * rows[2][j]) -
+                   known[3] * rows[3][j];
+        }
+    }
+    while (k >= 0) {
+        solve(0);
     }
 }
 

@@ -13,7 +13,7 @@ namespace packed_cholesky {
 /// Returns: the number of zero pivots; bit firstBit + k of zeros, unless null, is set for each.
 int Factor(double* packed, int n, const double* ref, double tol, KwBitSet* zeros, int firstBit = 0);
 
-/// Solves L x = b; x holds b before. A zero pivot gives the component 0.
+/// Solves L x = b; x holds b before. A zero pivot gives the component 0. Each dot product goes from left to right.
 void SolveForward(const double* packed, int n, double* x);
 
 /// Solves L^T x = b, as SolveForward.

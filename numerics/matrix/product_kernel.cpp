@@ -1,4 +1,4 @@
-// Choice of the version of the tile. Test: product_kernel_test.cpp.
+// Choice of the version of the tiles. Test: product_kernel_test.cpp.
 #include "numerics/matrix/product_kernel.h"
 
 namespace KwMath_930 {
@@ -9,6 +9,16 @@ TileKernel FastestTileKernel() {
     return fastest;
 #else
     return AddTileBaseline;
+#endif
+}
+
+TransposedTileKernel FastestTransposedTileKernel() {
+#if defined(__x86_64__) && !defined(_WIN32)
+    static const TransposedTileKernel fastest =
+        __builtin_cpu_supports("avx2") ? AddTransposedTileAvx2 : AddTransposedTileBaseline;
+    return fastest;
+#else
+    return AddTransposedTileBaseline;
 #endif
 }
 

@@ -1,5 +1,7 @@
-// The inner loop of matrix products, in one version for each instruction set. Internal.
+// The inner loops of matrix products, in one version for each instruction set. Internal.
 #pragma once
+
+#include <cstddef>
 
 namespace KwMath_930 {
 
@@ -14,13 +16,22 @@ inline constexpr int kTileCols = 8;
 using TileKernel = void (*)(int k, const double* const* a, const double* const* b, int column, double factor,
                             double* const* c);
 
+/// Adds to k rows of c, kTileCols elements each and ldc apart, the product of the transposed kTileRows rows a, k
+/// elements each, with kTileRows rows b: row j gains a[0][j] b[0], then a[1][j] b[1] and so on. Note:    a product and
+/// a sum are rounded apart. All versions give the same bits.
+using TransposedTileKernel = void (*)(int k, const double* const* a, const double* const* b, double* c,
+                                      std::ptrdiff_t ldc);
+
 void AddTileBaseline(int k, const double* const* a, const double* const* b, int column, double factor,
                      double* const* c);
+void AddTransposedTileBaseline(int k, const double* const* a, const double* const* b, double* c, std::ptrdiff_t ldc);
 #if defined(__x86_64__) && !defined(_WIN32)
 void AddTileAvx2(int k, const double* const* a, const double* const* b, int column, double factor, double* const* c);
+void AddTransposedTileAvx2(int k, const double* const* a, const double* const* b, double* c, std::ptrdiff_t ldc);
 #endif
 
 /// Returns: the fastest version that this processor can run, found once.
 TileKernel FastestTileKernel();
+TransposedTileKernel FastestTransposedTileKernel();
 
 }  // namespace KwMath_930

@@ -1,10 +1,14 @@
-// The tile of a product with registers of four doubles. Test: product_kernel_test.cpp.
+// The tiles of a product with registers of four doubles. Test: product_kernel_test.cpp.
 #include "numerics/matrix/product_kernel_body.h"
 
 namespace KwMath_930 {
 
 void AddTileAvx2(int k, const double* const* a, const double* const* b, int column, double factor, double* const* c) {
     AddTile<4>(k, a, b, column, factor, c);
+}
+
+void AddTransposedTileAvx2(int k, const double* const* a, const double* const* b, double* c, std::ptrdiff_t ldc) {
+    AddTransposedTile<4>(k, a, b, c, ldc);
 }
 
 }  // namespace KwMath_930

@@ -2,6 +2,7 @@
 // elements.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <vector>
 
@@ -232,6 +233,33 @@ TEST(KwSparseRectMatrixInterface, RefusesBadArguments) {
     EXPECT_EQ(target.GetNRows(), 1);
     EXPECT_EQ(sparse.DotProductRowCol(0, RandomRect(3, 3, 1), 0), 0.0);
     EXPECT_EQ(sparse.DotProductRowRow(0, RandomRect(3, 3, 1), 0), 0.0);
+}
+
+TEST(KwSparseRectMatrixInterface, InfinitiesOfTheOtherFactorReachRowsWithoutElements) {
+    const KwSparseRectMatrix sparse = RandomSparse(4, 3, 1);
+    const KwRectMatrix dense = Dense(sparse);
+    for (const double value : {kNaN, std::numeric_limits<double>::infinity()}) {
+        KwRectMatrix b = RandomRect(3, 2, 2), x, y;
+        b.SetElem(1, 1, value);
+        EXPECT_TRUE(sparse.ComputeMatrixProduct(b, x) && dense.ComputeMatrixProduct(b, y));
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(x.GetElem(i, 0), y.GetElem(i, 0));
+            EXPECT_EQ(std::isnan(x.GetElem(i, 1)), std::isnan(y.GetElem(i, 1)));
+        }
+    }
+}
+
+TEST(KwSparseRectMatrixRows, DenseElementsReplaceTheWholeMatrix) {
+    KwSparseRectMatrix matrix = RandomSparse(4, 3, 1);
+    const double elements[] = {0, 1.5, kNaN, 0, -0.0, 2.5};
+    EXPECT_TRUE(matrix.SetToRows(2, 3, elements));
+    EXPECT_EQ(matrix.GetNNZRowElements(), (std::vector<int>{2, 1}));
+    EXPECT_EQ(matrix.GetElem(1, 2), 2.5);
+    EXPECT_TRUE(std::isnan(matrix.GetElem(0, 2)));
+    EXPECT_TRUE(matrix.SetToRows(0, 2, nullptr));
+    EXPECT_EQ(matrix.GetNRows(), 0);
+    EXPECT_EQ(matrix.GetNCols(), 2);
+    ExpectConsistent(matrix);
 }
 
 }  // namespace

@@ -529,4 +529,101 @@ TEST(KwSymBlockDiagMatrixFactor, RefusesPlacesOutside) {
     EXPECT_EQ(v, Vector(5, 1.5));
 }
 
+bool IsSame(const Square& a, const Square& b) {
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        for (std::size_t j = 0; j < a[i].size(); ++j) {
+            if (!(a[i][j] == b[i][j] || (std::isnan(a[i][j]) && std::isnan(b[i][j])))) {
+                return false;
+            }
+        }
+    }
+    return a.size() == b.size();
+}
+
+// The zeros outside the blocks count: times an infinity they are a NaN, as in the full matrix.
+TEST(KwSymBlockDiagMatrixInterface, InfinitiesAndNaNOfTheOtherFactorReachEveryRow) {
+    const KwSymBlockDiagMatrix blocks = RandomBlocks(6, 1);
+    const KwSymMatrix dense = Dense(blocks);
+    for (const double value : {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+        KwRectMatrix r = RandomRect(6, 3, 2), a, b;
+        r.SetElem(1, 1, value);
+        KwSymMatrix m = RandomMatrix(6, 3);
+        m.SetElem(4, 0, value);
+        EXPECT_TRUE(blocks.ComputeRTransS(r, a) && dense.ComputeRTransS(r, b));
+        EXPECT_TRUE(IsSame(Full(a), Full(b)));
+        EXPECT_TRUE(blocks.ComputeSS(m, a) && dense.ComputeSS(m, b));
+        EXPECT_TRUE(IsSame(Full(a), Full(b)));
+        EXPECT_TRUE(a.ComputeBlockDiagSR(blocks, r));
+        KwRectMatrix square(6, 6, true);
+        for (int i = 0; i < 6; ++i) {
+            for (int j = 0; j < 6; ++j) {
+                square.SetElem(i, j, dense.GetElem(i, j));
+            }
+        }
+        EXPECT_TRUE(square.ComputeMatrixProduct(r, b));
+        EXPECT_TRUE(IsSame(Full(a), Full(b)));
+    }
+}
+
+TEST(KwSymBlockDiagMatrixInterface, MatrixProductsRefuseBadArgumentsAndChangeNothing) {
+    const KwSymBlockDiagMatrix blocks = RandomBlocks(4, 1), invalid({0}, KwBitSet());
+    const KwSymMatrix other = RandomMatrix(3, 1), m = RandomMatrix(4, 1);
+    const KwRectMatrix r = RandomRect(3, 5, 1);
+    KwSymMatrix target = RandomMatrix(2, 3);
+    KwRectMatrix rect = RandomRect(1, 2, 3);
+    KwSymBlockDiagMatrix same = RandomBlocks(4, 2);
+    const Square before = Full(target), rectBefore = Full(rect), sameBefore = Full(same);
+    Vector work(3, 1.5), out = {7.5};
+    for (const KwSymBlockDiagMatrix* s : {&blocks, &invalid}) {
+        EXPECT_FALSE(s->ComputeGMG({1, 2, 3}, target));
+        EXPECT_FALSE(s->ComputeGMGNG(other, other, target, work));
+        EXPECT_FALSE(s->ComputeMGN(other, other, target));
+        EXPECT_FALSE(s->ComputeGSG(other, target));
+        EXPECT_FALSE(s->ComputeLSLTrans(other, target));
+        EXPECT_FALSE(s->ComputeLTransSL(other, target, 1));
+        EXPECT_FALSE(s->ComputeRS(r, rect));
+        EXPECT_FALSE(s->ComputeRSRTrans(r, target));
+        EXPECT_FALSE(s->ComputeRTransS(r, rect));
+        EXPECT_FALSE(s->ComputeRTransSR(r, target));
+        EXPECT_FALSE(s->ComputeRTransSV(r, RandomVector(5, 1), out));
+        EXPECT_FALSE(s->ComputeSS(other, rect));
+        EXPECT_EQ(s->TraceOfProductOfThree(other, other), 0.0);
+        EXPECT_FALSE(s->ExtractSubmatrix({4}, target));
+        KwSymMatrix larger(5, true);
+        EXPECT_FALSE(s->ExtractFirstNRows(larger));
+        EXPECT_EQ(larger.GetNRows(), 5);
+    }
+    EXPECT_FALSE(blocks.ComputeMGN(m, m, same));
+    EXPECT_FALSE(blocks.ComputeGMGNG(m, m, same, work));
+    EXPECT_FALSE(blocks.ComputeSTransS(same));
+    EXPECT_FALSE(blocks.ComputeRTransSR(RandomRect(4, 4, 1), same));
+    EXPECT_FALSE(blocks.ComputeRSRTrans(RandomRect(4, 4, 1), same));
+    EXPECT_FALSE(blocks.ExtractSubmatrix({0}, same));
+    EXPECT_EQ(Full(target), before);
+    EXPECT_EQ(Full(rect), rectBefore);
+    EXPECT_EQ(Full(same), sameBefore);
+    EXPECT_EQ(work, Vector(3, 1.5));
+    EXPECT_EQ(out, Vector{7.5});
+}
+
+TEST(KwSymBlockDiagMatrixInterface, ProductsOfAnOrderBeyondAFullCopySucceed) {
+    // The full triangle would take 40 GB.
+    const int n = 100000;
+    KwSymBlockDiagMatrix blocks(std::vector<int>(n / 2, 2), KwBitSet());
+    blocks.AddToDiagonal(1.5);
+    ASSERT_TRUE(blocks.SetElem(1, 0, 0.5));
+    KwRectMatrix r(n, 1, true), product;
+    r.SetElem(0, 0, 2.0);
+    r.SetElem(n - 1, 0, 4.0);
+    KwSymMatrix form;
+    EXPECT_TRUE(blocks.ComputeRTransSR(r, form));
+    EXPECT_EQ(form.AsVectorConst(), Vector{1.5 * 4.0 + 1.5 * 16.0});
+    EXPECT_TRUE(product.ComputeBlockDiagSR(blocks, r));
+    EXPECT_EQ(product.GetElem(1, 0), 1.0);
+    EXPECT_TRUE(form.ComputeRTransBlockDiagR(r, blocks));
+    EXPECT_EQ(form.GetElem(0), 30.0);
+    EXPECT_TRUE(blocks.ExtractSubmatrix({n - 1, 1, 0}, form));
+    EXPECT_EQ(form.AsVectorConst(), (Vector{1.5, 0, 1.5, 0, 0.5, 1.5}));
+}
+
 }  // namespace

@@ -6,9 +6,11 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
 #include <vector>
 
 #include "numerics/containers/KwBitSet.h"
+#include "numerics/mathfun/KwMathFun.h"
 #include "tests/numerics/matrix/matrix_samples.h"
 
 namespace {
@@ -591,6 +593,172 @@ TEST(KwSymMatrixRankOne, SizesMustAgree) {
     EXPECT_FALSE(factor.LTCholDowndate(two, three, sn, false));
     EXPECT_FALSE(factor.LTCholDowndate(two, c, three, true));
     EXPECT_EQ(factor.AsVectorConst(), (Vector{2, 1, 3}));
+}
+
+// Answers what it is told to, and counts the element reads that go through dispatch.
+class ToldChol : public KwSymMatrix {
+public:
+    explicit ToldChol(const KwSymMatrix& matrix) : KwSymMatrix(matrix) {}
+    using KwSymMatrix::GetElem;
+    using KwSymMatrix::LTChol;
+    int LTChol(const Vector& ref, double tol, bool check) override {
+        return answer < 0 ? answer : KwSymMatrix::LTChol(ref, tol, check);
+    }
+    double GetElem(int i, int j) const override {
+        ++reads;
+        return KwSymMatrix::GetElem(i, j);
+    }
+    int answer = 0;
+    mutable int reads = 0;
+};
+
+TEST(KwSymMatrixVirtualCalls, NegativeResultOfTheFactorisationIsReturnedAsItIs) {
+    ToldChol matrix(PositiveDefinite(3, 1));
+    matrix.answer = -7;
+    Vector x;
+    double smallest = 0.0;
+    EXPECT_EQ(matrix.LTSolve({1, 2, 3}, 0.125, x), -7);
+    EXPECT_EQ(matrix.LTChol(0.125, smallest, false), -7);
+    EXPECT_EQ(smallest, kLowest);
+    EXPECT_EQ(PositiveDefinite(3, 1).CholInverse({1, 1, 1}, 0.1, matrix), -7);
+    EXPECT_EQ(PositiveDefinite(3, 1).CholInverse({1, 1, 1}, 0.1, matrix, smallest), -7);
+    EXPECT_EQ(smallest, kLowest);
+}
+
+TEST(KwSymMatrixVirtualCalls, FactorisationsReadTheStorageAndNotThroughElementAccess) {
+    ToldChol matrix(PositiveDefinite(3, 1));
+    const KwSymMatrix source = PositiveDefinite(3, 2);
+    Vector x;
+    double smallest = 0.0, det[2];
+    EXPECT_EQ(matrix.LTChol(1e-9, smallest, true), 0);
+    EXPECT_EQ(matrix.LTSubstitute({1, 2, 3}, x), 0);
+    EXPECT_EQ(source.CholInverse(Diagonal(source), 1e-9, matrix, smallest), 3);
+    EXPECT_TRUE(matrix.ComputeDeterminant(1e-9, det));
+    EXPECT_EQ(matrix.reads, 0);
+}
+
+// Each forward component is b[k] less a dot product from left to right, over L(k,k), bit for bit.
+TEST(KwSymMatrixLTSubstitute, ForwardSolutionUsesTheDotProductOfTheLibrary) {
+    for (const int n : {1, 2, 3, 5, 7, 8, 9, 15, 16, 17, 40, 200}) {
+        KwSymMatrix factor = PositiveDefinite(n, 4);
+        ASSERT_EQ(factor.LTChol(Diagonal(factor), 1e-10, true), 0);
+        if (n > 5) {
+            factor.SetElem(4, 4, 0.0);
+        }
+        const Vector b = RandomVector(n, 5);
+        Vector x, expected(b.size());
+        EXPECT_TRUE(factor.TSolveSubst(b, x, false));
+        for (int k = 0; k < n; ++k) {
+            const double dot =
+                KwMath_930::KwMathFun::DDot(k, factor.AsVectorConst(), k * (k + 1) / 2, 1, expected, 0, 1);
+            const double pivot = factor.GetElem(k, k);
+            const auto place = static_cast<std::size_t>(k);
+            expected[place] = pivot != 0.0 ? (b[place] - dot) / pivot : 0.0;
+        }
+        EXPECT_EQ(x, expected) << n;
+    }
+}
+
+TEST(KwSymMatrixCholInverse, RefusesATooShortReferenceAndLeavesTheTarget) {
+    const KwSymMatrix matrix = PositiveDefinite(3, 8);
+    KwSymMatrix target = RandomMatrix(2, 1);
+    const Vector before = target.AsVectorConst();
+    double smallest = 7.5;
+    KwBitSet zeros(1);
+    EXPECT_EQ(matrix.CholInverse({1, 2}, 1e-9, target), -1);
+    EXPECT_EQ(matrix.CholInverse({1, 2}, 1e-9, target, smallest), -1);
+    EXPECT_EQ(matrix.CholInverse({1, 2}, 1e-9, target, zeros), -1);
+    EXPECT_EQ(KwSymMatrix(std::numeric_limits<int>::max(), true).CholInverse({1, 2}, 1e-9, target), -1);
+    EXPECT_EQ(target.AsVectorConst(), before);
+    EXPECT_EQ(smallest, 7.5);
+    EXPECT_EQ(zeros.Size(), 1);
+}
+
+TEST(KwSymMatrixCholInverse, LongerBitSetIsClearedWholeAndKeepsItsSize) {
+    KwSymMatrix target;
+    KwBitSet zeros(5);
+    zeros.Negate();
+    EXPECT_EQ(FromPacked(2, {4, 2, 1}).CholInverse({4, 1}, 1e-8, target, zeros), 1);
+    EXPECT_EQ(zeros.Size(), 5);
+    EXPECT_EQ(zeros.InSet(), 1);
+    EXPECT_TRUE(zeros.IsIn(1));
+}
+
+// The Hilbert matrix of order 8 has condition 1.5e10: the factor is as close to LAPACK's as that allows, and its
+// product is the matrix to rounding.
+TEST(KwSymMatrixLTChol, IllConditionedMatrixIsFactorisedToRounding) {
+    const int n = 8;
+    for (const double scale : {1.0, 1e-150, 1e150}) {
+        KwSymMatrix matrix(n, true);
+        for (int i = 0; i < n; ++i) {
+            for (int j = 0; j <= i; ++j) {
+                matrix.SetElem(i, j, scale / (i + j + 1));
+            }
+        }
+        Vector expected = matrix.AsVectorConst();
+        ASSERT_EQ(LAPACKE_dpptrf(LAPACK_COL_MAJOR, 'U', n, expected.data()), 0);
+        KwSymMatrix factor(matrix);
+        EXPECT_EQ(factor.LTChol(Diagonal(matrix), 1e-13, true), 0);
+        for (std::size_t k = 0; k < expected.size(); ++k) {
+            EXPECT_NEAR(factor.AsVectorConst()[k], expected[k], 1.5e10 * 2.3e-16 * std::sqrt(scale));
+        }
+        const Square l = Lower(Full(factor)), product = Times(l, Transposed(l));
+        for (std::size_t i = 0; i < product.size(); ++i) {
+            for (std::size_t j = 0; j < product.size(); ++j) {
+                EXPECT_NEAR(product[i][j] / scale, 1.0 / static_cast<double>(i + j + 1), 8 * 2.3e-16);
+            }
+        }
+    }
+}
+
+TEST(KwSymMatrixRankOne, ScalesFarFromOneAreKept) {
+    for (const double scale : {1e-150, 1e150}) {
+        for (const int n : {1, 3, 8, 40}) {
+            KwSymMatrix factor = PositiveDefinite(n, 10, scale);
+            factor.LTChol(Diagonal(factor), 1e-12, false);
+            KwSymMatrix plain = PositiveDefinite(n, 10);
+            plain.LTChol(Diagonal(plain), 1e-12, false);
+            const Vector x = RandomVector(n, 11);
+            Vector scaled(x), c(x.size()), sn(x.size());
+            for (double& element : scaled) {
+                element *= std::sqrt(scale);
+            }
+            EXPECT_TRUE(factor.LTCholUpdateR1(scaled, c, sn));
+            EXPECT_TRUE(plain.LTCholUpdateR1(x, c, sn));
+            factor.MultiplyByNumber(1.0 / std::sqrt(scale));
+            ExpectNear(Full(factor), Full(plain), false, 10.0);
+            EXPECT_TRUE(plain.LTCholDowndate(x, c, sn, true));
+            factor.MultiplyByNumber(std::sqrt(scale));
+            EXPECT_TRUE(factor.LTCholDowndate(scaled, c, sn, true));
+            factor.MultiplyByNumber(1.0 / std::sqrt(scale));
+            ExpectNear(Full(factor), Full(plain), false, 10.0);
+        }
+    }
+}
+
+// 4 0 / 0 0 less x x^T is not positive definite, whatever x.
+TEST(KwSymMatrixRankOne, DowndateOfAFactorWithAZeroPivotIsRefused) {
+    KwSymMatrix factor = FromPacked(2, {2, 0, 0});
+    Vector c(2, 7.5), sn(2, 8.5);
+    EXPECT_FALSE(factor.LTCholDowndate({0, 3}, c, sn, true));
+    EXPECT_FALSE(factor.LTCholDowndate({1, 0}, c, sn, false));
+    EXPECT_EQ(factor.AsVectorConst(), (Vector{2, 0, 0}));
+    EXPECT_EQ(c, Vector(2, 7.5));
+    EXPECT_EQ(sn, Vector(2, 8.5));
+}
+
+TEST(KwSymMatrixLTChol, InvalidMatrixHasNoPivotAndNoDeterminant) {
+    KwSymMatrix invalid(std::numeric_limits<int>::max(), true);
+    Vector x = {7.5};
+    double det[2] = {7.5, 8.5};
+    EXPECT_EQ(invalid.LTChol({}, 0.1, true), 0);
+    EXPECT_EQ(invalid.LTDetInverse(det, 10), 0);
+    EXPECT_EQ(invalid.LTSolve({}, 0.1, x), -1);
+    EXPECT_EQ(invalid.LTSubstitute({}, x), -1);
+    EXPECT_FALSE(invalid.TSolveSubst({}, x, false));
+    EXPECT_FALSE(invalid.ComputeDeterminant(0.1, det));
+    EXPECT_EQ(x, Vector{7.5});
+    EXPECT_EQ(det[0], 7.5);
 }
 
 }  // namespace

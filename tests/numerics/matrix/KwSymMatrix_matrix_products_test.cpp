@@ -363,4 +363,99 @@ TEST(KwSymMatrixProducts, CarryNaNToWhatItTouches) {
     EXPECT_FALSE(std::isnan(rect.GetElem(1, 1)));
 }
 
+// Beyond the 256 columns that are worked on together, and with every remainder of a tile.
+TEST(KwSymMatrixProducts, OfLargeOrdersAgreeWithTheLoops) {
+    for (const int n : {200, 257, 263}) {
+        const KwSymMatrix s = RandomMatrix(n, 1);
+        const Square full = Full(s);
+        for (const int m : {1, 8, 11}) {
+            const KwRectMatrix tall = RandomRect(n, m, 2);
+            const Square r = Full(tall), half = Times(full, r, m), form = Times(Transposed(r), half, m);
+            KwRectMatrix wide(m, n, true), rect;
+            for (int i = 0; i < n; ++i) {
+                for (int j = 0; j < m; ++j) {
+                    wide.SetElem(j, i, tall.GetElem(i, j));
+                }
+            }
+            KwSymMatrix target;
+            EXPECT_TRUE(s.ComputeRTransSR(tall, target));
+            ExpectNear(Full(target), form, false, 100.0);
+            EXPECT_TRUE(s.ComputeRSRTrans(wide, target));
+            ExpectNear(Full(target), form, false, 100.0);
+            EXPECT_TRUE(s.ComputeRTransS(tall, rect));
+            ExpectNear(Full(rect), Transposed(half), false, 10.0);
+            EXPECT_TRUE(s.ComputeRS(wide, rect));
+            ExpectNear(Full(rect), Transposed(half), false, 10.0);
+        }
+    }
+    const KwSymMatrix s = RandomMatrix(200, 1);
+    for (const auto& m : SymOfEveryKind(200, 2)) {
+        KwRectMatrix rect;
+        EXPECT_TRUE(s.ComputeSS(*m, rect));
+        ExpectNear(Full(rect), Times(Full(s), Full(*m)), false, 10.0);
+    }
+}
+
+// A derived matrix reads its own storage, not itself through the interface.
+class WatchedRows : public KwSymMatrix {
+public:
+    explicit WatchedRows(const KwSymMatrix& matrix) : KwSymMatrix(matrix) {}
+    bool GetRow(int i, Vector& row) const override {
+        ++reads;
+        return KwSymMatrix::GetRow(i, row);
+    }
+    mutable int reads = 0;
+};
+
+TEST(KwSymMatrixProducts, OwnStorageIsReadDirectlyAndOperandsOfOtherTypesRowByRow) {
+    const WatchedRows s(RandomMatrix(4, 1)), operand(RandomMatrix(4, 2));
+    const KwRectMatrix r = RandomRect(4, 4, 3);
+    KwSymMatrix target;
+    KwRectMatrix rect;
+    Vector work;
+    EXPECT_TRUE(s.ComputeRSRTrans(r, target) && s.ComputeRSRTrans2(r, target) && s.ComputeRTransSR(r, target));
+    EXPECT_TRUE(s.ComputeRS(r, rect) && s.ComputeRTransS(r, rect) && s.ComputeSTransS(target));
+    EXPECT_TRUE(s.ComputeSS(operand, rect));
+    EXPECT_EQ(operand.reads, 4);
+    EXPECT_TRUE(s.ComputeGMGNG(RandomMatrix(4, 3), RandomMatrix(4, 3), target, work));
+    EXPECT_EQ(s.reads, 0);
+}
+
+TEST(KwSymMatrixProducts, TheRemainingTargetsMayBeOperandsToo) {
+    const KwSymMatrix s = RandomMatrix(6, 1), m = RandomMatrix(6, 2), o = RandomMatrix(6, 3);
+    const KwRectMatrix r = RandomRect(6, 6, 4);
+    KwSymMatrix expected, target(s);
+    s.ComputeMGN(m, o, expected);
+    EXPECT_TRUE(target.ComputeMGN(m, o, target));
+    EXPECT_EQ(Full(target), Full(expected));
+    target = o;
+    EXPECT_TRUE(s.ComputeMGN(m, target, target));
+    EXPECT_EQ(Full(target), Full(expected));
+    s.ComputeLTransSL(m, expected, 4);
+    target = m;
+    EXPECT_TRUE(s.ComputeLTransSL(target, target, 4));
+    EXPECT_EQ(Full(target), Full(expected));
+    s.ComputeRTransSR(r, expected);
+    target = s;
+    EXPECT_TRUE(target.ComputeRTransSR(r, target));
+    EXPECT_EQ(Full(target), Full(expected));
+    s.ComputeRSRTrans(r, expected);
+    target = s;
+    EXPECT_TRUE(target.ComputeRSRTrans(r, target));
+    EXPECT_EQ(Full(target), Full(expected));
+    const Vector g = RandomVector(6, 5);
+    s.ComputeGMG(g, expected);
+    target = s;
+    EXPECT_TRUE(target.ComputeGMG(g, target));
+    EXPECT_EQ(Full(target), Full(expected));
+    KwRectMatrix product, rect(r);
+    s.ComputeRTransS(r, product);
+    EXPECT_TRUE(s.ComputeRTransS(rect, rect));
+    EXPECT_EQ(Full(rect), Full(product));
+    Vector out = g, plain;
+    ASSERT_TRUE(s.ComputeRTransSV(r, g, plain));
+    EXPECT_TRUE(s.ComputeRTransSV(r, out, out));
+    EXPECT_EQ(out, plain);
+}
+
 }  // namespace

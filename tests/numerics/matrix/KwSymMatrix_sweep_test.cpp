@@ -270,4 +270,54 @@ TEST(KwSymMatrixSweep, NaNPivotIsSweptAsTheTestLetsItPass) {
     EXPECT_TRUE(std::isnan(matrix.GetElem(0)));
 }
 
+TEST(KwSymMatrixSweep, TwiceIsTheIdentityAtEveryScaleAndOrder) {
+    for (const int n : {1, 2, 3, 5, 8, 17, 40, 200}) {
+        for (const double scale : {1e-150, 1.0, 1e150}) {
+            KwSymMatrix matrix = PositiveDefinite(n, 6);
+            matrix.MultiplyByNumber(scale);
+            const Square before = Full(matrix);
+            KwBitSet swept(n);
+            const Vector ref = Diagonal(matrix);
+            for (const int k : {0, n / 2, n - 1}) {
+                ASSERT_TRUE(matrix.Sweep(k, 1e-9, ref, swept, true)) << n << ", " << k;
+                EXPECT_NE(Full(matrix), before);
+                ASSERT_TRUE(matrix.Sweep(k, 1e-9, ref, swept, true));
+                EXPECT_EQ(swept.InSet(), 0);
+            }
+            Square after = Full(matrix), expected = before;
+            for (std::size_t i = 0; i < after.size(); ++i) {
+                for (std::size_t j = 0; j < after.size(); ++j) {
+                    after[i][j] /= scale;
+                    expected[i][j] /= scale;
+                }
+            }
+            ExpectNear(after, expected);
+        }
+    }
+}
+
+TEST(KwSymMatrixSweep, AllRowsOfOrder200GiveMinusTheInverse) {
+    const KwSymMatrix matrix = PositiveDefinite(200, 2);
+    KwSymMatrix inverse, swept(matrix);
+    ASSERT_EQ(matrix.CholInverse(Diagonal(matrix), 1e-10, inverse), 200);
+    inverse.ChangeSign();
+    KwBitSet bits(200);
+    EXPECT_EQ(swept.SweepOnAll(1e-9, bits, true, false, true, nullptr), 200);
+    ExpectNear(Full(swept), Full(inverse));
+}
+
+TEST(KwSymMatrixSweep, InvalidMatrixIsRefused) {
+    KwSymMatrix invalid(std::numeric_limits<int>::max(), true);
+    KwBitSet swept(2);
+    double logDet = 2.5;
+    Vector b = {7.5};
+    EXPECT_FALSE(invalid.Sweep(0, 0.1, Vector{1}, swept, false));
+    EXPECT_EQ(invalid.SweepOnAll(0.1, swept, true, true, true, nullptr), -1);
+    EXPECT_EQ(invalid.SweepOnSelected({}, 0.1, swept, true, nullptr), -1);
+    EXPECT_EQ(invalid.SweepOnMany(0, 0.1, true, swept, logDet, true, nullptr), -1);
+    EXPECT_FALSE(invalid.GetRegCoeffs(b, swept));
+    EXPECT_EQ(logDet, 2.5);
+    EXPECT_EQ(b, Vector{7.5});
+}
+
 }  // namespace

@@ -21,6 +21,7 @@ using KwMath_930::KwSparseVector;
 using KwMath_930::KwSymBlockDiagMatrix;
 using KwMath_930::KwSymMatrix;
 using matrix_samples::Full;
+using matrix_samples::OtherRect;
 using matrix_samples::OtherSym;
 using matrix_samples::RandomBlocks;
 using matrix_samples::RandomMatrix;
@@ -46,6 +47,13 @@ struct Scene {
     std::vector<int> some = {0, 2};
     std::vector<int> places = {0, 1, 2, 3, 5};
     KwSparseVector sparseRow = KwSparseVector({0, 1, 2, 3}, {1.5, 2.5, 3.5, 4.5});
+    OtherRect otherRect = OtherRect(RandomRect(5, 5, 8));
+    KwSymMatrix small = KwSymMatrix(2, true);
+    KwSymMatrix singular = KwSymMatrix(5, true);
+    KwSymMatrix factor = symmetric_samples::FromPacked(2, {5.5, 0.0, 5.5});
+    Vector two = {1.5, 2.5};
+    Vector c = Vector(2), sn = Vector(2);
+    Vector inPlace = v;
     KwBitSet bits;
     KwBitSet full = KwBitSet(std::vector<bool>(5, true));
     double number = 0.0;
@@ -116,7 +124,19 @@ TEST(MatrixAllocation, ProductsOfTheSymmetricMatrix) {
         {"TraceOfThree", [](Scene& x) { return x.s.TraceOfProductOfThree(x.m, x.m) != 0.0; }},
         {"Trace", [](Scene& x) { return x.s.TraceOfProduct(x.other) != 0.0; }},
         {"TraceSubMat", [](Scene& x) { return x.s.TraceOfProductSubMatSym(x.sparse, 0) != 0.0; }},
-        {"VSV", [](Scene& x) { return x.s.ComputeVSV(x.r, 1) != 0.0; }},
+        {"VSV", [](Scene& x) { return x.s.ComputeVSV(x.sparse, 1) != 0.0; }},
+        {"TraceSubSym", [](Scene& x) { return x.s.TraceOfProductSubSym(x.blocks, 0) != 0.0; }},
+        {"RTransBlockDiagR", [](Scene& x) { return x.s.ComputeRTransBlockDiagR(x.r, x.blocks); }},
+        {"derived RSRTrans", [](Scene& x) { return x.other.ComputeRSRTrans(x.r, x.target); }},
+        {"derived RSRTrans2", [](Scene& x) { return x.other.ComputeRSRTrans2(x.r, x.target); }},
+        {"derived RTransSR", [](Scene& x) { return x.other.ComputeRTransSR(x.r, x.target); }},
+        {"derived R1TransSR2", [](Scene& x) { return x.otherRect.ComputeR1TransSR2(x.m, x.r, x.rect); }},
+        {"aliased RTransSV",
+         [](Scene& x) {
+             const bool isSuccess = x.s.ComputeRTransSV(x.r, x.inPlace, x.inPlace);
+             EXPECT_EQ(isSuccess, x.inPlace != x.v);
+             return isSuccess;
+         }},
     };
     for (const auto& [name, member] : members) {
         ExpectFailuresReported(name, member);
@@ -137,6 +157,18 @@ TEST(MatrixAllocation, VectorsAndExtractions) {
         {"ExpandToRect", [](Scene& x) { return x.s.ExpandSymToRect(x.places, 6, x.rect); }},
         {"Expand", [](Scene& x) { return x.s.Expand(x.places, 6, x.target); }},
         {"Replace", [](Scene& x) { return x.s.ReplaceFirstRows(x.other); }},
+        {"sparse LV", [](Scene& x) { return x.s.ComputeLV(x.some, x.two, x.out); }},
+        {"sparse LTransV", [](Scene& x) { return x.s.ComputeLTransV(x.some, x.two, x.out); }},
+        {"FirstNRows",
+         [](Scene& x) {
+             const bool isSuccess = x.s.ExtractFirstNRows(x.small);
+             EXPECT_EQ(isSuccess, x.small.GetElem(0) != 0.0);
+             return isSuccess;
+         }},
+        {"DiagBlock", [](Scene& x) { return x.s.ExtractDiagBlock(0, x.target); }},
+        {"BlockAndLastRow", [](Scene& x) { return x.s.ExtractBlockAndLastRow(0, x.target); }},
+        {"ExpandSym", [](Scene& x) { return x.s.ExpandSym(x.places, 6, x.target); }},
+        {"RowToColumn", [](Scene& x) { return x.s.CopyRowToRColumn(2, 3, x.r); }},
     };
     for (const auto& [name, member] : members) {
         ExpectFailuresReported(name, member);
@@ -158,6 +190,28 @@ TEST(MatrixAllocation, Solvers) {
          }},
         {"SolveIndefinite", [](Scene& x) { return x.s.SolveIndefinite(1e-14, x.v, x.out); }},
         {"SolveIndefinite skip", [](Scene& x) { return x.s.SolveIndefinite(x.bits, x.v, x.out); }},
+        {"CholInverse smallest", [](Scene& x) { return x.s.CholInverse(x.v, 0.1, x.target, x.number) >= 0; }},
+        {"CholInverse bits",
+         [](Scene& x) {
+             const bool isSuccess = x.s.CholInverse(x.v, 0.1, x.target, x.bits) >= 0;
+             EXPECT_EQ(x.bits.Size() > 0, isSuccess);
+             return isSuccess;
+         }},
+        {"CholIndNonRed",
+         [](Scene& x) {
+             const bool isSuccess = x.s.CholIndNonRed(5, 0.1, x.some) >= 0;
+             EXPECT_TRUE(isSuccess || x.some.size() == 2u);
+             return isSuccess;
+         }},
+        {"SolveIndefiniteGI singular", [](Scene& x) { return x.singular.SolveIndefiniteGI(1e-12, x.v, x.out); }},
+        {"LTSolve in place", [](Scene& x) { return x.s.LTSolve(x.inPlace, 0.1, x.inPlace) >= 0; }},
+        {"GetRegCoeffs", [](Scene& x) { return x.s.GetRegCoeffs(x.out, x.full); }},
+        {"Downdate",
+         [](Scene& x) {
+             const bool isSuccess = x.factor.LTCholDowndate(x.two, x.c, x.sn, true);
+             EXPECT_EQ(isSuccess, x.factor.GetElem(0) != 5.5);
+             return isSuccess;
+         }},
         {"Transform",
          [](Scene& x) {
              bool changed = false;
@@ -216,6 +270,9 @@ TEST(MatrixAllocation, RectangularMembers) {
         {"BlockDiagSR", [](Scene& x) { return x.rect.ComputeBlockDiagSR(x.blocks, x.r); }},
         {"Subtract", [](Scene& x) { return x.r.SubtractSymMatrix(x.other); }},
         {"TraceSqS", [](Scene& x) { return x.r.TraceOfProductSqS(x.other) != 0.0; }},
+        {"TraceSubMat", [](Scene& x) { return x.r.TraceOfProductSubMatSym(x.other, 0) != 0.0; }},
+        {"CopyColToVec", [](Scene& x) { return x.r.CopyColToVec(1, x.out); }},
+        {"RowToRow", [](Scene& x) { return x.r.CopyRowToRow(1, 2, x.sparse); }},
     };
     for (const auto& [name, member] : members) {
         ExpectFailuresReported(name, member);
@@ -297,6 +354,13 @@ TEST(MatrixAllocation, SparseMembers) {
              return x.sparse.GetSparseMatrixColumns(rows, values);
          }},
         {"SetRow", [](Scene& x) { return x.sparse.SetRow(2, x.sparseRow); }},
+        {"ExtractColumns", [](Scene& x) { return x.sparse.ExtractColumns(x.some, x.rect); }},
+        {"Shift", [](Scene& x) { return x.sparse.ShiftColumns(1, x.rect); }},
+        {"Shift rows", [](Scene& x) { return x.sparse.ShiftRows(1, x.rect); }},
+        {"Blocks", [](Scene& x) { return x.sparse.CreateBlockDiagonal(2, x.rect); }},
+        {"ColNorm", [](Scene& x) { return x.sparse.ColNorm(1) >= 0.0; }},
+        {"CopyColToVec", [](Scene& x) { return x.sparse.CopyColToVec(1, x.out); }},
+        {"RowToRow", [](Scene& x) { return x.sparse.CopyRowToRow(1, 2, x.r); }},
     };
     for (const auto& [name, member] : members) {
         ExpectFailuresReported(name, member);
@@ -321,6 +385,25 @@ TEST(MatrixAllocation, BlockDiagonalMembers) {
         {"STransS", [](Scene& x) { return x.blocks.ComputeSTransS(x.target); }},
         {"RS", [](Scene& x) { return x.blocks.ComputeRS(x.r, x.rect); }},
         {"VSV", [](Scene& x) { return x.blocks.ComputeVSV(x.r, 1) != 0.0; }},
+        {"LTChol bits", [](Scene& x) { return x.blocks.LTChol(x.v, 0.1, x.bits, false) >= 0; }},
+        {"GMG", [](Scene& x) { return x.blocks.ComputeGMG(x.v, x.target); }},
+        {"GMGNG",
+         [](Scene& x) {
+             const bool isSuccess = x.blocks.ComputeGMGNG(x.m, x.other, x.target, x.out);
+             x.out.clear();  // scratch
+             return isSuccess;
+         }},
+        {"MGN", [](Scene& x) { return x.blocks.ComputeMGN(x.m, x.other, x.target); }},
+        {"GSG", [](Scene& x) { return x.blocks.ComputeGSG(x.m, x.target); }},
+        {"LSLTrans", [](Scene& x) { return x.blocks.ComputeLSLTrans(x.m, x.target); }},
+        {"RTransS", [](Scene& x) { return x.blocks.ComputeRTransS(x.r, x.rect); }},
+        {"RTransSR", [](Scene& x) { return x.blocks.ComputeRTransSR(x.r, x.target); }},
+        {"RSRTrans", [](Scene& x) { return x.blocks.ComputeRSRTrans(x.r, x.target); }},
+        {"RTransSV", [](Scene& x) { return x.blocks.ComputeRTransSV(x.r, x.v, x.out); }},
+        {"SS", [](Scene& x) { return x.blocks.ComputeSS(x.m, x.rect); }},
+        {"TraceOfThree", [](Scene& x) { return x.blocks.TraceOfProductOfThree(x.m, x.other) != 0.0; }},
+        {"Submatrix", [](Scene& x) { return x.blocks.ExtractSubmatrix(x.some, x.target); }},
+        {"CholInverse bits", [](Scene& x) { return x.blocks.CholInverse(x.v, 0.1, x.target, x.bits) >= 0; }},
     };
     for (const auto& [name, member] : members) {
         ExpectFailuresReported(name, member);
@@ -356,6 +439,63 @@ TEST(MatrixAllocation, BlockDiagonalStorageFailsToAnInvalidMatrix) {
                 EXPECT_GT(failures, 1u);
                 break;
             }
+        }
+    }
+}
+
+// Several dense blocks: a list of them that grew would copy, and such a copy fails silently.
+TEST(MatrixAllocation, BlockDiagonalConstructorIsValidOnlyWithEveryBlock) {
+    const std::vector<int> sizes = {2, 3, 1, 4, 2, 3};
+    KwBitSet isDiagonal(6);
+    isDiagonal.Set(2, true);
+    for (std::size_t failures = 0;; ++failures) {
+        bool isValid = false, hasFailed = false, isWhole = true;
+        {
+            const FailAfter failure(failures);
+            const KwSymBlockDiagMatrix matrix(sizes, isDiagonal);
+            hasFailed = failure.Failed();
+            isValid = matrix.IsValidMatrix();
+            const KwSymMatrix* block = nullptr;
+            for (int k = 0; isValid && k < 6; ++k) {
+                isWhole = isWhole && (k == 2 || (matrix.GetDenseBlock(k, block) &&
+                                                 block->GetNRows() == sizes[static_cast<std::size_t>(k)]));
+            }
+        }
+        EXPECT_EQ(isValid, !hasFailed) << failures;
+        EXPECT_TRUE(isWhole);
+        if (isValid) {
+            EXPECT_GT(failures, 6u);
+            break;
+        }
+    }
+}
+
+// Allocation after allocation fails while a sparse target is written: invalid where the whole of it was, unchanged
+// where a row or a column was.
+TEST(MatrixAllocation, SparseTargetsAreLeftInvalidOrUnchanged) {
+    const KwSymMatrix s = RandomMatrix(5, 1);
+    const KwRectMatrix r = RandomRect(5, 5, 2);
+    const std::vector<int> rows = {4, 1, 1};
+    for (std::size_t failures = 0, form = 0; form < 4; ++failures) {
+        KwSparseRectMatrix target = RandomSparse(5, 5, 3);
+        const Square before = Full(target);
+        bool isSuccess = false, hasFailed = false;
+        {
+            const FailAfter failure(failures);
+            isSuccess = form == 0   ? s.ComputeRS(r, target)
+                        : form == 1 ? r.ExtractRows(rows, target)
+                        : form == 2 ? s.CopyRowToRColumn(2, 3, target)
+                                    : r.CopyRowToRow(1, 4, target);
+            hasFailed = failure.Failed();
+        }
+        EXPECT_EQ(isSuccess, !hasFailed) << form << ", " << failures;
+        if (!isSuccess) {
+            EXPECT_TRUE(form < 2 ? !target.IsValidMatrix() || Full(target) == before : Full(target) == before)
+                << form << ", " << failures;
+        } else {
+            EXPECT_GT(failures, 2u);
+            ++form;
+            failures = static_cast<std::size_t>(-1);
         }
     }
 }

@@ -12,6 +12,7 @@ namespace {
 using KwMath_930::kTileCols;
 using KwMath_930::kTileRows;
 using KwMath_930::TileKernel;
+using KwMath_930::TransposedTileKernel;
 using symmetric_samples::RandomVector;
 using Vector = std::vector<double>;
 
@@ -60,6 +61,43 @@ TEST(ProductKernel, AgreesWithTheLoopAndTouchesNothingElse) {
                 addTile(k, rowsOfA.data(), rowsOfB.data(), 3, factor, places.data());
                 EXPECT_EQ(c, expected);
             }
+        }
+    }
+}
+
+TEST(ProductKernel, TransposedTileAgreesWithTheLoopAndTouchesNothingElse) {
+    std::vector<TransposedTileKernel> versions = {KwMath_930::AddTransposedTileBaseline,
+                                                  KwMath_930::FastestTransposedTileKernel()};
+#if defined(__x86_64__) && !defined(_WIN32)
+    if (__builtin_cpu_supports("avx2")) {
+        versions.push_back(KwMath_930::AddTransposedTileAvx2);
+    }
+#endif
+    constexpr int kLd = kTileCols + 3;
+    for (const TransposedTileKernel addTransposed : versions) {
+        for (const int k : {0, 1, 2, 3, 5, 64, 129}) {
+            std::vector<Vector> a, b;
+            for (unsigned i = 0; i < kTileRows; ++i) {
+                a.push_back(RandomVector(k, i));
+                b.push_back(RandomVector(kTileCols, 10 + i));
+            }
+            Vector c = RandomVector(1 + k * kLd, 20), expected(c);
+            for (int j = 0; j < k; ++j) {
+                for (std::size_t i = 0; i < kTileRows; ++i) {
+                    for (int column = 0; column < kTileCols; ++column) {
+                        expected[static_cast<std::size_t>(1 + j * kLd + column)] +=
+                            b[i][static_cast<std::size_t>(column)] * a[i][static_cast<std::size_t>(j)];
+                    }
+                }
+            }
+            const double* rowsOfA[kTileRows];
+            const double* rowsOfB[kTileRows];
+            for (std::size_t i = 0; i < kTileRows; ++i) {
+                rowsOfA[i] = a[i].data();
+                rowsOfB[i] = b[i].data();
+            }
+            addTransposed(k, rowsOfA, rowsOfB, c.data() + 1, kLd);
+            EXPECT_EQ(c, expected);
         }
     }
 }
