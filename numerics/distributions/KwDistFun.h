@@ -66,7 +66,7 @@ public:
     /// Note:    Deliberate: above df = 1e8 this is CdfStdNorm(t).
     static double CdfT(double t, double df);
     /// Returns: the density of t; ier 1 and missing when df <= 0.
-    /// Note:    formed through log Gamma: the error grows with log Gamma(df/2).
+    /// Note:    formed through log Gamma: the error grows with log Gamma(df/2). Above df = 1e10 the normal density.
     static double PdfT(double t, double df, long& ier);
     /// Shape:   nc is the non-centrality (0: central t), tol counts machine epsilons; at most 0 means 8.
     /// Returns: the t with P(T <= t) = p; missing unless 0 < p < 1.

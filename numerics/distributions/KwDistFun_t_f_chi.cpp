@@ -35,6 +35,7 @@ namespace {
 constexpr double kPi = 3.141592653589793;
 constexpr double kLogRootPi = 0.5723649429247001;
 constexpr double kNormalDf = 1e8;
+constexpr double kNormalDensityDf = 1e10;  // above it the rounding of log Gamma would be more than what t differs
 constexpr double kExpFloor = -708.0;
 
 // 0.5 + atan(t)/pi; far left the same by the complementary angle.
@@ -140,8 +141,11 @@ double KwDistFun::CdfT(double t, double df) {
 
 double KwDistFun::PdfT(double t, double df, long& ier) {
     ier = 0;
-    if (!IsPositive(df) || std::isnan(t)) {
+    if (!(df > 0.0) || std::isnan(t)) {
         return Fail(ier, 1);
+    }
+    if (df > kNormalDensityDf) {
+        return PdfNormalStandard(t);
     }
     double log = dnlgam((df + 1.0) / 2.0) - 0.5 * std::log(df) - dnlgam(df / 2.0) - kLogRootPi;
     if (t != 0.0) {
@@ -158,7 +162,7 @@ double KwDistFun::IdfT(double p, double df, double nc, double tol) {
     if (nc == 0.0) {
         return zarnidft(p, df, ier);
     }
-    if (!IsPositive(df) || !(p > 0.0 && p < 1.0)) {
+    if (!(df > 0.0) || !(p > 0.0 && p < 1.0)) {
         return Missing();
     }
     // The non-central quantile lies about nc + the central one; the search widens from there.

@@ -40,40 +40,59 @@ inline DoubleDouble TwoProduct(double a, double b) {
     return {product, ((highA * highB - product) + highA * lowB + lowA * highB) + lowA * lowB};
 }
 
-inline DoubleDouble operator-(const DoubleDouble& a) {
+// a * a exactly.
+inline DoubleDouble TwoSquare(double a) {
+    constexpr double kSplitter = 134217729.0;
+    const double square = a * a;
+    const double scaled = kSplitter * a;
+    const double high = scaled - (scaled - a);
+    const double low = a - high;
+    return {square, ((high * high - square) + 2.0 * high * low) + low * low};
+}
+
+// The operations below are for the most part bound by their latency: they take their operands in registers, and leave
+// an error of some 2^-104 of the larger operand.
+
+inline DoubleDouble operator-(DoubleDouble a) {
     return {-a.hi, -a.lo};
 }
 
-inline DoubleDouble operator+(const DoubleDouble& a, const DoubleDouble& b) {
-    const DoubleDouble high = TwoSum(a.hi, b.hi);
-    const DoubleDouble low = TwoSum(a.lo, b.lo);
-    const DoubleDouble sum = QuickTwoSum(high.hi, high.lo + low.hi);
-    return QuickTwoSum(sum.hi, sum.lo + low.lo);
+inline DoubleDouble operator+(DoubleDouble a, DoubleDouble b) {
+    const DoubleDouble sum = TwoSum(a.hi, b.hi);
+    return QuickTwoSum(sum.hi, sum.lo + (a.lo + b.lo));
 }
 
-inline DoubleDouble operator-(const DoubleDouble& a, const DoubleDouble& b) {
+inline DoubleDouble operator-(DoubleDouble a, DoubleDouble b) {
     return a + -b;
 }
 
-inline DoubleDouble operator*(const DoubleDouble& a, const DoubleDouble& b) {
+inline DoubleDouble operator*(DoubleDouble a, DoubleDouble b) {
     const DoubleDouble product = TwoProduct(a.hi, b.hi);
     return QuickTwoSum(product.hi, product.lo + (a.hi * b.lo + a.lo * b.hi));
 }
 
-// To about 104 bits.
-inline DoubleDouble operator/(const DoubleDouble& a, const DoubleDouble& b) {
+inline DoubleDouble Square(DoubleDouble a) {
+    const DoubleDouble square = TwoSquare(a.hi);
+    return QuickTwoSum(square.hi, square.lo + 2.0 * (a.hi * a.lo));
+}
+
+inline DoubleDouble operator/(DoubleDouble a, DoubleDouble b) {
     const double first = a.hi / b.hi;
-    const DoubleDouble rest = a - b * DoubleDouble(first);
-    return QuickTwoSum(first, rest.hi / b.hi);
+    const DoubleDouble product = TwoProduct(first, b.hi);
+    const double rest = ((a.hi - product.hi) - product.lo) + (a.lo - first * b.lo);
+    return QuickTwoSum(first, rest / b.hi);
 }
 
 // log(x) to about 68 bits for finite x > 0; of what x.hi rounds, x.lo is the rest. Else as std::log(x.hi).
-DoubleDouble Log(const DoubleDouble& x);
+DoubleDouble Log(DoubleDouble x);
 
 // u - log(1 + u) to about 66 bits, u > -1; near 0 without cancellation.
-DoubleDouble MinusLog1p(const DoubleDouble& u);
+DoubleDouble MinusLog1p(DoubleDouble u);
+
+// 1/3 - u/4 + u^2/5 - ..., so that u - log(1 + u) = u^2 (1/2 - u times this); |u| <= 1/32.
+double MinusLog1pRest(double u);
 
 // exp(x), rounded about once; 0 below -708.39, where the library's exponentials end, infinite above 709.
-double Exp(const DoubleDouble& x);
+double Exp(DoubleDouble x);
 
 }  // namespace KwMath_930::detail

@@ -17,7 +17,7 @@ constexpr double kErfcEnd = 27.3;  // beyond it erfc is 0 in double precision
 constexpr double kInverseRootPi = 0.5641895835477563;
 
 // exp(-(hi + lo)) for a square that DoubleDouble holds.
-double ExpOfMinus(const DoubleDouble& square) {
+double ExpOfMinus(DoubleDouble square) {
     if (KwPower::ExpUnderflow(-square.hi)) {
         return 0.0;
     }

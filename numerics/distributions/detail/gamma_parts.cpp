@@ -35,6 +35,16 @@ double Polygamma(int order, double x) {
     return sum + s * s * (-6.0 - 12.0 * r - 10.0 * s + 7.0 * s * s);
 }
 
+// shape times u - log(1 + u) for a shift = shape * u of at most 0.03 shape. A deviance below 1/2 is formed in double:
+// its rounding is that of a factor near 1.
+DoubleDouble NearDeviance(double shape, DoubleDouble shift) {
+    const double rough = shift.hi / shape;
+    if (shift.hi * rough < 1.0) {
+        return shift.hi * rough * (0.5 - rough * MinusLog1pRest(rough));
+    }
+    return DoubleDouble(shape) * MinusLog1p(shift / DoubleDouble(shape));
+}
+
 // log[Gamma(a + b) / (Gamma(b) Gamma(1 + a))] - a log b for a <= 1 <= b.
 double LogGammaRatioRest(double a, double b) {
     const double e = a / b;
@@ -92,7 +102,7 @@ double ReciprocalGamma1(double x) {
 DoubleDouble GammaDeviance(double x, double p) {
     const DoubleDouble difference = TwoSum(x, -p);
     if (std::abs(difference.hi) <= 0.03 * p) {
-        return DoubleDouble(p) * MinusLog1p(difference / DoubleDouble(p));
+        return NearDeviance(p, difference);
     }
     const double ratio = x / p;
     const DoubleDouble log = ratio > 1e-280 && ratio < 1e280 && x < 1e280 && x > 1e-280
@@ -108,7 +118,7 @@ double GammaPrefix(double x, double p) {
     return Exp(-(GammaDeviance(x, p) + DoubleDouble(StirlingError(p)))) / std::sqrt(kTwoPi * p);
 }
 
-UnitPoint UnitPoint::Ratio(const DoubleDouble& u, const DoubleDouble& v) {
+UnitPoint UnitPoint::Ratio(DoubleDouble u, DoubleDouble v) {
     const DoubleDouble sum = u + v;
     return {u / sum, v / sum};
 }
@@ -116,13 +126,11 @@ UnitPoint UnitPoint::Ratio(const DoubleDouble& u, const DoubleDouble& v) {
 DoubleDouble BetaDeviance(const UnitPoint& at, double a, double b) {
     // With lambda = a y - b x: (a + b) x = a - lambda and (a + b) y = b + lambda.
     const DoubleDouble lambda = DoubleDouble(a) * at.y - DoubleDouble(b) * at.x;
-    const auto term = [&](double shape, const DoubleDouble& share, const DoubleDouble& shift) {
-        const DoubleDouble u = shift / DoubleDouble(shape);
-        if (std::abs(u.hi) <= 0.03125) {
-            return DoubleDouble(shape) * MinusLog1p(u);
+    const auto term = [&](double shape, DoubleDouble share, DoubleDouble shift) {
+        if (std::abs(shift.hi) <= 0.03 * shape) {
+            return NearDeviance(shape, shift);
         }
-        const DoubleDouble ratio = share * (TwoSum(a, b) / DoubleDouble(shape));
-        return shift - DoubleDouble(shape) * Log(ratio);
+        return shift - DoubleDouble(shape) * Log(share * TwoSum(a, b) / DoubleDouble(shape));
     };
     return term(a, at.x, -lambda) + term(b, at.y, lambda);
 }
@@ -160,8 +168,8 @@ double LogBeta(double a, double b) {
 
 DoubleDouble LogBetaPower(const UnitPoint& at, double a, double b) {
     if (b < 1.0) {
-        const double rest = -std::log1p(a / b) + LogBinomialSmall(a, b);
-        return DoubleDouble(a) * Log(at.x) + DoubleDouble(rest);
+        const DoubleDouble share = a > 0.5 * b ? Log(TwoSum(a, b) / DoubleDouble(b)) : std::log1p(a / b);
+        return DoubleDouble(a) * Log(at.x) + (DoubleDouble(LogBinomialSmall(a, b)) - share);
     }
     return DoubleDouble(a) * (Log(at.x) + Log(b)) + DoubleDouble(LogGammaRatioRest(a, b));
 }

@@ -28,9 +28,9 @@ struct UnitPoint {
     DoubleDouble y;
 
     explicit UnitPoint(double value) : x(value), y(TwoSum(1.0, -value)) {}
-    UnitPoint(const DoubleDouble& fromLeft, const DoubleDouble& fromRight) : x(fromLeft), y(fromRight) {}
+    UnitPoint(DoubleDouble fromLeft, DoubleDouble fromRight) : x(fromLeft), y(fromRight) {}
     // u/(u+v) and v/(u+v), for u, v > 0.
-    static UnitPoint Ratio(const DoubleDouble& u, const DoubleDouble& v);
+    static UnitPoint Ratio(DoubleDouble u, DoubleDouble v);
     UnitPoint Swapped() const { return {y, x}; }
 };
 

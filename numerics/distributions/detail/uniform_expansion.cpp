@@ -27,31 +27,49 @@ struct Series {
     constexpr double operator[](int n) const { return terms[n]; }
 };
 
+// 1/n.
+constexpr Series Reciprocals() {
+    Series reciprocals{};
+    for (int n = 1; n <= kTerms; ++n) {
+        reciprocals[n] = 1.0 / n;
+    }
+    return reciprocals;
+}
+
+constexpr Series kReciprocal = Reciprocals();
+
 // Coefficients g_0 .. g_(terms-1) of eta/mu for the share p and q = 1 - p, from a root of q.
 constexpr void ExpandDensity(double p, double q, double rootQ, int terms, Series& g) {
     Series mu{};      // mu_1 eta + mu_2 eta^2 + ...
     Series square{};  // of mu
     const double skew = q - p;
+    const double perSlope = 0.5 / rootQ;
+    const double perQ = 1.0 / q;
     mu[1] = rootQ;
     square[2] = q;
     for (int n = 3; n <= terms + 1; ++n) {
-        const double squareN = 2.0 * (skew * mu[n - 2] - p * square[n - 2]) / n;
-        double mixed = 0.0;
-        for (int i = 2; i <= (n - 1) / 2; ++i) {
-            mixed += mu[i] * mu[n - i];
+        const double squareN = 2.0 * (skew * mu[n - 2] - p * square[n - 2]) * kReciprocal[n];
+        // Two sums, because one waits for its own last term.
+        double even = 0.0;
+        double odd = 0.0;
+        int i = 2;
+        for (; i < (n - 1) / 2; i += 2) {
+            even += mu[i] * mu[n - i];
+            odd += mu[i + 1] * mu[n - i - 1];
         }
-        mixed *= 2.0;
+        if (i == (n - 1) / 2) {
+            even += mu[i] * mu[n - i];
+        }
+        double mixed = 2.0 * (even + odd);
         if (n % 2 == 0) {
-            mixed += n == 2 ? 0.0 : mu[n / 2] * mu[n / 2];
+            mixed += mu[n / 2] * mu[n / 2];
         }
-        mu[n - 1] = (squareN - mixed) / (2.0 * mu[1]);
-        if (n <= terms) {
-            square[n] = squareN;
-        }
+        mu[n - 1] = (squareN - mixed) * perSlope;
+        square[n] = squareN;
     }
     g[0] = 1.0 / rootQ;
     for (int n = 1; n < terms; ++n) {
-        g[n] = ((n + 1) * mu[n + 1] - (n == 1 ? skew : 0.0) + p * mu[n - 1]) / q;
+        g[n] = ((n + 1) * mu[n + 1] - (n == 1 ? skew : 0.0) + p * mu[n - 1]) * perQ;
     }
 }
 
@@ -88,7 +106,7 @@ int TermsNeeded(double eta, double parameter) {
 }
 
 // weight is T/A.
-Tails Assemble(const DoubleDouble& deviance, double eta, double weight, double sum) {
+Tails Assemble(DoubleDouble deviance, double eta, double weight, double sum) {
     const double half = 0.5 * ScaledErfc(std::sqrt(deviance.Value()));
     const double tail = Exp(-deviance) * (eta < 0.0 ? half - weight * sum : half + weight * sum);
     return eta < 0.0 ? Tails::FromLower(tail) : Tails::FromUpper(tail);
@@ -96,20 +114,21 @@ Tails Assemble(const DoubleDouble& deviance, double eta, double weight, double s
 
 }  // namespace
 
-double UniformDistance(const DoubleDouble& deviance, double parameter) {
+double UniformDistance(DoubleDouble deviance, double parameter) {
     return std::sqrt(2.0 * deviance.hi / parameter);
 }
 
-Tails UniformGamma(double x, double p, const DoubleDouble& deviance) {
+Tails UniformGamma(double x, double p, DoubleDouble deviance) {
     const double distance = UniformDistance(deviance, p);
     const double eta = x < p ? -distance : distance;
     const double weight = std::exp(-StirlingError(p)) / (kRootTwoPi * std::sqrt(p));
     return Assemble(deviance, eta, weight, MomentSum(kGamma, TermsNeeded(eta, p), eta, p));
 }
 
-Tails UniformBeta(const UnitPoint& at, double a, double b, const DoubleDouble& deviance) {
+Tails UniformBeta(const UnitPoint& at, double a, double b, DoubleDouble deviance) {
     const double distance = UniformDistance(deviance, a);
-    const double eta = a * at.y.hi > b * at.x.hi ? -distance : distance;
+    const bool isLow = (DoubleDouble(a) * at.y - DoubleDouble(b) * at.x).hi > 0.0;
+    const double eta = isLow ? -distance : distance;
     const double sum = a + b;
     const double q = b / sum;
     const int terms = TermsNeeded(eta, a);

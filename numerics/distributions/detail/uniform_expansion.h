@@ -11,12 +11,12 @@ inline constexpr double kUniformFrom = 12.0;
 inline constexpr double kUniformReach = 1.0;
 
 // What UniformGamma and UniformBeta take for the distance: |eta|, where parameter * eta^2 / 2 is the deviance.
-double UniformDistance(const DoubleDouble& deviance, double parameter);
+double UniformDistance(DoubleDouble deviance, double parameter);
 
 // P(p, x) and Q(p, x); p >= kUniformFrom, the distance within reach, deviance as GammaDeviance gives it.
-Tails UniformGamma(double x, double p, const DoubleDouble& deviance);
+Tails UniformGamma(double x, double p, DoubleDouble deviance);
 
 // I_x(a, b) and its complement; kUniformFrom <= a <= b, the distance (by a) within reach, deviance as BetaDeviance.
-Tails UniformBeta(const UnitPoint& at, double a, double b, const DoubleDouble& deviance);
+Tails UniformBeta(const UnitPoint& at, double a, double b, DoubleDouble deviance);
 
 }  // namespace KwMath_930::detail

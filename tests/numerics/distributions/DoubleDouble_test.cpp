@@ -7,7 +7,12 @@
 
 namespace {
 
-using namespace KwMath_930::detail;
+using KwMath_930::detail::DoubleDouble;
+using KwMath_930::detail::Exp;
+using KwMath_930::detail::Log;
+using KwMath_930::detail::MinusLog1p;
+using KwMath_930::detail::TwoProduct;
+using KwMath_930::detail::TwoSum;
 
 TEST(DoubleDouble, SumKeepsWhatRoundingLoses) {
     const DoubleDouble sum = TwoSum(1e16, 1.2345);

@@ -14,7 +14,13 @@ namespace {
 using KwCommon_930::KwMV;
 using KwMath_930::KwDistFun;
 using Kernels = KwMath_930::KwDistFunTestAccess;
-using namespace KwMath_930::detail;
+using KwMath_930::detail::BetaPrefix;
+using KwMath_930::detail::BetaSeries;
+using KwMath_930::detail::IncompleteBeta;
+using KwMath_930::detail::kBetaNormalFrom;
+using KwMath_930::detail::SumBetaSeries;
+using KwMath_930::detail::Tails;
+using KwMath_930::detail::UnitPoint;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();

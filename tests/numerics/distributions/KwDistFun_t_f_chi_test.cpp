@@ -89,6 +89,29 @@ TEST(KwDistFunT, DensityIsTheFormulaThroughLogGamma) {
     EXPECT_NEAR(KwDistFun::PdfT(0.0, 1.0, ier), 1.0 / kPi, 1e-15);
 }
 
+// Above 1e10 degrees of freedom the rounding of log Gamma would be more than what t differs from the normal.
+TEST(KwDistFunT, DensityOfVeryManyDegreesOfFreedomIsNormal) {
+    long ier = 4;
+    EXPECT_EQ(KwDistFun::PdfT(1.7, kInfinity, ier), KwDistFun::PdfNormalStandard(1.7));
+    EXPECT_EQ(ier, 0);
+    EXPECT_EQ(KwDistFun::PdfT(-2.3, 1.7e308, ier), KwDistFun::PdfNormalStandard(-2.3));
+    EXPECT_EQ(KwDistFun::PdfT(-2.3, 1.0000001e10, ier), KwDistFun::PdfNormalStandard(-2.3));
+    EXPECT_NE(KwDistFun::PdfT(-2.3, 1e10, ier), KwDistFun::PdfNormalStandard(-2.3));
+    EXPECT_NEAR(KwDistFun::PdfT(-2.3, 1e10, ier) / KwDistFun::PdfNormalStandard(-2.3), 1.0, 1e-4);
+}
+
+TEST(KwDistFunT, InfinitelyManyDegreesOfFreedomAreNormalInEveryMember) {
+    long ier = 4;
+    EXPECT_EQ(KwDistFun::SigT(1.7, kInfinity), KwDistFun::CdfStdNorm(-1.7));
+    EXPECT_EQ(KwDistFun::IdfT(0.23, kInfinity, 0.0, 0.0), KwDistFun::IdfStdNorm(0.23));
+    EXPECT_NEAR(KwDistFun::IdfT(0.23, kInfinity, 1.3, 0.0), 1.3 + KwDistFun::IdfStdNorm(0.23), 1e-14);
+    EXPECT_EQ(KwDistFun::NonCentralCdfT(1.7, kInfinity, 0.4, 0.0), KwDistFun::CdfNorm(1.7, 0.4, 1.0));
+    EXPECT_EQ(KwDistFun::NonCentralPdfT(1.7, kInfinity, 0.4, ier), KwDistFun::PdfNormal(1.7, 0.4, 1.0));
+    EXPECT_EQ(ier, 0);
+    EXPECT_NEAR(KwDistFun::FindNCParamT(0.23, 1.7, kInfinity, 0.0, 0.0), 1.7 - KwDistFun::IdfStdNorm(0.23), 1e-14);
+    EXPECT_NEAR(KwDistFun::FindNCParamT(0.77, 1.7, kInfinity, 0.0, 0.0), 1.7 + KwDistFun::IdfStdNorm(0.23), 1e-14);
+}
+
 TEST(KwDistFunT, InverseIsMissingOutsideTheOpenInterval) {
     for (const double p : {0.0, 1.0, -0.5, 1.5, kNaN}) {
         EXPECT_EQ(KwDistFun::IdfT(p, 4.2, 0.0, 0.0), kMissing) << p;
@@ -133,6 +156,19 @@ TEST(KwDistFunF, SignificanceBelowOneIsOneMinusTheCdf) {
         EXPECT_EQ(KwDistFun::SigF(f, 5.0, 9.0), 1.0 - KwDistFun::CdfF(f, 5.0, 9.0)) << f;
     }
     EXPECT_NE(KwDistFun::SigF(80.0, 5.0, 9.0), 1.0 - KwDistFun::CdfF(80.0, 5.0, 9.0));
+}
+
+// One ulp beside the middle of two huge, equal counts the distribution function still knows its side.
+TEST(KwDistFunF, KnowsTheSideOfTheMiddle) {
+    for (const double df : {30.0, 1e6, 1e10}) {
+        const double low = std::nextafter(1.0, 0.0);
+        const double high = std::nextafter(1.0, 2.0);
+        EXPECT_LE(KwDistFun::CdfF(low, df, df), 0.5) << df;
+        EXPECT_GE(KwDistFun::CdfF(high, df, df), 0.5) << df;
+        // The density of F at 1 is sqrt(df/(2 pi))/2 (1 + O(1/df)).
+        const double slope = 0.5 * std::sqrt(df / (2.0 * kPi));
+        EXPECT_NEAR(KwDistFun::SigF(low, df, df) - 0.5, slope * (1.0 - low), 2e-16 + 0.02 * slope * (1.0 - low)) << df;
+    }
 }
 
 TEST(KwDistFunF, IsTheSquareOfT) {

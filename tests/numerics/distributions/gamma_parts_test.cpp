@@ -9,7 +9,16 @@
 
 namespace {
 
-using namespace KwMath_930::detail;
+using KwMath_930::detail::BetaPrefix;
+using KwMath_930::detail::DoubleDouble;
+using KwMath_930::detail::GammaDeviance;
+using KwMath_930::detail::Log;
+using KwMath_930::detail::LogGamma1p;
+using KwMath_930::detail::ReciprocalGamma1;
+using KwMath_930::detail::StirlingError;
+using KwMath_930::detail::StirlingErrorStep;
+using KwMath_930::detail::TwoSum;
+using KwMath_930::detail::UnitPoint;
 
 // delta(1) = 1 - log(2 pi)/2 and delta(x + 1) - delta(x) = 1 - (x + 1/2) log(1 + 1/x).
 TEST(StirlingError, StartsRightAndFollowsItsRecurrence) {

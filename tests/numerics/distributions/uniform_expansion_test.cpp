@@ -9,7 +9,16 @@
 
 namespace {
 
-using namespace KwMath_930::detail;
+using KwMath_930::detail::BetaDeviance;
+using KwMath_930::detail::DoubleDouble;
+using KwMath_930::detail::GammaDeviance;
+using KwMath_930::detail::kUniformReach;
+using KwMath_930::detail::LogGamma;
+using KwMath_930::detail::Tails;
+using KwMath_930::detail::UniformBeta;
+using KwMath_930::detail::UniformDistance;
+using KwMath_930::detail::UniformGamma;
+using KwMath_930::detail::UnitPoint;
 
 // Q(n, x) = exp(-x) (1 + x + ... + x^(n-1)/(n-1)!) for whole n.
 double PoissonSum(int n, double x) {
