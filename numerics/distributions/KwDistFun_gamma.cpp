@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "numerics/distributions/detail/as91_constants.h"
 #include "numerics/distributions/detail/checks.h"
 #include "numerics/distributions/detail/gamma_parts.h"
 #include "numerics/distributions/detail/incomplete_gamma.h"
@@ -19,6 +20,10 @@ using detail::FiniteOrMissing;
 using detail::GammaPrefix;
 using detail::IncompleteGamma;
 using detail::IsPositive;
+using detail::kSmallDf;
+using detail::kSmallTail;
+using detail::kStartTolerance;
+using detail::kWilsonHilferty;
 using detail::LogGamma;
 using detail::Missing;
 using detail::ProbabilityOrMissing;
@@ -30,12 +35,6 @@ namespace {
 
 constexpr double kLogTwo = 0.6931471805599453;
 constexpr int kMostTaylorSteps = 20;
-
-// Deliberate: the published constants are held in single precision.
-constexpr double kStartTolerance = static_cast<double>(0.01f);
-constexpr double kWilsonHilferty = static_cast<double>(0.222222f);
-constexpr double kSmallDf = static_cast<double>(0.32f);
-constexpr double kSmallTail = static_cast<double>(1.24f);
 
 // AS 91's start for df <= 0.32 and a p that is not small.
 double StartSmallDf(double p, double logGamma, double c) {
@@ -166,8 +165,8 @@ double KwDistFun::CdfGam(double x, double shape, double rate) {
     long ier = 0;
     const double scaled = rate * x;
     const double lower = gammad(scaled, shape, true, ier);
-    const bool isExact = !(scaled > 1e-250 && scaled < 1e280 && x < 1e280 && rate < 1e280);
-    if (lower == Missing() || lower == 0.0 || isExact) {
+    const bool isBeyondSplitting = !(scaled > 1e-250 && scaled < 1e280 && x < 1e280 && rate < 1e280);
+    if (lower == Missing() || lower == 0.0 || isBeyondSplitting) {
         return lower;
     }
     return ProbabilityOrMissing(lower + GammaWeighted(scaled, shape) * (TwoProduct(rate, x).lo / scaled));

@@ -32,9 +32,9 @@ bool IsCount(long n, const Values& values) {
     return n >= 1 && static_cast<std::size_t>(n) <= values.size();
 }
 
-// a + share (b - a) without overflow.
+// a + share (b - a) without overflow; a itself where both are the same.
 double Between(double a, double b, double share) {
-    return (1.0 - share) * a + share * b;
+    return a == b ? a : (1.0 - share) * a + share * b;
 }
 
 // The value of the observation whose rank is given, when each value stands weight times.
@@ -70,7 +70,8 @@ Place Locate(double rank, std::size_t n, const Values& weights, const Values& cu
         return {k, 0.0, 0.0};
     }
     const double gap = rank - cumulated[k - 1];
-    return {k, gap, std::min(1.0, weights[k] >= 1.0 ? gap : gap / weights[k])};
+    const double whole = std::min(1.0, weights[k]);
+    return {k, gap, gap < whole ? gap / whole : gap > 0.0 ? 1.0 : 0.0};
 }
 
 // The value at a rank by weighted average.

@@ -35,6 +35,9 @@ bool IsNoncentrality(double nc) {
     return nc >= 0.0 && nc <= kMostNoncentrality;
 }
 
+// More degrees of freedom than this, infinitely many among them, leave T - nc normal to double precision.
+constexpr double kNormalFrom = 1e20;
+
 bool IsOpenProbability(double p) {
     return p > 0.0 && p < 1.0;
 }
@@ -69,7 +72,7 @@ double KwDistFun::ncdbet(const double& x, const double& a, const double& b, cons
 }
 
 double KwDistFun::NonCentralCdfT(double t, double df, double nc, double tol) {
-    if (!IsPositive(df) || std::isnan(t) || std::isnan(tol) || !(std::abs(nc) <= kMostNoncentralityT)) {
+    if (!(df > 0.0) || std::isnan(t) || std::isnan(tol) || !(std::abs(nc) <= kMostNoncentralityT)) {
         return Missing();
     }
     if (nc == 0.0) {
@@ -82,16 +85,22 @@ double KwDistFun::NonCentralCdfT(double t, double df, double nc, double tol) {
     if (std::isinf(t)) {
         return t > 0.0 ? 1.0 : 0.0;
     }
+    if (df > kNormalFrom) {
+        return CdfNorm(t, nc, 1.0);
+    }
     return ProbabilityOrMissing(NoncentralT(Tail::kLower, t, df, nc, tol));
 }
 
 double KwDistFun::NonCentralPdfT(double t, double df, double nc, long& ier) {
     ier = 0;
-    if (!IsPositive(df) || std::isnan(t) || !(std::abs(nc) <= kMostNoncentralityT)) {
+    if (!(df > 0.0) || std::isnan(t) || !(std::abs(nc) <= kMostNoncentralityT)) {
         return Fail(ier, 1);
     }
     if (nc == 0.0) {
         return PdfT(t, df, ier);
+    }
+    if (df > kNormalFrom) {
+        return PdfNormal(t, nc, 1.0);
     }
     return FiniteOrMissing(std::isinf(t) ? 0.0 : NoncentralTDensity(t, df, nc));
 }
@@ -121,7 +130,7 @@ double KwDistFun::NonCentralCdfChi(double x, double df, double nc) {
 }
 
 double KwDistFun::FindNCParamT(double p, double t, double df, double tol, double most) {
-    if (!IsOpenProbability(p) || !std::isfinite(t) || !IsPositive(df) || std::isnan(tol) || std::isnan(most)) {
+    if (!IsOpenProbability(p) || !std::isfinite(t) || !(df > 0.0) || std::isnan(tol) || std::isnan(most)) {
         return Missing();
     }
     const double limit = most > 0.0 ? std::min(most, kMostNoncentralityT) : kMostNoncentralityT;
@@ -130,6 +139,9 @@ double KwDistFun::FindNCParamT(double p, double t, double df, double tol, double
         if (t == 0.0 || nc == 0.0) {
             const double sign = tail == Tail::kLower ? 1.0 : -1.0;
             return t == 0.0 ? CdfStdNorm(-sign * nc) : tail == Tail::kLower ? CdfT(t, df) : SigT(t, df);
+        }
+        if (df > kNormalFrom) {
+            return tail == Tail::kLower ? CdfNorm(t, nc, 1.0) : CdfNorm(nc, t, 1.0);
         }
         return ProbabilityOrMissing(NoncentralT(tail, t, df, nc, 0.0));
     };

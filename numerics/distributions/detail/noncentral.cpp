@@ -1,9 +1,10 @@
 // A mixture starts from the end of its range from which the recurrence of the incomplete function only adds, and takes
 // its weights afresh every kBlock terms, so that no error builds up. Where t and delta have opposite signs the mixture
-// of the t cancels; there the tail is the integral over the scale s of Phi(-(|t| s + |delta|)) times the density of s,
-// by the trapezoidal rule in v with log s = log s0 + c (v + 1 - exp(-v)), which decays doubly exponentially on both
-// sides. Sources: Benton and Krishnamoorthy, Comput. Statist. Data Anal. 43 (2003), for sums from their mode; Takahasi
-// and Mori, Publ. RIMS 9 (1974), for the rule. Test: KwDistFun_noncentral_test.cpp.
+// of the t cancels, and where delta is large it is long; there a tail is the integral over the scale s of
+// Phi(-+(t s - delta)) times the density of s, by the trapezoidal rule in v with log s = log s0 + c (v + 1 - exp(-v)),
+// which decays doubly exponentially on both sides. Sources: Benton and Krishnamoorthy, Comput. Statist. Data Anal. 43
+// (2003), for sums from their mode; Takahasi and Mori, Publ. RIMS 9 (1974), for the rule.
+// Test: KwDistFun_noncentral_test.cpp.
 #include "numerics/distributions/detail/noncentral.h"
 
 #include <algorithm>
@@ -24,8 +25,20 @@ constexpr int kBlock = 16;
 constexpr double kNegligible = 1e-19;
 constexpr double kMostIndex = 2e9;
 constexpr int kMostMixtureTerms = 2000000;  // some 18 sqrt(kMostIndex) are the most that a sum takes
+// From this half a squared non-centrality on the integral over the scale is shorter than the mixture; above this
+// multiple of df the normal factor cuts the scale's density off too sharply for the integral.
+constexpr double kLongMixture = 8.0;
+constexpr double kVeryLongMixture = 400.0;
+constexpr double kSharpEdge = 1.75;
+// Against a parameter above it the spread of the Poisson weights is nothing, and a beta variate is a gamma variate.
+constexpr double kFixedFrom = 1e15;
 constexpr double kRootHalf = 0.7071067811865476;
 constexpr double kInverseRootTwoPi = 0.3989422804014327;
+
+// At which share of the sum a sum ends.
+double EndOf(double tol) {
+    return tol > 0.0 ? tol * KwPower::MEpsilon() : kNegligible;
+}
 
 // A parameter a + k with the part that rounding takes from it: tails far out feel that part. tilt is the derivative of
 // the logarithm of Step by the parameter, which tells by what factor a value at the rounded parameter is to be
@@ -75,7 +88,7 @@ struct BetaFamily {
         const double step = BetaPrefix(at, shape.exact.hi, b);
         return shape.exact.lo != 0.0 ? shape.Correct(step, Tilt(shape.exact.hi)) : step;
     }
-    double Growth(double k) const { return at.x.hi * (a + k - 1.0 + b) / (a + k); }
+    double Growth(double k) const { return at.x.hi * ((a + (k - 1.0) + b) / (a + k)); }
 };
 
 // The index at which the terms stop growing: the last j at which ratio(j) = term(j)/term(j - 1) is at least 1.
@@ -112,7 +125,7 @@ double Mixture(const Family& family, double half, double shift, bool isLower, do
             size /= ratio(j--);
         }
     }
-    const double end = tol > 0.0 ? tol * KwPower::MEpsilon() : kNegligible;
+    const double end = EndOf(tol);
     const double direction = isLower ? -1.0 : 1.0;
     DoubleDouble value(valueAt(j));
     DoubleDouble total;
@@ -126,6 +139,9 @@ double Mixture(const Family& family, double half, double shift, bool isLower, do
         const double term = weight * value.hi;
         total = total + DoubleDouble(term);
         const bool isPastMode = isLower ? j <= mode : j >= mode;
+        if (!(term >= 0.0)) {
+            break;
+        }
         if ((isLower && j == 0.0) || (isPastMode && term <= end * total.hi)) {
             return total.Value();
         }
@@ -155,10 +171,11 @@ double ExpRest(double x) {
     return sum;
 }
 
-// The integral of exp(exponent(d)) factor(d) over d, its peak of about 1 at d = 0, of width about 1/sqrt(curvature).
+// The integral of integrand(d) over d, its peak of about 1 near d = 0, of width about 1/sqrt(curvature); it ends at
+// terms of end times the sum.
 template <class Integrand>
-double Trapezoid(const Integrand& integrand, double curvature) {
-    constexpr double kStep = 0.0625;
+double Trapezoid(const Integrand& integrand, double curvature, double end) {
+    constexpr double kStep = 0.125;
     constexpr int kMostNodes = 1000;
     const double scale = std::min(0.5, 1.0 / std::sqrt(curvature));
     double sum = 2.0 * integrand(0.0);
@@ -166,9 +183,9 @@ double Trapezoid(const Integrand& integrand, double curvature) {
         for (int i = 1; i < kMostNodes; ++i) {
             const double v = direction * kStep * i;
             const double bend = std::exp(-v);
-            const double term = (1.0 + bend) * integrand(scale * (v - std::expm1(-v)));
+            const double term = (1.0 + bend) * integrand(scale * (v + (1.0 - bend)));
             sum += term;
-            if (term < 1e-19 * sum) {
+            if (term < end * sum) {
                 break;
             }
         }
@@ -183,52 +200,176 @@ double WeightedScale(double s, double df) {
     return 2.0 * p * GammaPrefix(x.hi, p) * (1.0 + x.lo * (p / x.hi - 1.0));
 }
 
-// P(T > t; -d) for t, d > 0.
-double OppositeTail(double t, double df, double d) {
-    // phi(z)/Phi(-z)
-    const auto mills = [](double z) { return 0.7978845608028654 / ScaledErfc(z * kRootHalf); };
-    double low = -745.0;
-    double high = 0.0;
-    for (int i = 0; i < 60; ++i) {
-        const double middle = 0.5 * (low + high);
-        const double s = std::exp(middle);
-        (-df * std::expm1(2.0 * middle) > t * s * mills(t * s + d) ? low : high) = middle;
+// phi(z)/Phi(-z).
+double Mills(double z) {
+    return z < 0.0 ? 2.0 * kInverseRootTwoPi * ExpHalfSquare(z) / Erfc(z * kRootHalf)
+                   : 2.0 * kInverseRootTwoPi / ScaledErfc(z * kRootHalf);
+}
+
+// One tail of T = (Z + delta)/s for t > 0: the integral over u = log s of Phi(-z) times the density of u, where z is
+// t s - delta for the upper tail and its negative for the lower one.
+struct ScaleMixture {
+    double t;
+    double df;
+    double delta;
+    double sign;  // 1 for the upper tail, -1 for the lower one
+
+    double Slope(double s, double mills) const { return df * (1.0 - s) * (1.0 + s) - sign * t * s * mills; }
+    double Curvature(double s, double z, double mills) const {
+        const double pull = t * s * mills;
+        return std::max(2.0 * df * s * s + sign * pull + pull * (t * s) * (1.0 - z / mills),
+                        0.1 * (2.0 * df * s * s + pull));
     }
-    const double u = 0.5 * (low + high);
-    const double s = std::exp(u);
-    const DoubleDouble exactZ = TwoProduct(t, s) + DoubleDouble(d);
+    // About where the integrand has its peak: Newton's method from the peak that it has where Phi is Gaussian.
+    double Peak() const {
+        double s = 1.0;
+        if (sign * (t - delta) > 0.0) {
+            const double mixed = t * delta;
+            const double root = std::hypot(mixed, 2.0 * std::sqrt(df) * std::sqrt(df + t * t));
+            s = mixed > 0.0 ? (mixed + root) / (2.0 * (df + t * t)) : 2.0 * df / (root - mixed);
+        }
+        for (int i = 0; i < 40; ++i) {
+            const double z = sign * (t * s - delta);
+            const double mills = Mills(z);
+            const double curvature = Curvature(s, z, mills);
+            const double step = std::clamp(Slope(s, mills) / curvature, -1.0, 1.0);
+            s *= std::exp(step);
+            if (step * step * curvature < 1e-3) {
+                break;
+            }
+        }
+        return s;
+    }
+    double Integral(double end) const;
+};
+
+double ScaleMixture::Integral(double end) const {
+    const double s = Peak();
+    const DoubleDouble exactZ = TwoProduct(sign * t, s) - DoubleDouble(sign * delta);
     const double z = exactZ.hi;
     if (z > 38.5) {
         return 0.0;
     }
-    const double slope = mills(z);
-    const double curvature = 2.0 * df * s * s + t * s * slope * (1.0 + t * s * (slope - z));
-    const double height = ScaledErfc(z * kRootHalf);
-    const double drift = -df * std::expm1(2.0 * u);
-    const double integral = Trapezoid(
-        [&](double x) {
-            const double shift = t * s * std::expm1(x);
-            const double exponent = drift * x - 0.5 * df * s * s * ExpRest(2.0 * x) - shift * (z + 0.5 * shift);
-            return KwPower::ExpUnderflow(exponent)
-                       ? 0.0
-                       : std::exp(exponent) * ScaledErfc(std::max(0.0, z + shift) * kRootHalf) / height;
-        },
-        curvature);
-    const double edge = 0.5 * ExpHalfSquare(z) * height * (1.0 - slope * exactZ.lo);
+    const double mills = Mills(z);
+    const double drift = df * (1.0 - s) * (1.0 + s);
+    const double spread = 0.5 * df * s * s;
+    // Phi(-z) = exp(-z^2/2) E(z)/2 for z > 0: beside the peak the exponentials are divided by the peak's.
+    const double height = z > 0.0 ? ScaledErfc(z * kRootHalf) : Erfc(z * kRootHalf);
+    const double level = z > 0.0 ? 0.5 * z * z : 0.0;
+    const auto integrand = [&](double x) {
+        const double shift = sign * t * s * std::expm1(x);
+        const double at = z + shift;
+        double exponent = drift * x - spread * ExpRest(2.0 * x);
+        double factor = 0.0;
+        if (at > 0.0) {
+            exponent -= z > 0.0 ? shift * (z + 0.5 * shift) : 0.5 * at * at;
+            factor = ScaledErfc(at * kRootHalf);
+        } else {
+            exponent += level;
+            factor = Erfc(at * kRootHalf);
+        }
+        return KwPower::ExpUnderflow(exponent) ? 0.0 : std::exp(exponent) * factor / height;
+    };
+    const double integral = Trapezoid(integrand, Curvature(s, z, mills), end);
+    const double edge = 0.5 * height * (z > 0.0 ? ExpHalfSquare(z) * (1.0 - mills * exactZ.lo) : 1.0);
     return edge * WeightedScale(s, df) * integral;
+}
+
+// P(s < at) or P(s > at) for s = sqrt(chi-square/df), and its density there times at.
+struct ScalePoint {
+    double probability;
+    double weighted;
+};
+
+ScalePoint ScaleAt(double at, double df, bool isLower) {
+    const double p = 0.5 * df;
+    const DoubleDouble x = DoubleDouble(p) * TwoSquare(at);
+    const Tails tails = IncompleteGamma(x.hi, p);
+    const double weighted = 2.0 * p * GammaPrefix(x.hi, p);
+    const double shift = 0.5 * weighted * (x.lo / x.hi);
+    return {isLower ? tails.lower + shift : tails.upper - shift, weighted};
+}
+
+// The same tail as ScaleMixture::Integral by parts: the integral over z = t s - delta of the normal density times
+// P(s < (z + delta)/t) or P(s > ...), for a delta of 20 and more; NaN where z + delta comes near 0 on the way.
+double NormalMixture(double t, double df, double delta, bool isUpper, double end) {
+    constexpr int kMostNodes = 400;
+    // Nodes at whole multiples of a power of two are exact, so that nothing disturbs their spacing: 1/8 to 1/4 in z.
+    const double step = std::exp2(std::floor(std::log2(0.25 / t)));
+    double z = 0.0;
+    for (int i = 0; i < 8; ++i) {
+        const double s = (z + delta) / t;
+        const ScalePoint at = ScaleAt(s, df, isUpper);
+        const double pull = at.weighted / at.probability / (t * s);
+        z = std::max(0.5 * z + (isUpper ? 0.5 : -0.5) * pull, 10.0 - delta);
+    }
+    const double middle = std::floor((z + delta) / t / step) * step;
+    double sum = 0.0;
+    for (const double direction : {-1.0, 1.0}) {
+        for (int i = direction < 0.0 ? 0 : 1; i < kMostNodes; ++i) {
+            const double s = middle + direction * step * i;
+            const DoubleDouble here = TwoProduct(t, s) - DoubleDouble(delta);
+            if (!(here.hi + delta > 2.0)) {
+                return std::numeric_limits<double>::quiet_NaN();
+            }
+            const double term =
+                ExpHalfSquare(here.hi) * (1.0 - here.hi * here.lo) * ScaleAt(s, df, isUpper).probability;
+            sum += term;
+            if (term <= end * sum) {
+                break;
+            }
+        }
+    }
+    return step * t * kInverseRootTwoPi * sum;
+}
+
+// P(T > t) or P(T <= t), t > 0, by the Poisson mixtures.
+double PoissonMixture(const UnitPoint& at, double df, double delta, bool isUpper, double tol) {
+    const double half = 0.5 * delta * delta;
+    const double sum = Mixture(BetaFamily{at, 0.5, 0.5 * df}, half, 0.0, !isUpper, tol) +
+                       Mixture(BetaFamily{at, 1.0, 0.5 * df}, half, 0.5, !isUpper, tol);
+    return isUpper ? 0.5 * sum : 0.5 * Erfc(delta * kRootHalf) + 0.5 * sum;
+}
+
+// The tail on either side of t > 0 by the shortest form that is exact there.
+double TailOfT(const UnitPoint& at, double t, double df, double delta, bool isUpper, double tol) {
+    const double half = 0.5 * delta * delta;
+    if (delta < 0.0 || (half > kLongMixture && half < kSharpEdge * df)) {
+        return ScaleMixture{t, df, delta, isUpper ? 1.0 : -1.0}.Integral(EndOf(tol));
+    }
+    const double value = half > kVeryLongMixture ? NormalMixture(t, df, delta, isUpper, EndOf(tol))
+                                                 : std::numeric_limits<double>::quiet_NaN();
+    return std::isfinite(value) ? value : PoissonMixture(at, df, delta, isUpper, tol);
 }
 
 }  // namespace
 
 // The mixture is formed for the tail that lies away from the mean: the other is its complement.
 double NoncentralGamma(Tail tail, double z, double a, double half, double tol) {
+    if (a > kFixedFrom) {
+        const Tails tails = IncompleteGamma(z, a + half);
+        return tail == Tail::kLower ? tails.lower : tails.upper;
+    }
     const Tail formed = z > a + half ? Tail::kUpper : Tail::kLower;
     const double value = Mixture(GammaFamily{z, a}, half, 0.0, formed == Tail::kLower, tol);
     return formed == tail ? value : 1.0 - value;
 }
 
 double NoncentralBeta(Tail tail, const UnitPoint& at, double a, double b, double half, double tol) {
-    const Tail formed = at.x.hi * b > at.y.hi * (a + half) ? Tail::kUpper : Tail::kLower;
+    if (a > kFixedFrom) {
+        const Tails tails = IncompleteBeta(at, a + half, b);
+        return tail == Tail::kLower ? tails.lower : tails.upper;
+    }
+    if (b > kFixedFrom) {
+        const double z = -(b + 0.5 * (a - 1.0)) * (at.y.hi < 0.5 ? std::log(at.y.hi) : std::log1p(-at.x.hi));
+        if (!(z > 0.0) || !(z < 1e300)) {
+            return (z > 0.0) == (tail == Tail::kLower) ? 1.0 : 0.0;
+        }
+        return NoncentralGamma(tail, z, a, half, tol);
+    }
+    // A b below 1 heaps up what lies at 1: there the mean says little about the larger tail.
+    const bool isRight = b < 1.0 ? IncompleteBeta(at, a + half, b).lower > 0.5 : at.x.hi * b > at.y.hi * (a + half);
+    const Tail formed = isRight ? Tail::kUpper : Tail::kLower;
     const double value = Mixture(BetaFamily{at, a, b}, half, 0.0, formed == Tail::kLower, tol);
     return formed == tail ? value : 1.0 - value;
 }
@@ -238,21 +379,13 @@ double NoncentralT(Tail tail, double t, double df, double delta, double tol) {
     if (t < 0.0) {
         return NoncentralT(tail == Tail::kLower ? Tail::kUpper : Tail::kLower, -t, df, -delta, tol);
     }
-    if (delta < 0.0) {
-        const double upper = OppositeTail(t, df, -delta);
-        return tail == Tail::kUpper ? upper : 1.0 - upper;
-    }
     const UnitPoint at = PointOfT(t, df);
-    const double normal = 0.5 * Erfc(delta * kRootHalf);  // P(T <= 0)
     if (!(at.x.hi > 0.0) || !(at.y.hi > 0.0)) {
-        const double lower = at.x.hi > 0.0 ? 1.0 : normal;
+        const double lower = at.x.hi > 0.0 ? 1.0 : 0.5 * Erfc(delta * kRootHalf);
         return tail == Tail::kLower ? lower : 1.0 - lower;
     }
     const Tail formed = t > delta ? Tail::kUpper : Tail::kLower;
-    const double half = 0.5 * delta * delta;
-    const double sum = Mixture(BetaFamily{at, 0.5, 0.5 * df}, half, 0.0, formed == Tail::kLower, tol) +
-                       Mixture(BetaFamily{at, 1.0, 0.5 * df}, half, 0.5, formed == Tail::kLower, tol);
-    const double value = formed == Tail::kLower ? normal + 0.5 * sum : 0.5 * sum;
+    const double value = TailOfT(at, t, df, delta, formed == Tail::kUpper, tol);
     return formed == tail ? value : 1.0 - value;
 }
 
@@ -276,7 +409,7 @@ double NoncentralTDensity(double t, double df, double delta) {
             const double exponent = cross * ExpRest(x) - square * ExpRest(2.0 * x);
             return KwPower::ExpUnderflow(exponent) ? 0.0 : std::exp(exponent);
         },
-        4.0 * square - cross);
+        4.0 * square - cross, kNegligible);
     return s * height * WeightedScale(s, df) * integral;
 }
 

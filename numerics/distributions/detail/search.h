@@ -14,7 +14,8 @@ inline constexpr int kMostSearchSteps = 300;
 inline constexpr double kSearchTolerance = 8.0;  // epsilons
 
 // The x in [least, most] with f(x) = goal for an increasing f, from start by doubling steps; missing when f does not
-// reach goal there. Ends when f(x) or the enclosure agrees within tol epsilons, or at the cap.
+// reach goal there. Ends when f(x) agrees within tol epsilons/16 or the enclosure within tol, or at the cap; a last
+// secant takes from the enclosure what f tells about it.
 template <class Function>
 double SearchIncreasing(const Function& f, double goal, double start, double step, double least, double most,
                         double tol) {
@@ -54,7 +55,7 @@ double SearchIncreasing(const Function& f, double goal, double start, double ste
             next = 0.5 * x + 0.5 * other;
         }
         const double value = miss(next);
-        if (std::isnan(value) || KwPower::AlmostEqual(std::exp(value), 1.0, 0.5 * tolerance / 8.0)) {
+        if (std::isnan(value) || KwPower::AlmostEqual(std::exp(value), 1.0, tolerance / 16.0)) {
             return std::isnan(value) ? Missing() : next;
         }
         // Illinois: the end that stays has its weight halved.
@@ -67,7 +68,8 @@ double SearchIncreasing(const Function& f, double goal, double start, double ste
         other = next;
         there = weightThere = value;
     }
-    return other;
+    const double last = other - there * ((other - x) / (there - here));
+    return last >= std::min(x, other) && last <= std::max(x, other) ? last : other;
 }
 
 }  // namespace KwMath_930::detail

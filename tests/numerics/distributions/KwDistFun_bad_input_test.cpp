@@ -104,6 +104,32 @@ INSTANTIATE_TEST_SUITE_P(
                     Subject{"FindNCParamF", 4, false}, Subject{"FindNCParamT", 4, false}),
     [](const testing::TestParamInfo<Subject>& named) { return std::string(named.param.name); });
 
+// All values, weights and scalars of the two members over vectors take each hostile number.
+TEST(BadInputOfVectors, GivesFiniteResults) {
+    for (const double x : kHostile) {
+        for (const double w : kHostile) {
+            for (const double p : kHostile) {
+                for (const double q : kHostile) {
+                    const std::vector<double> values{x, 2.5};
+                    const std::vector<double> weights{w, p};
+                    double median = 0.0, lower = 0.0, upper = 0.0, result = 0.0;
+                    long ier = 0;
+                    for (const bool interpolates : {false, true}) {
+                        KwDistFun::Mednci(2, values, weights, q, p, interpolates, median, lower, upper);
+                        EXPECT_TRUE(std::isfinite(median) && std::isfinite(lower) && std::isfinite(upper))
+                            << x << ' ' << w << ' ' << p << ' ' << q;
+                    }
+                    for (long method = -1; method <= 5; ++method) {
+                        KwDistFun::GPTile(2, p, values, {1.0, w}, {q, x}, method, result, ier);
+                        EXPECT_TRUE(std::isfinite(result)) << x << ' ' << w << ' ' << p << ' ' << q << ' ' << method;
+                        EXPECT_EQ(ier != 0, KwCommon_930::KwMV::IsMissing(result));
+                    }
+                }
+            }
+        }
+    }
+}
+
 TEST(Refine, CountsItsSteps) {
     using KwMath_930::detail::Tails;
     int calls = 0;

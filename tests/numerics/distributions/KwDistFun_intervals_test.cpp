@@ -139,6 +139,12 @@ TEST(KwDistFunGPTile, WeightsCountAsRepetitions) {
     }
 }
 
+TEST(KwDistFunGPTile, BetweenEqualValuesLiesThatValue) {
+    for (double p = 0.0; p <= 1.0; p += 0.0371) {
+        EXPECT_EQ(Percentile(p, 0, {0.1, 0.1, 0.1, 0.7, 0.7}) == 0.1, p * 6.0 <= 3.0) << p;
+    }
+}
+
 TEST(KwDistFunGPTile, RefusesBadArguments) {
     const Values v{1.0, 2.0}, w{1.0, 1.0}, c{1.0, 2.0};
     double result = 0.0;

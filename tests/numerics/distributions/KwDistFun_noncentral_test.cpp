@@ -56,6 +56,37 @@ TEST(KwDistFunNonCentralT, MixtureAndIntegralMeetAtZero) {
     }
 }
 
+// The mixture, the integral over the scale and the one over the normal variable meet where one gives over to another:
+// at delta^2 = 16, at delta^2 = 3.5 df and at delta^2 = 800.
+TEST(KwDistFunNonCentralT, ItsFormsMeetAtTheirBorders) {
+    struct Case {
+        double df, delta;
+    };
+    for (const Case& c : {Case{30.0, 4.0}, Case{5e3, 4.0}, Case{90.0, std::sqrt(315.0)}, Case{400.0, std::sqrt(1400.0)},
+                          Case{2.3, std::sqrt(800.0)}, Case{151.0, std::sqrt(800.0)}}) {
+        for (const double share : {0.8, 0.97, 1.04, 1.3}) {
+            const double t = c.delta * share;
+            const double below = c.delta * (1.0 - 1e-9);
+            const double above = c.delta * (1.0 + 1e-9);
+            const double first = KwDistFun::NonCentralCdfT(t, c.df, below, 0.0);
+            const double second = KwDistFun::NonCentralCdfT(t, c.df, above, 0.0);
+            // What the two differ by belongs to delta: d P / d delta by a wider difference on one side.
+            const double further = KwDistFun::NonCentralCdfT(t, c.df, c.delta * (1.0 + 3e-9), 0.0);
+            EXPECT_NEAR((first - second) / (second - further), 1.0, 2e-4) << c.df << ' ' << c.delta << ' ' << share;
+        }
+    }
+}
+
+// A binding to what nobody can tell apart: as df grows the non-central t becomes normal, without a step.
+TEST(KwDistFunNonCentralT, GoesOverIntoTheNormal) {
+    for (const double delta : {-2.3, 0.7, 31.0}) {
+        const double t = delta + 1.3;
+        const double at = KwDistFun::NonCentralCdfT(t, 1e20, delta, 0.0);
+        EXPECT_NEAR(at / KwDistFun::NonCentralCdfT(t, 1.0001e20, delta, 0.0), 1.0, 1e-14) << delta;
+        EXPECT_EQ(KwDistFun::NonCentralCdfT(t, 1.7e308, delta, 0.0), KwDistFun::CdfNorm(t, delta, 1.0));
+    }
+}
+
 // d/dt of the distribution function is the density, on both sides of 0.
 TEST(KwDistFunNonCentralT, DensityIsTheSlope) {
     for (const double t : {-1.7, -0.2, 0.6, 3.4}) {
@@ -115,6 +146,34 @@ TEST(KwDistFunNonCentral, FIsItsPoissonMixtureOfBeta) {
     EXPECT_NEAR(KwDistFun::NonCentralCdfF(1.7, 3.0, 11.0, 8.2, 0.0) / sum, 1.0, 1e-13);
     EXPECT_NEAR(Kernels::ncdbet(x, 1.5, 5.5, 8.2, ier) / sum, 1.0, 1e-13);
     EXPECT_EQ(ier, 0);
+}
+
+// Beyond 1e15 one count of F is as good as infinite: what is left is chi-square, of the other one.
+TEST(KwDistFunNonCentral, FOfHugeCountsIsItsLimit) {
+    for (const double df2 : {1e17, 1.7e308}) {
+        EXPECT_NEAR(KwDistFun::NonCentralCdfF(2.1, 3.0, df2, 4.4, 0.0) / KwDistFun::NonCentralCdfChi(6.3, 3.0, 4.4),
+                    1.0, 1e-13)
+            << df2;
+    }
+    for (const double df1 : {1e17, 1.7e308}) {
+        // The numerator is 1: F = 1/(chi-square/df2).
+        EXPECT_NEAR(KwDistFun::NonCentralCdfF(2.0, df1, 7.0, 4.4, 0.0) / KwDistFun::SigChi(3.5, 7.0), 1.0, 1e-13)
+            << df1;
+    }
+    EXPECT_NEAR(KwDistFun::NonCentralCdfChi(1e16, 1e16, 4.4), 0.5, 1e-7);
+}
+
+// With a b below 1 nearly everything lies at the right end: the small lower tail is formed as such.
+TEST(KwDistFunNonCentral, FWithAHeavyEndKeepsItsLowerTail) {
+    const double df2 = 0.0018864268930533941;
+    double weight = std::exp(-0.49);
+    double sum = 0.0;
+    for (int j = 0; j < 60; ++j) {
+        const double df1 = 45.0 + 2.0 * j;
+        sum += weight * KwDistFun::CdfF(3.5 * 45.0 / df1, df1, df2);
+        weight *= 0.49 / (j + 1);
+    }
+    EXPECT_NEAR(KwDistFun::NonCentralCdfF(3.5, 45.0, df2, 0.98, 0.0) / sum, 1.0, 4e-15);
 }
 
 TEST(KwDistFunNonCentral, ChiSquareAndFHaveTheirEdges) {

@@ -83,26 +83,25 @@ INSTANTIATE_TEST_SUITE_P(
                     Limit{"SigChi", Measure::kUlp, 16.0},                                                  // seen 5
                     Limit{"IdfChi", Measure::kInverse, 1.0}, Limit{"CdfGam", Measure::kUlp, 16.0},         // seen 4
                     // The formula adds terms as large as log Gamma(shape): each rounds by half an ulp of itself.
-                    // Seen 1.6 ulp of it.
-                    Limit{"PdfGamma", Measure::kFormula, 4.0}, Limit{"IdfGam", Measure::kInverse, 1.0},
+                    // With the logarithm's and rate x's own rounding that makes 7 ulp of the largest; seen 6.3.
+                    Limit{"PdfGamma", Measure::kFormula, 7.0}, Limit{"IdfGam", Measure::kInverse, 1.0},
                     Limit{"CdfBeta", Measure::kUlp, 16.0},  // seen 6
                     Limit{"IdfBeta", Measure::kInverse, 1.0}, Limit{"CdfT", Measure::kUlp, 16.0},
                     Limit{"SigT", Measure::kUlp, 16.0}, Limit{"PdfT", Measure::kFormula, 4.0},  // as PdfGamma
                     Limit{"IdfT", Measure::kInverse, 1.0}, Limit{"CdfF", Measure::kUlp, 16.0},
-                    Limit{"SigF", Measure::kUlp, 45.0},  // seen 22: the fraction at parameters of 2 against 3e7
-                    // Seen 1.4: against many degrees of freedom, some two or three leave the distribution function 3
-                    // ulp from exact.
-                    Limit{"IdfF", Measure::kInverse, 2.0}, Limit{"CdfBin", Measure::kUlp, 16.0},
+                    Limit{"SigF", Measure::kUlp, 24.0},  // seen 17: 1 - CdfF below f = 1, a difference for small df1
+                    Limit{"IdfF", Measure::kInverse, 1.0}, Limit{"CdfBin", Measure::kUlp, 16.0},
                     Limit{"PdfBin", Measure::kUlp, 16.0}, Limit{"IdfBin", Measure::kUlp, 0.0},
                     Limit{"PdfNegBin", Measure::kUlp, 16.0}, Limit{"PdfHyper", Measure::kUlp, 16.0},
                     Limit{"CDFHyper", Measure::kUlp, 45.0},          // seen 13: sums of some ten thousand terms
-                    Limit{"NonCentralCdfChi", Measure::kUlp, 45.0},  // seen 17: sums of some hundred terms
-                    Limit{"NonCentralCdfF", Measure::kUlp, 45.0},    // seen 27: the same
-                    Limit{"NonCentralCdfT", Measure::kUlp, 45.0},    // seen 20: the same
-                    Limit{"NonCentralPdfT", Measure::kUlp, 45.0},
-                    // The search ends within the rounding of the distribution function, some ulp of p.
-                    Limit{"FindNCParamChi", Measure::kInverse, 12.0}, Limit{"FindNCParamF", Measure::kInverse, 12.0},
-                    Limit{"FindNCParamT", Measure::kInverse, 12.0}),
+                    Limit{"NonCentralCdfChi", Measure::kUlp, 24.0},  // seen 12: sums of some hundred terms
+                    Limit{"NonCentralCdfF", Measure::kUlp, 24.0},    // seen 13: the same
+                    Limit{"NonCentralCdfT", Measure::kUlp, 24.0},    // seen 15: the same
+                    Limit{"NonCentralPdfT", Measure::kUlp, 24.0},    // seen 9
+                    // A search ends within the rounding of the distribution function, up to the 12 and 15 ulp of p
+                    // above where 4 are allowed: seen 2.4, 4.3 and 1.2.
+                    Limit{"FindNCParamChi", Measure::kInverse, 3.0}, Limit{"FindNCParamF", Measure::kInverse, 5.0},
+                    Limit{"FindNCParamT", Measure::kInverse, 2.0}),
     [](const testing::TestParamInfo<Limit>& named) { return std::string(named.param.member); });
 
 // mean + sd z as written: where the two cancel, the result keeps the absolute accuracy of sd z.
