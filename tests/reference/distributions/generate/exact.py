@@ -182,7 +182,7 @@ def noncentral_gamma(z, a, half):
     low, high = mixture_indices(lambda j: half / (j + 1) * min(1, z / (a + j + 1)), start)
     weight = mpmath.exp(high * mpmath.log(half) - half - mpmath.loggamma(high + 1))
     step = mpmath.exp((a + high) * mpmath.log(z) - z - mpmath.loggamma(a + high + 1))
-    value = step * kummer(z, a + high) if z < 2 * (a + high) + 100 else gamma_tails(z, a + high)[0]
+    value = step * kummer(z, a + high) if z < 2 * (a + high) + 100 and a + high < 20000 else gamma_tails(z, a + high)[0]
     total = weight * value
     for j in range(high, low, -1):
         step *= (a + j) / z
@@ -248,8 +248,8 @@ def noncentral_t_density(t, df, delta):
     t, df, delta = mpf(t), mpf(df), mpf(delta)
     size = abs(t * delta) * mpmath.sqrt((df + 2) / (df + t * t))  # the terms grow to about exp(size^2/2)
     digits = mp.dps + int(size ** 2 / 2 + size) + 20
-    if digits > 2500:
-        raise TooLong
+    if digits > 1500:
+        return noncentral_t_density_by_peak(t, df, delta)
     with mpmath.workdps(digits):
         argument = t * delta * mpmath.sqrt(2 / (df + t * t))
         even, odd = mpf(1), mpmath.gamma((df + 2) / 2) / mpmath.gamma((df + 1) / 2) if df < 1e6 else \
@@ -265,6 +265,25 @@ def noncentral_t_density(t, df, delta):
             if k > 200000:
                 raise TooLong
         return +(t_density(t, df) * mpmath.exp(-delta * delta / 2) * total)
+
+
+def noncentral_t_density_by_peak(t, df, delta):
+    """The integral over the scale s of s phi(t s - delta) times the density of s, in u = log s about its peak."""
+    with mpmath.workdps(mp.dps + 15):
+        top = mpmath.log(2) + df / 2 * mpmath.log(df / 2) - mpmath.loggamma(df / 2) - mpmath.log(2 * mpmath.pi) / 2
+
+        def log_density(u):
+            s = mpmath.exp(u)
+            return top + (df + 1) * u - df * s * s / 2 - (t * s - delta) ** 2 / 2
+
+        # (df + t^2) s^2 - t delta s - (df + 1) = 0
+        half = t * delta / (2 * (df + t * t))
+        peak = mpmath.log(half + mpmath.sqrt(half * half + (df + 1) / (df + t * t)))
+        level = log_density(peak)
+        left = far_end(lambda d: level - log_density(peak - d), peak, -1, mpf(2000))
+        right = far_end(lambda d: level - log_density(peak + d), peak, 1, mpf(16))
+        value = integral(log_density, peak, left) + integral(log_density, peak, right)
+    return +value
 
 
 def log_binomial(n, k):

@@ -19,7 +19,7 @@ import exact
 from exact import TooLong
 
 FOLDER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..")
-ROWS = 210
+ROWS = 240
 SMALLEST = mpf(10) ** -300
 
 
@@ -27,15 +27,24 @@ def log_uniform(low, high):
     return math.exp(random.uniform(math.log(low), math.log(high)))
 
 
+def beside(value):
+    """A border at which a member changes its form, or the next double on either side."""
+    return random.choice([value, math.nextafter(value, 0.0), math.nextafter(value, math.inf)])
+
+
 def df(low=1e-3, high=1e10):
-    """Degrees of freedom: mostly ordinary ones, some from the ends of the range."""
+    """Degrees of freedom: mostly ordinary ones, some from the ends of the range, some at the borders of a form."""
     kind = random.random()
+    if kind > 0.94:
+        return random.choice([low, high, beside(2.0), beside(24.0)])
     if kind < 0.15:
         return float(random.randint(1, 60))
     return log_uniform(max(low, 0.2), min(high, 3e3)) if kind < 0.65 else log_uniform(low, high)
 
 
 def shape(low=1e-5, high=1e8):
+    if random.random() > 0.94:
+        return random.choice([low, high, math.nextafter(1.0, random.choice([0.0, 2.0])), beside(12.0)])
     return log_uniform(max(low, 0.2), min(high, 3e3)) if random.random() < 0.5 else log_uniform(low, high)
 
 
@@ -59,19 +68,23 @@ def beta_x(a, b):
 
 def f_x(d1, d2):
     deviation = math.sqrt(2 / d1 + 2 / d2)
+    if random.random() < 0.05:
+        return beside(1.0)
     return math.exp(random.gauss(0, 1) * deviation * random.choice([1, 3])) if deviation < 200 else log_uniform(1e-6, 1e6)
 
 
 def t_x(d):
-    t = random.choice([random.gauss(0, 1), random.uniform(-6, 6), random.gauss(0, 12)])
-    return t * log_uniform(1, 1e6) if d < 20 and random.random() < 0.3 else t
+    t = random.choice([random.gauss(0, 1), random.uniform(-6, 6), random.gauss(0, 12), beside(random.choice([-1.0, 1.0]))])
+    return t * log_uniform(1, 1e6) if abs(t) != 1 and d < 20 and random.random() < 0.3 else t
 
 
 def probability():
     kind = random.random()
+    if kind > 0.96:
+        return random.choice([1e-300, 1 - 2.0 ** -53, beside(0.075), beside(0.925), beside(math.exp(-25))])
     if kind < 0.35:
         return log_uniform(1e-300, 1e-3)
-    return random.random() if kind < 0.85 else 1 - log_uniform(1e-15, 1e-2)
+    return random.random() if kind < 0.83 else 1 - log_uniform(1e-16, 1e-2)
 
 
 def keep(value):
@@ -152,6 +165,7 @@ def IdfNorm():
 def zarndnlgam():
     x = random.choice([log_uniform(1e-300, 0.5), random.uniform(0, 8.5), log_uniform(8, 1e300),
                        1 + random.choice([-1, 1]) * log_uniform(1e-15, 0.3),
+                       beside(random.choice([0.25, 0.5, 3.5, 4.0, 5.0, 6.0, 7.0, 8.0])),
                        2 + random.choice([-1, 1]) * log_uniform(1e-15, 0.3)])
     return (x,), mpmath.loggamma(mpf(x))
 
@@ -169,7 +183,7 @@ def SigChi():
 
 
 def IdfChi():
-    d = df(high=1e8)
+    d = df()
     half = mpf(d) / 2
     p, x, density = invert(lambda x: exact.gamma_tails(x, half), lambda x: exact.gamma_density(x, half),
                            gamma_x(d / 2))
@@ -191,7 +205,7 @@ def PdfGamma():
 
 
 def IdfGam():
-    a, rate = shape(1e-4, 1e8), log_uniform(1e-3, 1e3)
+    a, rate = shape(), log_uniform(1e-3, 1e3)
     p, x, density = invert(lambda x: exact.gamma_tails(x, a), lambda x: exact.gamma_density(x, a), gamma_x(a))
     return (p, a, rate), keep(x / rate), density * rate
 
@@ -203,7 +217,7 @@ def CdfBeta():
 
 
 def IdfBeta():
-    a, b = shape(1e-2, 1e7), shape(1e-2, 1e7)
+    a, b = shape(), shape()
     a_, b_ = mpf(a), mpf(b)
     x = mpf(beta_x(a, b))
     if not 0 < x < 1:
@@ -227,13 +241,13 @@ def SigT():
 
 
 def PdfT():
-    d = df(high=1e6)
+    d = df()
     t = t_x(d)
     return (t, d), keep(exact.t_density(t, d))
 
 
 def IdfT():
-    d = df(low=0.02, high=1e8)
+    d = df(high=1e8)
     t = t_x(d)
     if t < 0:
         p, x, density = invert(lambda t: exact.t_tails(-t, d)[::-1], lambda t: exact.t_density(t, d), -t)
@@ -265,7 +279,7 @@ def f_density(f, d1, d2):
 
 
 def IdfF():
-    d1, d2 = df(low=0.05, high=1e8), df(low=0.05, high=1e8)
+    d1, d2 = df(), df()
     p, x, density = invert(lambda f: exact.f_tails(f, d1, d2), lambda f: f_density(f, d1, d2), f_x(d1, d2))
     return (p, d1, d2), x, density
 
@@ -294,7 +308,7 @@ def PdfBin():
 
 def PdfNegBin():
     p = random.choice([random.random(), log_uniform(1e-6, 1)])
-    r = random.choice([float(random.randint(1, 50)), log_uniform(1e-3, 1e6)])
+    r = random.choice([float(random.randint(1, 50)), log_uniform(1e-5, 1e8)])
     mean = r * (1 - p) / p
     k = max(0, int(around(mean, math.sqrt(mean / p))))
     if k > 10 ** 10:
@@ -347,7 +361,7 @@ def noncentral_half():
 
 
 def NonCentralCdfChi():
-    d, nc = df(high=1e4), noncentral_half()
+    d, nc = df(), noncentral_half()
     x = around(d + nc, math.sqrt(2 * d + 4 * nc))
     if x <= 0 or x > 20 * (d + nc) + 100:
         raise TooLong
@@ -355,7 +369,7 @@ def NonCentralCdfChi():
 
 
 def NonCentralCdfF():
-    d1, d2, nc = df(0.1, 1e4), df(0.1, 1e4), noncentral_half()
+    d1, d2, nc = df(), df(), noncentral_half()
     f = (1 + nc / d1) * f_x(d1, min(d2, d1 + nc)) if random.random() < 0.7 else log_uniform(1e-3, 1e3)
     whole = mpf(d2) + mpf(d1) * mpf(f)
     return (f, d1, d2, nc), keep(exact.noncentral_beta(mpf(d1) * f / whole, d2 / whole, mpf(d1) / 2, mpf(d2) / 2,
@@ -363,8 +377,8 @@ def NonCentralCdfF():
 
 
 def t_arguments():
-    d = df(0.1, 1e5)
-    delta = random.choice([-1, 1]) * random.choice([log_uniform(1e-2, 8), log_uniform(1, 40), log_uniform(1, 300)])
+    d = df()
+    delta = random.choice([-1, 1]) * random.choice([log_uniform(1e-2, 8), log_uniform(1, 40), log_uniform(1, 1e4)])
     t = delta * math.exp(random.gauss(0, 1) / math.sqrt(d + 1)) + random.gauss(0, 2)
     if random.random() < 0.3 and abs(delta) < 30:
         t = -t
@@ -373,7 +387,7 @@ def t_arguments():
 
 def NonCentralCdfT():
     t, d, delta = t_arguments()
-    if t * delta < 0 and abs(delta) > 20:
+    if t * delta < 0 and abs(delta) > 37:
         raise TooLong
     value = exact.noncentral_t_tail(t, d, delta) if t < 0 else exact.noncentral_t(t, d, delta)
     return (t, d, delta), keep(value)
@@ -381,7 +395,7 @@ def NonCentralCdfT():
 
 def NonCentralPdfT():
     t, d, delta = t_arguments()
-    if abs(delta) > 60:
+    if t == 0:
         raise TooLong
     return (t, d, delta), keep(exact.noncentral_t_density(t, d, delta))
 
@@ -401,16 +415,12 @@ def find(cdf, nc):
 
 def FindNCParamChi():
     (x, d, nc), _ = NonCentralCdfChi()
-    if nc > 2000:
-        raise TooLong
     p, nc, slope = find(lambda v: exact.noncentral_gamma(mpf(x) / 2, mpf(d) / 2, v / 2), nc)
     return (p, x, d), nc, slope
 
 
 def FindNCParamF():
     (f, d1, d2, nc), _ = NonCentralCdfF()
-    if nc > 1000:
-        raise TooLong
     whole = mpf(d2) + mpf(d1) * mpf(f)
     p, nc, slope = find(lambda v: exact.noncentral_beta(mpf(d1) * f / whole, d2 / whole, mpf(d1) / 2, mpf(d2) / 2,
                                                         v / 2), nc)
@@ -419,7 +429,7 @@ def FindNCParamF():
 
 def FindNCParamT():
     (t, d, delta), _ = NonCentralCdfT()
-    if abs(delta) > 30 or t < 0:
+    if t < 0 or abs(delta) > 1000:
         raise TooLong
     p, delta, slope = find(lambda v: exact.noncentral_t(t, d, v), delta)
     return (p, t, d), delta, slope
