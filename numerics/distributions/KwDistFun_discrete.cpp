@@ -68,21 +68,24 @@ double HyperMass(double k, double n, double m, double size) {
     return mass(k, m) * (mass(n - k, size - m) / mass(n, size));
 }
 
-// P(X <= k) summed downwards from k; the terms are taken afresh now and then, so that no error builds up.
+// P(X <= k) summed downwards from k in blocks, each from a term taken afresh, so that no error builds up.
 double HyperLower(double k, double n, double m, double size, double least) {
     constexpr int kBlock = 64;
-    double term = HyperMass(k, n, m, size);
-    DoubleDouble sum(term);
-    int count = 0;
-    for (double j = k; j > least && term > 1e-18 * sum.hi; j -= 1.0) {
-        if (++count % kBlock == 0) {
-            term = HyperMass(j - 1.0, n, m, size);
-        } else {
+    constexpr double kNegligible = 1e-21;  // some thousand terms of about one size may follow
+    double total = 0.0;
+    double term = 1.0;
+    for (double j = k; j >= least && term > kNegligible * total;) {
+        term = HyperMass(j, n, m, size);
+        double sum = term;
+        for (int i = 1; i < kBlock && j > least && term > kNegligible * total; ++i) {
             term *= (j * (size - m - n + j)) / ((m - j + 1.0) * (n - j + 1.0));
+            sum += term;
+            j -= 1.0;
         }
-        sum = sum + DoubleDouble(term);
+        j -= 1.0;
+        total += sum;
     }
-    return sum.Value();
+    return total;
 }
 
 }  // namespace

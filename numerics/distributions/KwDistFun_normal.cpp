@@ -36,10 +36,12 @@ DoubleDouble Standardise(double x, double mean, double sd) {
     return TwoSum(x, -mean) / DoubleDouble(sd);
 }
 
-// The density over the upper tail at z >= 0.
-double HazardRate(double z) {
+// The z > 1 that cuts off tail, one Newton step from an approximation.
+double RefineDeviate(double z, double tail) {
     constexpr double kRootHalf = 0.7071067811865476;
-    return 2.0 * kInverseRootTwoPi / ScaledErfc(z * kRootHalf);
+    const double scaled = ScaledErfc(z * kRootHalf);
+    const double reached = 0.5 * ExpHalfSquare(z) * scaled;
+    return z + (reached / tail - 1.0) * scaled / (2.0 * kInverseRootTwoPi);
 }
 
 }  // namespace
@@ -108,12 +110,11 @@ double KwDistFun::probit(const double& p) {
         const double r = 0.180625 - q * q;
         return q * Polynomial(kA, r) / Polynomial(kB, r);
     }
-    const double r = std::sqrt(-std::log(q < 0.0 ? p : 1.0 - p));
+    const double tail = q < 0.0 ? p : 1.0 - p;
+    const double r = std::sqrt(-std::log(tail));
     const double z = r <= 5.0 ? Polynomial(kC, r - 1.6) / Polynomial(kD, r - 1.6)
                               : Polynomial(kE, r - 5.0) / Polynomial(kF, r - 5.0);
-    // A Newton step on the tail that the deviate cuts off.
-    const double tail = q < 0.0 ? p : 1.0 - p;
-    const double refined = z + (prbnrm(-z) / tail - 1.0) / HazardRate(z);
+    const double refined = RefineDeviate(z, tail);
     return q < 0.0 ? -refined : refined;
 }
 

@@ -20,6 +20,7 @@ using detail::Fail;
 using detail::FiniteOrMissing;
 using detail::InvertBeta;
 using detail::IsPositive;
+using detail::kLastRoughStep;
 using detail::Missing;
 using detail::PointOfF;
 using detail::PointOfT;
@@ -106,7 +107,7 @@ double KwDistFun::zarnidft(const double& p, const double& df, long& ier) {
     const double tail = std::min(p, 1.0 - p);
     const Tails target{2.0 * std::abs(p - 0.5), 2.0 * tail};  // of P(|T| < |t|)
     const double deviate = -probit(std::min(0.5, std::min(target.lower, target.upper)));
-    const UnitPoint at = InvertBeta(target, 0.5, 0.5 * df, deviate);
+    const UnitPoint at = InvertBeta(target, 0.5, 0.5 * df, deviate, kLastRoughStep);
     const double start = std::sqrt(df) * std::sqrt(at.x.hi) / std::sqrt(at.y.hi);
     if (!std::isfinite(start)) {
         return Missing();
@@ -124,7 +125,7 @@ double KwDistFun::zarnidff(const double& p, const double& df1, const double& df2
     }
     const double deviate = -probit(std::min(p, 1.0 - p));
     const Tails target{p, 1.0 - p};
-    const UnitPoint at = InvertBeta(target, 0.5 * df1, 0.5 * df2, deviate);
+    const UnitPoint at = InvertBeta(target, 0.5 * df1, 0.5 * df2, deviate, kLastRoughStep);
     const double start = (df2 / df1) * (at.x.hi / at.y.hi);
     if (!std::isfinite(start) || start == 0.0) {
         return FiniteOrMissing(start);

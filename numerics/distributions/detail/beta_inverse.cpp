@@ -33,28 +33,43 @@ double Start(double tail, double a, double b, double y) {
     return odds <= 1.0 ? std::exp((std::log(tail * a) + logBeta) / a) : 1.0 - 2.0 / (odds + 1.0);
 }
 
-// x <= 1/2 with I_x(a, b) = target.
-double SmallHalf(double start, const Tails& target, double a, double b) {
+// x <= most with I_x(a, b) = target.
+double Solve(double start, const Tails& target, double a, double b, double most, double lastStep) {
     return Refine(
-        start, target, 0.5, [a, b](double x) { return IncompleteBeta(UnitPoint(x), a, b); },
+        start, target, most, [a, b](double x) { return IncompleteBeta(UnitPoint(x), a, b); },
         [a, b](double x) {
             const UnitPoint at(x);
             return BetaPrefix(at, a, b) * a / at.y.hi;
-        });
+        },
+        lastStep);
 }
 
 }  // namespace
 
-UnitPoint InvertBeta(const Tails& target, double a, double b, double deviate) {
+UnitPoint InvertBeta(const Tails& target, double a, double b, double deviate, double lastStep) {
     const bool byLower = target.lower <= target.upper;
     const double start = byLower ? Start(target.lower, a, b, deviate) : 1.0 - Start(target.upper, b, a, deviate);
     const double startY = byLower ? 1.0 - start : Start(target.upper, b, a, deviate);
+    // A start far from the middle tells the side; should it be wrong, the solution sticks to the bound.
+    constexpr double kSurely = 0.25;
+    constexpr double kBound = 0.75;
+    if (start < kSurely) {
+        const double x = Solve(start, target, a, b, kBound, lastStep);
+        if (x < kBound - 0.01) {
+            return UnitPoint(x);
+        }
+    } else if (startY < kSurely) {
+        const double y = Solve(startY, target.Swapped(), b, a, kBound, lastStep);
+        if (y < kBound - 0.01) {
+            return UnitPoint(y).Swapped();
+        }
+    }
     const Tails middle = IncompleteBeta(UnitPoint(0.5), a, b);
     const bool isRight = byLower ? middle.lower < target.lower : middle.upper > target.upper;
     if (isRight) {
-        return UnitPoint(SmallHalf(startY, target.Swapped(), b, a)).Swapped();
+        return UnitPoint(Solve(startY, target.Swapped(), b, a, 0.5, lastStep)).Swapped();
     }
-    return UnitPoint(SmallHalf(start, target, a, b));
+    return UnitPoint(Solve(start, target, a, b, 0.5, lastStep));
 }
 
 }  // namespace KwMath_930::detail

@@ -64,6 +64,11 @@ double LogBinomialSmall(double a, double b) {
     return a * slope - LogGamma1p(a);
 }
 
+// log(x b), by one logarithm where the product can be split.
+DoubleDouble LogOfProduct(DoubleDouble x, double b) {
+    return x.hi > 1e-270 ? Log(x * DoubleDouble(b)) : Log(x) + Log(b);
+}
+
 }  // namespace
 
 double StirlingError(double x) {
@@ -141,14 +146,16 @@ double BetaPrefix(const UnitPoint& at, double a, double b) {
         const double stirling = (StirlingError(a) - StirlingError(sum)) + StirlingError(b);
         return Exp(-(BetaDeviance(at, a, b) + DoubleDouble(stirling))) * std::sqrt(b / sum / (kTwoPi * a));
     }
-    const DoubleDouble power = DoubleDouble(a) * Log(at.x) + DoubleDouble(b) * Log(at.y);
     if (a < 1.0 && b < 1.0) {
+        const DoubleDouble power = DoubleDouble(a) * Log(at.x) + DoubleDouble(b) * Log(at.y);
         return Exp(power) * (b / sum) * (ReciprocalGamma1(a) * ReciprocalGamma1(b) / ReciprocalGamma1(sum));
     }
     if (a < 1.0) {
-        return Exp(power + DoubleDouble(a) * Log(b) + DoubleDouble(LogGammaRatioRest(a, b)));
+        const DoubleDouble power = DoubleDouble(a) * LogOfProduct(at.x, b) + DoubleDouble(b) * Log(at.y);
+        return Exp(power + DoubleDouble(LogGammaRatioRest(a, b)));
     }
-    return Exp(power + DoubleDouble(b) * Log(a) + DoubleDouble(LogGammaRatioRest(b, a))) * (b / a);
+    const DoubleDouble power = DoubleDouble(a) * Log(at.x) + DoubleDouble(b) * LogOfProduct(at.y, a);
+    return Exp(power + DoubleDouble(LogGammaRatioRest(b, a))) * (b / a);
 }
 
 double LogBeta(double a, double b) {
@@ -171,7 +178,7 @@ DoubleDouble LogBetaPower(const UnitPoint& at, double a, double b) {
         const DoubleDouble share = a > 0.5 * b ? Log(TwoSum(a, b) / DoubleDouble(b)) : std::log1p(a / b);
         return DoubleDouble(a) * Log(at.x) + (DoubleDouble(LogBinomialSmall(a, b)) - share);
     }
-    return DoubleDouble(a) * (Log(at.x) + Log(b)) + DoubleDouble(LogGammaRatioRest(a, b));
+    return DoubleDouble(a) * LogOfProduct(at.x, b) + DoubleDouble(LogGammaRatioRest(a, b));
 }
 
 }  // namespace KwMath_930::detail

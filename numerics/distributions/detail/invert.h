@@ -11,11 +11,17 @@ namespace KwMath_930::detail {
 
 inline constexpr int kMostRefinements = 200;
 
+// Where a step in log x is this short, the next would change nothing; where more steps follow elsewhere, the longer one
+// does.
+inline constexpr double kLastStep = 1e-9;
+inline constexpr double kLastRoughStep = 1e-5;
+
 // The x in (0, most] with tails(x) = target. tails(x) is increasing in its lower tail; weighted(x) is x times the
 // density. From start, Newton in log x on the logarithm of the smaller target tail; a step that leaves what is known to
 // enclose the solution is replaced by a bisection of the logarithm.
 template <class TailsOf, class Weighted>
-double Refine(double start, const Tails& target, double most, const TailsOf& tails, const Weighted& weighted) {
+double Refine(double start, const Tails& target, double most, const TailsOf& tails, const Weighted& weighted,
+              double lastStep = kLastStep) {
     const bool byLower = target.lower <= target.upper;
     const double goal = byLower ? target.lower : target.upper;
     double low = std::numeric_limits<double>::denorm_min();
@@ -37,7 +43,7 @@ double Refine(double start, const Tails& target, double most, const TailsOf& tai
         const double rise = std::abs(gap) < 0.1 * goal ? gap / slope * (1.0 + 0.5 * gap / goal)
                                                        : std::log(reached / goal) * (reached / slope);
         const double step = byLower ? -rise : rise;
-        if (std::abs(step) < 1e-9) {
+        if (std::abs(step) < lastStep) {
             return x + x * step;
         }
         double next = x * std::exp(step);

@@ -1,4 +1,5 @@
-// Horner's rule for a table of coefficients, constant first.
+// The value of a polynomial from the table of its coefficients, constant first: Horner's rule for the even and the odd
+// powers by themselves, because one chain of sums alone waits for its own last one.
 #pragma once
 
 #include <cstddef>
@@ -7,11 +8,18 @@ namespace KwMath_930::detail {
 
 template <std::size_t N>
 constexpr double Polynomial(const double (&coefficients)[N], double x) {
-    double sum = coefficients[N - 1];
-    for (std::size_t i = N - 1; i > 0; --i) {
-        sum = sum * x + coefficients[i - 1];
+    static_assert(N >= 2);
+    constexpr std::size_t kTop = N % 2 == 0 ? N - 2 : N - 1;  // the highest even power
+    const double square = x * x;
+    double even = coefficients[kTop];
+    double odd = coefficients[N % 2 == 0 ? N - 1 : N - 2];
+    for (std::size_t i = kTop; i > 0; i -= 2) {
+        even = even * square + coefficients[i - 2];
     }
-    return sum;
+    for (std::size_t i = N % 2 == 0 ? N - 1 : N - 2; i > 1; i -= 2) {
+        odd = odd * square + coefficients[i - 2];
+    }
+    return even + x * odd;
 }
 
 }  // namespace KwMath_930::detail

@@ -98,10 +98,10 @@ double MomentSum(const Series& g, int terms, double eta, double parameter) {
     return sum;
 }
 
-// How many coefficients the moments at this eta call for: what is left out is below 2^-60.
+// How many coefficients the moments at this eta call for: what is left out is below 2^-55.
 int TermsNeeded(double eta, double parameter) {
     const double scale = std::max(std::abs(eta), 2.2 / std::sqrt(parameter)) / 3.54;
-    const double terms = 5.0 - 42.0 / std::log(scale);
+    const double terms = 4.0 - 38.0 / std::log(scale);
     return terms < kTerms - 1 ? static_cast<int>(terms) : kTerms - 1;
 }
 

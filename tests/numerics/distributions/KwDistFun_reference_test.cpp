@@ -93,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Limit{"IdfF", Measure::kInverse, 1.0}, Limit{"CdfBin", Measure::kUlp, 16.0},
                     Limit{"PdfBin", Measure::kUlp, 16.0}, Limit{"IdfBin", Measure::kUlp, 0.0},
                     Limit{"PdfNegBin", Measure::kUlp, 16.0}, Limit{"PdfHyper", Measure::kUlp, 16.0},
-                    Limit{"CDFHyper", Measure::kUlp, 45.0},          // seen 13: sums of some ten thousand terms
+                    Limit{"CDFHyper", Measure::kUlp, 45.0},          // seen 17: sums of some ten thousand terms
                     Limit{"NonCentralCdfChi", Measure::kUlp, 24.0},  // seen 12: sums of some hundred terms
                     Limit{"NonCentralCdfF", Measure::kUlp, 24.0},    // seen 13: the same
                     Limit{"NonCentralCdfT", Measure::kUlp, 24.0},    // seen 15: the same

@@ -22,7 +22,7 @@ using KwMath_930::detail::UnitPoint;
 
 // delta(1) = 1 - log(2 pi)/2 and delta(x + 1) - delta(x) = 1 - (x + 1/2) log(1 + 1/x).
 TEST(StirlingError, StartsRightAndFollowsItsRecurrence) {
-    EXPECT_NEAR(StirlingError(1.0), 0.081061466795327258, 1e-17);
+    EXPECT_NEAR(StirlingError(1.0), 0.081061466795327258, 0x1p-56);  // one ulp
     for (double x = 1.07; x < 40.0; x *= 1.093) {
         const DoubleDouble log = Log(DoubleDouble(1.0) + DoubleDouble(1.0) / DoubleDouble(x));
         const DoubleDouble step = DoubleDouble(1.0) - (DoubleDouble(x) + DoubleDouble(0.5)) * log;
