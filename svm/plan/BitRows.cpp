@@ -14,22 +14,21 @@ constexpr std::size_t kWordBits = 64;
 // Cases with as many columns are packed on the stack.
 constexpr std::size_t kWordsOnStack = 64;
 
-// Returns: false when a number is no bit; words is then of no use.
-bool PackBits(const double* x, std::size_t columns, std::uint64_t* words) {
+// numbers: each stride after the one before. Returns: false when one is no bit; words is then of no use.
+template <std::size_t kStride>
+bool PackBits(const double* numbers, std::size_t columns, std::uint64_t* words) {
     bool areBits = true;
-    for (std::size_t first = 0; first < columns; first += kWordBits) {
+    for (std::size_t first = 0; first < columns && areBits; first += kWordBits) {
         const std::size_t count = std::min(kWordBits, columns - first);
         std::uint64_t word = 0;
         for (std::size_t i = 0; i < count; ++i) {
-            const double number = x[first + i];
+            const double number = numbers[(first + i) * kStride];
             areBits &= BitRows::IsBit(number);
             word |= std::uint64_t{number == 1.0} << i;
         }
-        if (!areBits)
-            return false;
         words[first / kWordBits] = word;
     }
-    return true;
+    return areBits;
 }
 
 }  // namespace
@@ -63,7 +62,7 @@ void BitRows::Finish() {
 
 bool BitRows::Evaluate(const double* x, double* kernel) const {
     Scratch<std::uint64_t, kWordsOnStack> words(fWords);
-    if (!PackBits(x, fColumns, words.data()))
+    if (!PackBits<1>(x, fColumns, words.data()))
         return false;
     constexpr std::size_t kAtOnce = 256;
     std::uint32_t counts[kAtOnce];
@@ -72,6 +71,22 @@ bool BitRows::Evaluate(const double* x, double* kernel) const {
         fCount(fWords, rows, fBits.data() + first * fWords, words.data(), counts);
         for (std::size_t i = 0; i < rows; ++i)
             kernel[first + i] = fValues[counts[i] + fConstants[first + i]];
+    }
+    return true;
+}
+
+// A row stands where a case stands above: it is counted with each of the cases.
+bool BitRows::EvaluateTile(const double* tile, double* kernel) const {
+    Scratch<std::uint64_t, kTile * kWordsOnStack> words(kTile * fWords);
+    for (std::size_t c = 0; c < kTile; ++c) {
+        if (!PackBits<kTile>(tile + c, fColumns, words.data() + c * fWords))
+            return false;
+    }
+    std::uint32_t counts[kTile];
+    for (std::size_t row = 0; row < fConstants.size(); ++row) {
+        fCount(fWords, kTile, words.data(), fBits.data() + row * fWords, counts);
+        for (std::size_t c = 0; c < kTile; ++c)
+            kernel[row * kTile + c] = fValues[counts[c] + fConstants[row]];
     }
     return true;
 }

@@ -25,6 +25,8 @@ public:
 
     /// Returns: false, with nothing done, when x is not made of bits. kernel: the kernel value of each row.
     bool Evaluate(const double* x, double* kernel) const;
+    /// The same for a tile, none of whose cases may have anything but bits. kernel: kTile values a row.
+    bool EvaluateTile(const double* tile, double* kernel) const;
 
 private:
     std::size_t fColumns;

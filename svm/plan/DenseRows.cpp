@@ -1,6 +1,8 @@
 // Support vectors with all their columns, in blocks.
 #include "svm/plan/DenseRows.h"
 
+#include <algorithm>
+
 namespace KwBrevix_930::plan {
 
 namespace {
@@ -25,9 +27,15 @@ void DenseRows<Stored>::SumCase(const double* x, double* sums) const {
     fLoops.oneCase(fColumns, WholeBlocks(fRows), fNumbers.data(), x, sums);
 }
 
+// Block by block, so that a block is fetched once for all tiles.
 template <class Stored>
-void DenseRows<Stored>::SumTile(const double* tile, double* sums) const {
-    fLoops.oneTile(fColumns, fRows, fNumbers.data(), tile, sums);
+void DenseRows<Stored>::SumTiles(const Tiles& tiles) const {
+    for (std::size_t row = 0; row < fRows; row += kBlock) {
+        for (std::size_t tile = 0; tile < tiles.count; ++tile)
+            fLoops.oneTile(fColumns, std::min(kBlock, fRows - row), fNumbers.data() + row * fColumns,
+                           tiles.numbers + tile * tiles.numberStride,
+                           tiles.sums + tile * tiles.sumStride + row * kTile);
+    }
 }
 
 template class DenseRows<double>;

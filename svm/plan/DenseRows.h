@@ -22,7 +22,7 @@ public:
     void Set(std::size_t row, std::size_t column, double value);
 
     void SumCase(const double* x, double* sums) const override;
-    void SumTile(const double* tile, double* sums) const override;
+    void SumTiles(const Tiles& tiles) const override;
 
 private:
     std::size_t fRows;

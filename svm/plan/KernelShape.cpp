@@ -8,21 +8,35 @@
 
 namespace KwBrevix_930::plan {
 
+namespace {
+
+// By value: a sum might stand in the place of a parameter, for all that the compiler knows.
+void ScaleAndShift(double factor, double shift, double* sums, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i)
+        sums[i] = factor * sums[i] + shift;
+}
+
+void ScaleAndNegate(double factor, double* sums, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i)
+        sums[i] = -(factor * sums[i]);
+}
+
+}  // namespace
+
 void KernelShape::Apply(double* sums, std::size_t count) const {
     switch (type) {
         case SVMModelData::kPolynomial:
-            for (std::size_t i = 0; i < count; ++i)
-                sums[i] = gamma * sums[i] + coef0;
+            ScaleAndShift(gamma, coef0, sums, count);
             KwSVM_700::Pow(sums, degree, sums, count);
             break;
         case SVMModelData::kRadialBasis:
-            for (std::size_t i = 0; i < count; ++i)
-                sums[i] = -(gamma * sums[i]);
+            ScaleAndNegate(gamma, sums, count);
             KwSVM_700::Exp(sums, sums, count);
             break;
         case SVMModelData::kSigmoid:
+            ScaleAndShift(gamma, coef0, sums, count);
             for (std::size_t i = 0; i < count; ++i)
-                sums[i] = std::tanh(gamma * sums[i] + coef0);
+                sums[i] = std::tanh(sums[i]);
             break;
         default:
             break;

@@ -14,14 +14,14 @@ inline constexpr std::size_t kTile = 8;
 /// Lists of a group; within a group the n-th entries of all lists lie side by side.
 inline constexpr std::size_t kGroup = 4;
 
-/// Sums over the columns for support vectors in blocks. rows: a whole number of blocks for oneCase; for a tile, those
-/// that are wanted, while sums has room for whole blocks.
+/// Sums over the columns for support vectors in blocks.
 template <class Stored>
 struct DenseLoops {
-    /// sums[row] for the one case x.
+    /// sums[row] for the one case x. rows: a whole number of blocks.
     void (*oneCase)(std::size_t columns, std::size_t rows, const Stored* blocks, const double* x, double* sums);
-    /// sums[kTile * row + c] for the cases c of a tile.
-    void (*oneTile)(std::size_t columns, std::size_t rows, const Stored* blocks, const double* tile, double* sums);
+    /// sums[kTile * row + c] for the cases c of a tile and one block. rows: how many are wanted, while sums has room
+    /// for kBlock.
+    void (*oneTile)(std::size_t columns, std::size_t rows, const Stored* block, const double* tile, double* sums);
 };
 
 /// Sums of factor * source[index] over the lists of one group.

@@ -58,4 +58,9 @@ void ProductLists::SumTile(const double* source, double* sums) const {
     }
 }
 
+void ProductLists::SumTiles(const Tiles& tiles) const {
+    for (std::size_t tile = 0; tile < tiles.count; ++tile)
+        SumTile(tiles.numbers + tile * tiles.numberStride, tiles.sums + tile * tiles.sumStride);
+}
+
 }  // namespace KwBrevix_930::plan

@@ -26,7 +26,8 @@ public:
     /// One sum a list, and no room beyond.
     void SumCase(const double* source, double* sums) const override;
     /// kTile sums a list, and no room beyond.
-    void SumTile(const double* source, double* sums) const override;
+    void SumTile(const double* source, double* sums) const;
+    void SumTiles(const Tiles& tiles) const override;
 
 private:
     std::size_t fLists;

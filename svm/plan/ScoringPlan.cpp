@@ -22,32 +22,50 @@ bool AreFinite(const double* x, std::size_t count) {
 
 }  // namespace
 
-// What a batch works with: a tile of cases, one of them apart, and the kernel values of both.
+// What a batch works with: some tiles of cases and their kernel values, all of which fit a cache; one case apart; the
+// sums of one tile.
 struct ScoringPlan::Workspace {
-    Workspace(std::size_t columns, std::size_t rowSpace, std::size_t machines)
-        : tile((columns + 1) * kTile),
-          kernelValues((rowSpace + 1) * kTile),
-          x(columns),
-          bitValues(rowSpace),
-          sums(machines * kTile) {}
+    static constexpr std::size_t kMostTiles = 4;
+    static constexpr std::size_t kNumbersInCache = std::size_t{1} << 18;
 
-    // Missing cases of the last tile are zeros.
-    void FillTile(std::size_t count, const double* values, std::size_t stride) {
-        for (std::size_t p = 0; p < x.size(); ++p) {
-            for (std::size_t c = 0; c < kTile; ++c)
-                tile[p * kTile + c] = c < count ? values[p * stride + c] : 0.0;
+    Workspace(const ScoringPlan& plan, std::size_t cases)
+        : columns(plan.GetColumnCount()),
+          tileSpace((columns + 1) * kTile),
+          valueSpace((plan.GetRowSpace() + 1) * kTile),
+          tileCount(std::clamp(kNumbersInCache / (tileSpace + valueSpace), std::size_t{1},
+                               std::min(kMostTiles, (cases + kTile - 1) / kTile))),
+          numbers(tileCount * tileSpace),
+          kernelValues(tileCount * valueSpace),
+          x(columns),
+          sums(plan.GetMachineCount() * kTile) {}
+
+    // Cases that the last tile lacks are zeros. Returns: the tiles that there are.
+    std::size_t Fill(std::size_t cases, const double* values, std::size_t stride) {
+        const std::size_t filled = (cases + kTile - 1) / kTile;
+        for (std::size_t p = 0; p < columns; ++p) {
+            for (std::size_t i = 0; i < filled * kTile; ++i)
+                numbers[i / kTile * tileSpace + p * kTile + i % kTile] = i < cases ? values[p * stride + i] : 0.0;
         }
+        return filled;
     }
 
-    void TakeCase(std::size_t c) {
-        for (std::size_t p = 0; p < x.size(); ++p)
+    void TakeCase(const double* tile, std::size_t c) {
+        for (std::size_t p = 0; p < columns; ++p)
             x[p] = tile[p * kTile + c];
     }
 
-    AlignedArray<double> tile;
+    Tiles GetTiles(std::size_t first, std::size_t count) {
+        return {count, numbers.data() + first * tileSpace, tileSpace, kernelValues.data() + first * valueSpace,
+                valueSpace};
+    }
+
+    std::size_t columns;
+    std::size_t tileSpace;
+    std::size_t valueSpace;
+    std::size_t tileCount;
+    AlignedArray<double> numbers;
     AlignedArray<double> kernelValues;
     std::vector<double> x;
-    std::vector<double> bitValues;
     std::vector<double> sums;
 };
 
@@ -89,44 +107,46 @@ void ScoringPlan::CallKernel(const std::vector<double>& x, bool forAll, double* 
 }
 
 void ScoringPlan::DecideBatch(std::size_t count, const double* values, std::size_t stride, double* decisions) const {
-    Workspace work(fColumns.size(), GetRowSpace(), GetMachineCount());
-    for (std::size_t first = 0; first < count; first += kTile) {
-        const std::size_t cases = std::min(kTile, count - first);
-        work.FillTile(cases, values + first, stride);
-        EvaluateTile(cases, work);
-        fMachines->SumTile(work.kernelValues.data(), work.sums.data());
-        for (std::size_t c = 0; c < cases; ++c) {
-            double* its = decisions + (first + c) * GetMachineCount();
-            for (std::size_t m = 0; m < GetMachineCount(); ++m)
-                its[m] = work.sums[m * kTile + c] + fBiases[m];
+    if (count == 0)
+        return;
+    Workspace work(*this, count);
+    const std::size_t machines = GetMachineCount();
+    for (std::size_t first = 0; first < count; first += work.tileCount * kTile) {
+        const std::size_t cases = std::min(work.tileCount * kTile, count - first);
+        EvaluateTiles(work.Fill(cases, values + first, stride), work);
+        for (std::size_t i = 0; i < cases; ++i) {
+            if (i % kTile == 0)
+                fMachines->SumTile(work.GetTiles(i / kTile, 1).sums, work.sums.data());
+            for (std::size_t m = 0; m < machines; ++m)
+                decisions[(first + i) * machines + m] = work.sums[m * kTile + i % kTile] + fBiases[m];
         }
     }
 }
 
-void ScoringPlan::EvaluateTile(std::size_t cases, Workspace& work) const {
-    if (fBits && EvaluateBits(cases, work))
-        return;
-    double* kernelValues = work.kernelValues.data();
-    fSums->SumTile(work.tile.data(), kernelValues);
-    fShape.Apply(kernelValues, fRows.size() * kTile);
-    if (!fNeedsFinite && fMergedRows.empty())
-        return;
-    for (std::size_t c = 0; c < cases; ++c) {
-        work.TakeCase(c);
-        CallKernel(work.x, fNeedsFinite && !AreFinite(work.x.data(), work.x.size()), kernelValues + c, kTile);
+void ScoringPlan::EvaluateTiles(std::size_t count, Workspace& work) const {
+    if (!fBits)
+        fSums->SumTiles(work.GetTiles(0, count));
+    for (std::size_t i = 0; i < count; ++i) {
+        const Tiles tile = work.GetTiles(i, 1);
+        if (fBits) {
+            if (fBits->EvaluateTile(tile.numbers, tile.sums))
+                continue;
+            fSums->SumTiles(tile);
+        }
+        fShape.Apply(tile.sums, fRows.size() * kTile);
+        CallKernelOfTile(tile, work);
     }
 }
 
-// Returns: false, with nothing of use done, when a case is not made of bits.
-bool ScoringPlan::EvaluateBits(std::size_t cases, Workspace& work) const {
-    for (std::size_t c = 0; c < cases; ++c) {
-        work.TakeCase(c);
-        if (!fBits->Evaluate(work.x.data(), work.bitValues.data()))
-            return false;
-        for (std::size_t row = 0; row < fRows.size(); ++row)
-            work.kernelValues[row * kTile + c] = work.bitValues[row];
+// Cases that the tile lacks are finite.
+void ScoringPlan::CallKernelOfTile(const Tiles& tile, Workspace& work) const {
+    const bool isFinite = !fNeedsFinite || AreFinite(tile.numbers, kTile * fColumns.size());
+    if (isFinite && fMergedRows.empty())
+        return;
+    for (std::size_t c = 0; c < kTile; ++c) {
+        work.TakeCase(tile.numbers, c);
+        CallKernel(work.x, !isFinite && !AreFinite(work.x.data(), work.x.size()), tile.sums + c, kTile);
     }
-    return true;
 }
 
 }  // namespace KwBrevix_930::plan

@@ -18,14 +18,12 @@
 
 namespace KwBrevix_930::plan {
 
-/// What a plan is made for. Tests make plans for other processors than their own.
+/// What a plan is made for: the processor at hand, if nothing else is said.
 struct PlanTarget {
-    /// The processor's own.
-    PlanTarget();
-
-    const Loops* loops;
-    /// Support vectors that do not fit in are stored in single precision where that is exact.
-    std::size_t lastLevelCache;
+    const Loops* loops = &FastestLoops();
+    /// What one core can count on of a last-level cache that many share, in bytes. Support vectors that do not fit in
+    /// are stored in single precision where that is exact: fetching less then pays for converting.
+    std::size_t cacheShare = std::size_t{12} << 20;
     /// In bytes; no plan is larger.
     std::size_t largestPlan = std::size_t{1} << 30;
 };
@@ -79,8 +77,8 @@ private:
     // Scoring. The kernel values of a case or tile have room for whole blocks and a zero behind them.
     std::size_t GetRowSpace() const { return (fRows.size() + kBlock - 1) / kBlock * kBlock; }
     void Evaluate(const double* x, double* kernelValues) const;
-    void EvaluateTile(std::size_t cases, Workspace& work) const;
-    bool EvaluateBits(std::size_t cases, Workspace& work) const;
+    void EvaluateTiles(std::size_t count, Workspace& work) const;
+    void CallKernelOfTile(const Tiles& tile, Workspace& work) const;
     void CallKernel(const std::vector<double>& x, bool forAll, double* kernelValues, std::size_t stride) const;
 
     KernelShape fShape;

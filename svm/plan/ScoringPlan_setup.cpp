@@ -9,10 +9,6 @@
 #include <stdexcept>
 #include <unordered_map>
 
-#ifndef _WIN32
-#include <unistd.h>
-#endif
-
 #include "svm/plan/DenseRows.h"
 #include "svm/plan/merged_vector.h"
 
@@ -26,15 +22,6 @@ constexpr double kListedBelow = 0.3;
 
 constexpr std::size_t kMostColumns = std::numeric_limits<std::int32_t>::max();
 
-std::size_t FindLastLevelCache() {
-#ifdef _SC_LEVEL3_CACHE_SIZE
-    const long size = sysconf(_SC_LEVEL3_CACHE_SIZE);
-    if (size > 0)
-        return static_cast<std::size_t>(size);
-#endif
-    return std::size_t{32} << 20;
-}
-
 bool IsFloat(double value) {
     return std::isfinite(value) && std::fabs(value) <= std::numeric_limits<float>::max() &&
            static_cast<double>(static_cast<float>(value)) == value;
@@ -47,8 +34,6 @@ bool IsUsable(const ST_SUPPORTVECTORMACHINE* machine) {
 }
 
 }  // namespace
-
-PlanTarget::PlanTarget() : loops(&FastestLoops()), lastLevelCache(FindLastLevelCache()) {}
 
 // What decides on the layout.
 struct ScoringPlan::Survey {
@@ -65,7 +50,8 @@ std::unique_ptr<const ScoringPlan> ScoringPlan::Make(const SVMModelData& data,
                                                      const KwSVM_700::SVMKernelFunction& kernel, std::size_t columns,
                                                      const Target& target) noexcept {
     const std::size_t wanted = data.GetIsClassification() ? data.GetMachines().size() : 1;
-    if (columns == 0 || columns > kMostColumns || wanted == 0 || wanted > data.GetMachines().size())
+    const std::size_t mostColumns = std::min(kMostColumns, target.largestPlan / sizeof(std::int32_t));
+    if (columns == 0 || columns > mostColumns || wanted == 0 || wanted > data.GetMachines().size())
         return nullptr;
     try {
         std::unique_ptr<ScoringPlan> plan(new ScoringPlan(data, kernel, columns));
@@ -126,14 +112,15 @@ bool ScoringPlan::IsListed(const Survey& survey) const {
 
 bool ScoringPlan::FitsFloats(const Survey& survey, const Target& target) const {
     const double doubles = static_cast<double>(GetRowSpace()) * static_cast<double>(fColumns.size()) * sizeof(double);
-    return survey.areFloats && doubles > static_cast<double>(target.lastLevelCache);
+    return survey.areFloats && doubles > static_cast<double>(target.cacheShare);
 }
 
 double ScoringPlan::GetByteCount(const Survey& survey, const Target& target) const {
     const double numbers = static_cast<double>(GetRowSpace()) * static_cast<double>(fColumns.size());
     const double dense = numbers * (FitsFloats(survey, target) ? sizeof(float) : sizeof(double));
     return (IsListed(survey) ? ProductLists::GetByteCount(survey.rowLengths) : dense) +
-           (survey.areBits ? numbers / 8 : 0.0) + ProductLists::GetByteCount(survey.machineLengths);
+           (survey.areBits ? numbers / 8 : 0.0) + static_cast<double>(fColumns.size()) * sizeof(std::int32_t) +
+           ProductLists::GetByteCount(survey.machineLengths);
 }
 
 void ScoringPlan::LayOutRows(const Survey& survey, const Target& target) {

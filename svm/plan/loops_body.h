@@ -84,30 +84,45 @@ void SumCase(std::size_t columns, std::size_t rows, const Stored* blocks, const 
         SumBlocks<Term, 1>(columns, blocks + row * columns, x, sums + row);
 }
 
-template <class Term, class Stored>
-void SumTile(std::size_t columns, std::size_t rows, const Stored* blocks, const double* tile, double* sums) {
+// So many columns at a time that a tile's and a block's numbers of them stay in the first-level cache.
+constexpr std::size_t kStretch = 128;
+
+// Adds a stretch of columns to the sums of kAtOnce vectors of a block.
+template <class Term, std::size_t kAtOnce, class Stored>
+void AddStretch(std::size_t columns, const Stored* vectors, const double* tile, double* sums) {
     constexpr std::size_t kPacks = kTile / kLanes;
-    constexpr std::size_t kAtOnce = kChains / kPacks;
-    static_assert(kBlock % kAtOnce == 0);
-    for (std::size_t row = 0; row < rows; row += kAtOnce) {
-        const Stored* vectors = blocks + row / kBlock * kBlock * columns + row % kBlock;
-        Pack s[kAtOnce * kPacks] = {};
-        for (std::size_t p = 0; p < columns; ++p) {
-            Pack x[kPacks];
+    Pack s[kAtOnce * kPacks];
+#pragma GCC unroll 16
+    for (std::size_t i = 0; i < kAtOnce * kPacks; ++i)
+        Load(sums + i * kLanes, s[i]);
+    for (std::size_t p = 0; p < columns; ++p) {
+        Pack x[kPacks];
+#pragma GCC unroll 4
+        for (std::size_t j = 0; j < kPacks; ++j)
+            Load(tile + p * kTile + j * kLanes, x[j]);
+#pragma GCC unroll 8
+        for (std::size_t v = 0; v < kAtOnce; ++v) {
+            const double y = vectors[p * kBlock + v];
 #pragma GCC unroll 4
             for (std::size_t j = 0; j < kPacks; ++j)
-                Load(tile + p * kTile + j * kLanes, x[j]);
-#pragma GCC unroll 8
-            for (std::size_t v = 0; v < kAtOnce; ++v) {
-                const double y = vectors[p * kBlock + v];
-#pragma GCC unroll 4
-                for (std::size_t j = 0; j < kPacks; ++j)
-                    Term::Add(x[j], y, s[v * kPacks + j]);
-            }
+                Term::Add(x[j], y, s[v * kPacks + j]);
         }
+    }
 #pragma GCC unroll 16
-        for (std::size_t i = 0; i < kAtOnce * kPacks; ++i)
-            Store(s[i], sums + row * kTile + i * kLanes);
+    for (std::size_t i = 0; i < kAtOnce * kPacks; ++i)
+        Store(s[i], sums + i * kLanes);
+}
+
+template <class Term, class Stored>
+void SumTile(std::size_t columns, std::size_t rows, const Stored* block, const double* tile, double* sums) {
+    constexpr std::size_t kAtOnce = kChains * kLanes / kTile;
+    static_assert(kBlock % kAtOnce == 0);
+    for (std::size_t i = 0; i < kBlock * kTile; ++i)
+        sums[i] = 0.0;
+    for (std::size_t first = 0; first < columns; first += kStretch) {
+        const std::size_t count = columns - first < kStretch ? columns - first : kStretch;
+        for (std::size_t row = 0; row < rows; row += kAtOnce)
+            AddStretch<Term, kAtOnce>(count, block + first * kBlock + row, tile + first * kTile, sums + row * kTile);
     }
 }
 
@@ -158,10 +173,16 @@ template <class Joined>
 void CountRows(std::size_t words, std::size_t rows, const std::uint64_t* bits, const std::uint64_t* x,
                std::uint32_t* counts) {
     for (std::size_t row = 0; row < rows; ++row, bits += words) {
-        std::uint32_t count = 0;
-        for (std::size_t w = 0; w < words; ++w)
-            count += static_cast<std::uint32_t>(__builtin_popcountll(Joined::Join(bits[w], x[w])));
-        counts[row] = count;
+        std::uint64_t even = 0;
+        std::uint64_t odd = 0;
+        std::size_t w = 0;
+        for (; w + 2 <= words; w += 2) {
+            even += static_cast<std::uint64_t>(__builtin_popcountll(Joined::Join(bits[w], x[w])));
+            odd += static_cast<std::uint64_t>(__builtin_popcountll(Joined::Join(bits[w + 1], x[w + 1])));
+        }
+        if (w < words)
+            even += static_cast<std::uint64_t>(__builtin_popcountll(Joined::Join(bits[w], x[w])));
+        counts[row] = static_cast<std::uint32_t>(even + odd);
     }
 }
 

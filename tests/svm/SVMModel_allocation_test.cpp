@@ -4,6 +4,8 @@
 #include "host/CaseRecord.h"
 #include "svm/PairwiseCoupling.h"
 #include "svm/SVMClsResult.h"
+#include "svm/SVMKFRBF.h"
+#include "svm/plan/ScoringPlan.h"
 #include "tests/support/failing_new.h"
 #include "tests/svm/svm_samples.h"
 
@@ -131,6 +133,45 @@ TEST(GetScoreAllocation, OfAHugeCountOfCategoriesStaysSmall) {
     const std::size_t before = failing_new::Count();
     EXPECT_EQ(bench.access.PairProbabilities(decisions, pairs).GetErrorCode(), 90027);
     EXPECT_EQ(failing_new::Count(), before);
+}
+
+// Short of memory while it is set up, a model does without its plan; the last part of the plan is built or none is.
+TEST(PlanAllocation, WithoutMemoryThePlainLoopsScoreTheSame) {
+    Bench bench({"a", "b", "c"});
+    SVMModelData& data = bench.TakeData(PairsOf(bench, 3));
+    ASSERT_TRUE(bench.access.Plan());
+    const Values x = {0.625, 2.5, 1.0};
+    Values planned(3);
+    bench.access.Plan()->Decide(x.data(), planned.data());
+    const auto& kernel = *bench.model.GetKernel();
+    std::size_t failures = 0;
+    for (bool isFailing = true; isFailing; ++failures) {
+        std::unique_ptr<const plan::ScoringPlan> plan;
+        const failing_new::FailAfter failure(failures);
+        plan = plan::ScoringPlan::Make(data, kernel, 3);
+        isFailing = failure.Failed();
+        ASSERT_EQ(plan == nullptr, isFailing) << "allocation " << failures;
+    }
+    EXPECT_GT(failures, 10u);
+    for (std::int32_t machine = 0; machine < 3; ++machine) {
+        double plain = 0.0;
+        bench.access.ScoreByKernel({0, 1, 2}, x, machine, plain);
+        EXPECT_EQ(planned[static_cast<std::size_t>(machine)], plain);
+    }
+}
+
+// A small document must not lead to a plan that is larger than the memory there is.
+TEST(PlanAllocation, AboveTheLargestAllocationThereIsNoPlan) {
+    auto data = NewRegression();
+    data->SetKernelType(SVMModelData::kRadialBasis);
+    ST_SUPPORTVECTORMACHINE& machine = AddMachine(*data, 0.5);
+    for (int vector = 0; vector < 17; ++vector)
+        AddSupportVector(*data, machine, 1.5, {vector}, {2.5});
+    const KwSVM_700::SVMKFRBF kernel(0.25);
+    plan::PlanTarget target;
+    target.largestPlan = ~std::size_t{0};
+    EXPECT_FALSE(plan::ScoringPlan::Make(*data, kernel, std::size_t{1} << 25, target));
+    EXPECT_TRUE(plan::ScoringPlan::Make(*data, kernel, std::size_t{1} << 5, target));
 }
 
 // Short of memory. The iterations end at once, without an error.

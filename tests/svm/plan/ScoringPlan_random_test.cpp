@@ -27,16 +27,16 @@ std::vector<PlanTarget> AllTargets() {
         for (const bool isNarrow : {false, true}) {
             PlanTarget target;
             target.loops = *version;
-            target.lastLevelCache = isNarrow ? 0 : ~std::size_t{0};
+            target.cacheShare = isNarrow ? 0 : ~std::size_t{0};
             targets.push_back(target);
         }
     }
     return targets;
 }
 
-std::vector<Values> MakeCases(Generator& random, const Shape& shape) {
+std::vector<Values> MakeCases(Generator& random, const Shape& shape, std::size_t count) {
     std::vector<Values> cases;
-    for (std::size_t i = 0; i < kCasesOfAModel; ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         const bool isOdd = shape.numbers == Numbers::kOdd && random.IsTrue(0.5);
         const bool isOther = random.IsTrue(0.1);
         cases.push_back(
@@ -77,10 +77,10 @@ void CompareBatch(const ScoringPlan& plan, const std::vector<Values>& cases, con
     }
 }
 
-void CompareModel(const Shape& shape, Generator& random) {
+void CompareModel(const Shape& shape, Generator& random, std::size_t caseCount = kCasesOfAModel) {
     const auto data = random.Model(shape);
     const auto kernel = random_models::MakeKernel(*data);
-    const auto cases = MakeCases(random, shape);
+    const auto cases = MakeCases(random, shape, caseCount);
     std::vector<Values> expected;
     for (const Values& x : cases)
         expected.push_back(random_models::PlainDecisions(*data, *kernel, x));
@@ -108,6 +108,22 @@ void CompareModels(std::int32_t kernel, double density) {
         shape.order = model / 4 % 2 == 0 ? Order::kAscending : Order::kIrregular;
         SCOPED_TRACE("model " + std::to_string(model));
         CompareModel(shape, random);
+    }
+}
+
+// More columns than stay in the first-level cache at a time or on the stack, more support vectors than stay on the
+// stack, more cases than are evaluated at a time, as many columns as bits in whole words.
+TEST(ScoringPlan, OfWideAndLongModelsHasTheBitsOfThePlainLoops) {
+    Generator random(8814);
+    for (const std::size_t columns : {64u, 127u, 128u, 129u, 300u, 512u, 640u, 4200u}) {
+        for (const std::int32_t kernel : {0, 1, 2, 3}) {
+            for (const Numbers numbers : {Numbers::kPlain, Numbers::kFloats, Numbers::kBits, Numbers::kOdd}) {
+                const double density = random.IsTrue(0.5) ? 0.7 : 0.05;
+                const std::size_t vectors = columns < 100 ? 530 : 20 + random.UpTo(30);
+                SCOPED_TRACE(std::to_string(columns) + " columns, kernel " + std::to_string(kernel));
+                CompareModel({kernel, columns, vectors, 3, density, numbers, Order::kAscending}, random, 35);
+            }
+        }
     }
 }
 
