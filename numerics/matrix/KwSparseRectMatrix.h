@@ -14,7 +14,8 @@ namespace KwMath_930 {
 /// Fails:   never throws. When memory for its own storage fails in a construction, a copy, a resize or an added row the
 ///          matrix becomes invalid, both counts -1; any other operation returns its failure value and changes nothing.
 /// Note:    setting an element costs a search and a move within its row. Products cost the stored elements;
-///          extractions and shifts go by a full copy.
+///          extractions and shifts go by a full copy. Products with vectors leave out what is not stored: an infinity
+///          or NaN of the vector meets stored elements only.
 class KW_EXPORT KwSparseRectMatrix : public IKwRectMatrix {
 public:
     // ---- Virtual operations that this class adds, in slot order ----

@@ -17,7 +17,8 @@ namespace KwMath_930 {
 /// Fails:   never throws. When memory for its own storage fails the matrix becomes invalid, GetNRows() is -1. A write
 ///          outside the blocks is refused unless the value is 0; the members that would do one change nothing.
 /// Note:    the factor, the inverse and the products of a factor with its transpose stay within the blocks and are
-///          formed block by block; in products with other matrices this factor costs only its blocks.
+///          formed block by block; in products with other matrices this factor costs only its blocks. Products with
+///          vectors leave the zeros outside the blocks out: an infinity or NaN of the vector stays within its block.
 class KW_EXPORT KwSymBlockDiagMatrix : public IKwSymMatrix {
 public:
     // ---- Storage, blocks: KwSymBlockDiagMatrix_storage.cpp ----

@@ -173,8 +173,11 @@ bool KwSymMatrix::ComputeRSRTrans2(const IKwRectMatrix& r, IKwSymMatrix& target)
         return false;
     }
     std::vector<double> packed = SymmetricForm(fNRows, fData.data(), outer.Rows(), outer.Transposed().data());
-    const SymOperand before(target);
-    if (before.Order() == outer.Rows()) {
+    if (target.GetNRows() == outer.Rows()) {
+        const SymOperand before(target);
+        if (before.Order() != outer.Rows()) {
+            return false;
+        }
         for (std::size_t k = 0; k < packed.size(); ++k) {
             packed[k] += before.Packed()[k];
         }

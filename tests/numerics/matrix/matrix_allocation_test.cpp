@@ -47,6 +47,7 @@ struct Scene {
     std::vector<int> some = {0, 2};
     std::vector<int> places = {0, 1, 2, 3, 5};
     KwSparseVector sparseRow = KwSparseVector({0, 1, 2, 3}, {1.5, 2.5, 3.5, 4.5});
+    Vector otherBefore = other.AsVectorConst();
     OtherRect otherRect = OtherRect(RandomRect(5, 5, 8));
     KwSymMatrix small = KwSymMatrix(2, true);
     KwSymMatrix singular = KwSymMatrix(5, true);
@@ -129,6 +130,12 @@ TEST(MatrixAllocation, ProductsOfTheSymmetricMatrix) {
         {"RTransBlockDiagR", [](Scene& x) { return x.s.ComputeRTransBlockDiagR(x.r, x.blocks); }},
         {"derived RSRTrans", [](Scene& x) { return x.other.ComputeRSRTrans(x.r, x.target); }},
         {"derived RSRTrans2", [](Scene& x) { return x.other.ComputeRSRTrans2(x.r, x.target); }},
+        {"RSRTrans2 into derived",
+         [](Scene& x) {
+             const bool isSuccess = x.s.ComputeRSRTrans2(x.r, x.other);
+             EXPECT_EQ(isSuccess, x.other.AsVectorConst() != x.otherBefore);
+             return isSuccess;
+         }},
         {"derived RTransSR", [](Scene& x) { return x.other.ComputeRTransSR(x.r, x.target); }},
         {"derived R1TransSR2", [](Scene& x) { return x.otherRect.ComputeR1TransSR2(x.m, x.r, x.rect); }},
         {"aliased RTransSV",
