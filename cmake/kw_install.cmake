@@ -7,7 +7,7 @@ install(TARGETS brevix_host brevix_svm brevix_runtime brevix EXPORT brevix-targe
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 foreach(folder host numerics runtime)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/brevix
-        FILES_MATCHING PATTERN "*.h")
+        FILES_MATCHING PATTERN "*.h" PATTERN platform EXCLUDE)
 endforeach()
 install(FILES ${PROJECT_SOURCE_DIR}/plugin/entry_point.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/brevix/plugin)
 install(FILES ${PROJECT_SOURCE_DIR}/svm/SVMRegResult.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/brevix/svm)

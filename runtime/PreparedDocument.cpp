@@ -9,6 +9,7 @@
 #include "runtime/Error.h"
 #include "runtime/ModelDocument.h"
 #include "runtime/one_error_type.h"
+#include "runtime/platform/files.h"
 #include "runtime/preparation.h"
 #include "runtime/refusals.h"
 
@@ -17,9 +18,10 @@ namespace brevix {
 namespace {
 
 std::ifstream openStream(const std::string& path) {
-    if (std::filesystem::is_directory(path))
+    const std::filesystem::path file = platform::toPath(path);
+    if (std::filesystem::is_directory(file))
         throw Error("it is a directory");
-    std::ifstream stream(path, std::ios::binary);
+    std::ifstream stream(file, std::ios::binary);
     if (!stream)
         throw Error("it cannot be opened: " + std::generic_category().message(errno));
     return stream;

@@ -1,10 +1,9 @@
 // What the command says on standard error while it works.
 #include "tools/Report.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 
+#include "runtime/platform/files.h"
 #include "runtime/printable_text.h"
 
 namespace brevix {
@@ -32,7 +31,7 @@ void put(const std::string& text) {
 Report::Report(bool isQuiet, bool showsProgress)
     : fIsQuiet(isQuiet),
       fShowsProgress(showsProgress),
-      fIsTerminal(::isatty(STDERR_FILENO) == 1),
+      fIsTerminal(platform::isTerminal(platform::kStandardError)),
       fStart(Clock::now()) {}
 
 double Report::getSeconds() const {

@@ -1,8 +1,6 @@
 // brevix score: a model and a table in, a table of results out.
 #include "tools/ScoreCommand.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <memory>
@@ -16,6 +14,7 @@
 #include "runtime/InputFile.h"
 #include "runtime/OutputFile.h"
 #include "runtime/ScoringModel.h"
+#include "runtime/platform/files.h"
 #include "runtime/score_table.h"
 #include "tools/Report.h"
 #include "tools/UsageError.h"
@@ -82,12 +81,12 @@ void ScoreCommand::checkOutput() const {
     std::error_code ignored;
     if (fOutput.empty())
         throw UsageError("--output names no file");
-    if (fOutput != "-" && std::filesystem::equivalent(fOutput, fModel, ignored))
+    if (fOutput != "-" && std::filesystem::equivalent(platform::toPath(fOutput), platform::toPath(fModel), ignored))
         throw UsageError("the result would replace the model " + fModel);
 }
 
 bool ScoreCommand::showsProgress() const {
-    return !fIsQuiet && !fWantsNoProgress && (fWantsProgress || ::isatty(STDERR_FILENO) == 1);
+    return !fIsQuiet && !fWantsNoProgress && (fWantsProgress || platform::isTerminal(platform::kStandardError));
 }
 
 namespace {

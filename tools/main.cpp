@@ -1,15 +1,15 @@
 // The brevix command: reads the command line, runs a verb, and turns every fault into one line and an exit code.
-#include <fcntl.h>
-#include <signal.h>
-#include <unistd.h>
-
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <new>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "runtime/platform/files.h"
+#include "runtime/platform/program.h"
 #include "tools/InspectCommand.h"
 #include "tools/Report.h"
 #include "tools/ScoreCommand.h"
@@ -20,17 +20,6 @@ namespace {
 
 enum ExitCode { kDone = 0, kUnusable = 1, kWrongUsage = 2 };
 
-// A standard stream that was closed before the start must not become a file that the program opens: it is made one
-// that refuses what it is for.
-void guardStandardStreams() {
-    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (::fcntl(descriptor, F_GETFD) == -1)
-            ::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
-    }
-    // A reader that has gone shows as a failed write.
-    ::signal(SIGPIPE, SIG_IGN);
-}
-
 int printVersion() {
     if (std::puts("brevix " BREVIX_VERSION) < 0 || std::fflush(stdout) != 0) {
         brevix::writeMessage("standard output: it cannot be written");
@@ -39,7 +28,7 @@ int printVersion() {
     return kDone;
 }
 
-int run(int argc, char** argv) {
+int run(std::vector<std::string> arguments) {
     CLI::App app("Scores tables with support vector machine models in PMML.", "brevix");
     app.require_subcommand(1);
     brevix::ScoreCommand score(*app.add_subcommand("score", "score a table"));
@@ -49,7 +38,9 @@ int run(int argc, char** argv) {
     brevix::VerifyCommand verify(*verifyApp);
     const CLI::App* version = app.add_subcommand("version", "print the version");
     try {
-        app.parse(argc, argv);
+        // The library takes them from the last to the first.
+        std::reverse(arguments.begin(), arguments.end());
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError& fault) {
         if (fault.get_exit_code() == 0)
             return app.exit(fault);
@@ -65,9 +56,9 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    guardStandardStreams();
+    brevix::platform::prepareStandardStreams();
     try {
-        return run(argc, argv);
+        return run(brevix::platform::readArguments(argc, argv));
     } catch (const brevix::UsageError& fault) {
         brevix::writeMessage(std::string(fault.what()) + " (brevix --help tells more)");
         return kWrongUsage;

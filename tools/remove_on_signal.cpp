@@ -1,23 +1,35 @@
 // Removes an unfinished file when the user or the system ends the program.
 #include "tools/remove_on_signal.h"
 
-#include <signal.h>
-#include <unistd.h>
-
 #include <atomic>
+#include <csignal>
+
+#include "runtime/platform/files.h"
 
 namespace brevix {
 
 namespace {
+
+// What asks a program to end.
+constexpr int kSignals[] = {
+    SIGINT,
+    SIGTERM,
+#ifdef SIGHUP
+    SIGHUP,
+#endif
+#ifdef SIGBREAK
+    SIGBREAK,
+#endif
+};
 
 // Read by the signal handler, which may call very little.
 std::atomic<const char*> unfinishedPath{nullptr};
 
 void removeAndEnd(int number) {
     if (const char* path = unfinishedPath.load())
-        ::unlink(path);
-    ::signal(number, SIG_DFL);
-    ::raise(number);
+        platform::removeFile(path);
+    std::signal(number, SIG_DFL);
+    std::raise(number);
 }
 
 }  // namespace
@@ -29,11 +41,10 @@ void removeOnSignal(const std::string& path) {
     if (kept.empty())
         return;
     unfinishedPath = kept.c_str();
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        struct sigaction before;
+    for (const int number : kSignals) {
         // A signal that the parent has switched off stays off.
-        if (::sigaction(number, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
-            ::signal(number, removeAndEnd);
+        if (std::signal(number, removeAndEnd) == SIG_IGN)
+            std::signal(number, SIG_IGN);
     }
 }
 

@@ -2,14 +2,15 @@
 #include "tools/table_kind.h"
 
 #include <algorithm>
-#include <filesystem>
+
+#include "runtime/platform/files.h"
 
 namespace brevix {
 
 namespace {
 
 TableKind kindOfName(const std::string& path) {
-    std::string ending = std::filesystem::path(path).extension().string();
+    std::string ending = platform::toText(platform::toPath(path).extension());
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     if (ending == ".tsv" || ending == ".tab")

@@ -1,11 +1,12 @@
 // Runs the brevix command as a user does.
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "tests/support/TemporaryFolder.h"
 
 namespace test_support {
 
@@ -37,22 +38,19 @@ CommandResult runBrevix(const std::vector<std::string>& arguments, const std::st
 /// A folder for the files of one test.
 class CommandTest : public testing::Test {
 protected:
-    CommandTest();
-    ~CommandTest() override;
-
     /// Returns: the path of a new file with this content.
     std::string write(const std::string& name, const std::string& content) const;
     /// As write: a start, then count times a piece, never whole in memory.
     std::string writeLarge(const std::string& name, const std::string& start, const std::string& piece,
                            int count) const;
-    std::string path(const std::string& name) const { return (fFolder / name).string(); }
+    std::string path(const std::string& name) const { return fFolder.pathOf(name); }
     static std::string read(const std::string& path);
     /// Returns: the names in the folder, sorted.
     std::vector<std::string> listFiles() const;
     /// An example that is kept in the project: "iris/model.pmml".
     static std::string example(const std::string& name) { return std::string(BREVIX_SOURCE_DIR "/examples/") + name; }
 
-    std::filesystem::path fFolder;
+    TemporaryFolder fFolder;
 };
 
 }  // namespace test_support

@@ -59,9 +59,9 @@ TEST_F(BadModel, FileThatIsNotThereOrADirectory) {
     EXPECT_EQ(lost.exitCode, 1);
     EXPECT_THAT(lost.errLines(),
                 ElementsAre("brevix: " + path("lost.pmml") + ": it cannot be opened: No such file or directory"));
-    const auto folder = runBrevix({"score", fFolder.string()}, "x,y\n1,2\n");
+    const auto folder = runBrevix({"score", fFolder.getPath().string()}, "x,y\n1,2\n");
     EXPECT_EQ(folder.exitCode, 1);
-    EXPECT_THAT(folder.errLines(), ElementsAre("brevix: " + fFolder.string() + ": it is a directory"));
+    EXPECT_THAT(folder.errLines(), ElementsAre("brevix: " + fFolder.getPath().string() + ": it is a directory"));
 }
 
 TEST_F(BadModel, DocumentWithoutTheModelElement) {
@@ -113,7 +113,8 @@ TEST_F(BadModel, EntityBombIsRefused) {
 }
 
 TEST_F(BadModel, ExternalEntityIsNotRead) {
-    const std::string secret = (fFolder.parent_path() / ("brevix-secret-" + fFolder.filename().string())).string();
+    const std::string secret =
+        (fFolder.getPath().parent_path() / ("brevix-secret-" + fFolder.getPath().filename().string())).string();
     std::ofstream(secret) << "hidden words";
     for (const std::string& place : {"file://" + secret, secret, std::string("http://127.0.0.1:1/a")}) {
         const std::string fault = faultOf("<!DOCTYPE PMML [<!ENTITY e SYSTEM \"" + place + "\">]><PMML>&e;</PMML>");

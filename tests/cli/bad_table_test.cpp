@@ -66,9 +66,10 @@ TEST_F(BadTable, TableThatIsNotThereOrADirectory) {
     EXPECT_EQ(lost.exitCode, 1);
     EXPECT_THAT(lost.errLines(),
                 ElementsAre("brevix: " + path("lost.csv") + ": it cannot be opened: No such file or directory"));
-    const auto folder = runBrevix({"score", fModel, fFolder.string()});
+    const auto folder = runBrevix({"score", fModel, fFolder.getPath().string()});
     EXPECT_EQ(folder.exitCode, 1);
-    EXPECT_THAT(folder.errLines(), ElementsAre("brevix: " + fFolder.string() + ": it cannot be read: Is a directory"));
+    EXPECT_THAT(folder.errLines(),
+                ElementsAre("brevix: " + fFolder.getPath().string() + ": it cannot be read: Is a directory"));
 }
 
 TEST_F(BadTable, Utf16IsNamed) {

@@ -1,10 +1,4 @@
 // brevix score: what comes out, where it goes, and what is said beside it.
-#include <fcntl.h>
-#include <signal.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <fstream>
 
 #include <gmock/gmock.h>
@@ -212,7 +206,7 @@ TEST_F(ScoreOutput, MayNotReplaceTheModel) {
 }
 
 TEST_F(ScoreOutput, PlaceThatCannotBeWrittenEndsWithOne) {
-    for (const std::string& place : {path("nowhere/out.csv"), fFolder.string()}) {
+    for (const std::string& place : {path("nowhere/out.csv"), fFolder.getPath().string()}) {
         const auto run = runBrevix({"score", fModel, fTable, "-o", place});
         EXPECT_EQ(run.exitCode, 1);
         EXPECT_THAT(run.errLines(), ElementsAre(HasSubstr(place + ": it cannot be written: ")));
@@ -244,86 +238,6 @@ TEST_F(ScoreOutput, ClosedStandardStreamsAreNotTakenForFiles) {
     streams = {};
     streams.closesIn = true;
     EXPECT_EQ(runBrevix({"score", fModel}, streams).exitCode, 1);
-}
-
-TEST_F(ScoreOutput, ReaderThatHasGoneEndsWithOne) {
-    const std::string fifo = path("pipe");
-    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-    // Both ends are open until the program has opened its own; then nobody reads.
-    const int both = ::open(fifo.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
-    std::string table = "x,y\n";
-    for (int i = 0; i < 100000; ++i)
-        table += "1,2\n";
-    const std::string input = write("long.csv", table);
-    const pid_t child = ::fork();
-    if (child == 0) {
-        // Drains a little, then goes.
-        char buffer[16];
-        while (::read(both, buffer, sizeof buffer) <= 0)
-            ::usleep(1000);
-        ::_exit(0);
-    }
-    ::close(both);
-    const auto run = runBrevix({"score", fModel, input, "-o", fifo});
-    ::waitpid(child, nullptr, 0);
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_THAT(run.err, HasSubstr(fifo + ": it cannot be written: Broken pipe"));
-}
-
-TEST_F(ScoreOutput, SignalToEndLeavesNothingBehind) {
-    const std::string fifo = path("endless");
-    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-    const int both = ::open(fifo.c_str(), O_RDWR | O_CLOEXEC);
-    const pid_t program = ::fork();
-    if (program == 0) {
-        ::execl(BREVIX_PROGRAM, BREVIX_PROGRAM, "score", fModel.c_str(), fifo.c_str(), "-o", path("out.csv").c_str(),
-                "--quiet", nullptr);
-        ::_exit(127);
-    }
-    const std::string rows = "x,y\n1,2\n3,4\n";
-    ASSERT_EQ(::write(both, rows.data(), rows.size()), static_cast<ssize_t>(rows.size()));
-    // The unfinished file stands beside its place as soon as the first rows are read.
-    for (int i = 0; i < 5000 && listFiles().size() < 4; ++i)
-        ::usleep(1000);
-    EXPECT_EQ(listFiles().size(), 4u);
-    ::usleep(20000);
-    ::kill(program, SIGTERM);
-    int status = 0;
-    ::waitpid(program, &status, 0);
-    ::close(both);
-    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
-    EXPECT_THAT(listFiles(), ElementsAre("endless", "model.pmml", "table.csv"));
-}
-
-// Rows that come through a pipe, some of them late.
-pid_t feedSlowly(const std::string& fifo) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        std::ofstream pipe(fifo);
-        pipe << "x,y\n1,2\n" << std::flush;
-        ::usleep(2300000);
-        pipe << "3,4\n5,6\n" << std::flush;
-        pipe.close();
-        ::_exit(0);
-    }
-    return child;
-}
-
-TEST_F(ScoreOutput, ProgressIsShownWhenAskedForOnLongWorkOnly) {
-    const std::string fifo = path("slow");
-    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-    for (const bool isAskedFor : {true, false}) {
-        const pid_t feeder = feedSlowly(fifo);
-        std::vector<std::string> arguments = {"score", fModel, fifo};
-        if (isAskedFor)
-            arguments.emplace_back("--progress");
-        const auto lines = runBrevix(arguments).errLines();
-        ::waitpid(feeder, nullptr, 0);
-        EXPECT_EQ(lines.size(), isAskedFor ? 2u : 1u) << "standard error is no terminal";
-        EXPECT_THAT(lines.front(), MatchesRegex(isAskedFor ? "3 rows, [0-9]+ rows/s" : "3 rows, .* status 0: 3"));
-    }
-    EXPECT_THAT(runBrevix({"score", fModel, fTable, "--progress"}).errLines(), ElementsAre(HasSubstr("4 rows, ")));
-    EXPECT_THAT(runBrevix({"score", fModel, fTable, "--no-progress"}).errLines(), ElementsAre(HasSubstr("4 rows, ")));
 }
 
 TEST_F(ScoreOutput, PluginIsFoundOrGiven) {

@@ -3,6 +3,7 @@
 
 #include "tests/cli/Command.h"
 #include "tests/runtime/SmallDocument.h"
+#include "tests/support/process.h"
 
 namespace {
 
@@ -74,10 +75,10 @@ TEST_F(Usage, ClosingLineOfATableWithoutRowsCountsNone) {
 
 TEST_F(Usage, TraceShowsNoCaseThatIsNotInTheTable) {
     const std::string model = write("model.pmml", test_support::SmallDocument().makeText());
-    ::setenv("BREVIX_TRACE", "1", 1);
+    test_support::setVariable("BREVIX_TRACE", "1");
     const auto run = runBrevix({"score", model}, std::string("x,y\n1,2\n"));
     const auto failing = runBrevix({"score", model}, std::string("x,y\n,2\n"));
-    ::unsetenv("BREVIX_TRACE");
+    test_support::setVariable("BREVIX_TRACE", nullptr);
     EXPECT_THAT(run.err, HasSubstr("Enter:KwBrevix_930::SVMTranslator::ParseFromTree"));
     EXPECT_THAT(run.err, testing::Not(HasSubstr("KwStatus error code")));
     EXPECT_THAT(failing.err, HasSubstr("KwStatus error code is :90029"));

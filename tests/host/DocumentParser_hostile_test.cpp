@@ -1,17 +1,20 @@
 // Documents that want to read files, call the network, or cost more than their bytes. Each ends quickly, with an error
 // or without harm; the address sanitizer watches that nothing of a refused document stays behind.
-#include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <filesystem>
 #include <fstream>
 #include <xercesc/dom/DOM.hpp>
 
 #include "host/BrevixTranscoder.h"
 #include "host/DocumentParser.h"
 #include "tests/host/error_of.h"
+#include "tests/support/TemporaryFolder.h"
+
+#if !defined(_WIN32)
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -58,30 +61,39 @@ void ExpectRead(const std::string& text) {
     EXPECT_NO_THROW(EXPECT_NE(DocumentParser().ParseText(text), nullptr)) << text.substr(0, 200);
 }
 
+// A pipe in the file system that blocks whoever reads it; where there are none, a file that must never be read.
+class BlockingPipe {
+public:
+    explicit BlockingPipe(const std::string& path) {
+#if defined(_WIN32)
+        std::ofstream(path) << "<!ENTITY leaked 'FORBIDDEN'>";
+#else
+        EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
+        // Open for both, so that a reader that does open the pipe fails the test by hanging rather than by passing.
+        fDescriptor = open(path.c_str(), O_RDWR);
+#endif
+    }
+    BlockingPipe(const BlockingPipe&) = delete;
+    BlockingPipe& operator=(const BlockingPipe&) = delete;
+#if !defined(_WIN32)
+    ~BlockingPipe() {
+        close(fDescriptor);
+    }
+
+private:
+    int fDescriptor;
+#endif
+};
+
 // A file that exists, with a content that must never show, and a pipe that would block whoever opens it.
 class ForbiddenFile : public testing::Test {
 protected:
-    ForbiddenFile() {
-        char directory[] = "/tmp/brevix-hostile-XXXXXX";
-        fDirectory = mkdtemp(directory);
-        file = fDirectory / "secret";
-        std::ofstream(file) << "<!ENTITY leaked 'FORBIDDEN'>";
-        pipe = fDirectory / "pipe";
-        EXPECT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-        // Open for both, so that a reader that does open the pipe fails the test by hanging rather than by passing.
-        fPipe = open(pipe.c_str(), O_RDWR);
-    }
-    ~ForbiddenFile() override {
-        close(fPipe);
-        std::filesystem::remove_all(fDirectory);
-    }
+    ForbiddenFile() { std::ofstream(file) << "<!ENTITY leaked 'FORBIDDEN'>"; }
 
-    std::string file;
-    std::string pipe;
-
-private:
-    std::filesystem::path fDirectory;
-    int fPipe;
+    test_support::TemporaryFolder folder;
+    std::string file = folder.pathOf("secret");
+    std::string pipe = folder.pathOf("pipe");
+    BlockingPipe blocking{pipe};
 };
 
 TEST_F(ForbiddenFile, IsNotReadByAGeneralEntity) {

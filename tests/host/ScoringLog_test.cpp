@@ -2,8 +2,6 @@
 #include "host/ScoringLog.h"
 
 #include <gtest/gtest.h>
-#include <stdio.h>
-#include <sys/wait.h>
 
 #include <iomanip>
 #include <set>
@@ -11,6 +9,9 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/process.h"
 
 namespace {
 
@@ -95,22 +96,18 @@ struct ProbeRun {
     std::string standardError;
 };
 
-// Runs a fresh program with its environment set by shell assignments.
-ProbeRun RunProbe(const std::string& environment) {
-    const auto run = [&environment](const char* redirection) {
-        const std::string command = environment + " '" TRACE_PROBE "' " + redirection;
-        FILE* pipe = popen(command.c_str(), "r");
-        std::string output;
-        for (int c = fgetc(pipe); c != EOF; c = fgetc(pipe))
-            output += static_cast<char>(c);
-        return std::pair(WEXITSTATUS(pclose(pipe)), output);
-    };
-    const auto [code, standardOutput] = run("2>/dev/null");
-    return {code, standardOutput, run("2>&1 >/dev/null").second};
+// Runs a fresh program with BREVIX_TRACE set to a value; null: not set.
+ProbeRun RunProbe(const char* trace) {
+    const test_support::TemporaryFolder folder;
+    test_support::setVariable("BREVIX_TRACE", trace);
+    const auto end = test_support::runProcess({TRACE_PROBE},
+                                              {test_support::kNullDevice, folder.pathOf("out"), folder.pathOf("err")});
+    test_support::setVariable("BREVIX_TRACE", nullptr);
+    return {end.exitCode, test_support::contentOf(folder.pathOf("out")), test_support::contentOf(folder.pathOf("err"))};
 }
 
 TEST(ScoringLog, IsOffInAFreshProgram) {
-    const ProbeRun run = RunProbe("env -u BREVIX_TRACE");
+    const ProbeRun run = RunProbe(nullptr);
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.standardError, "always\n");
     EXPECT_EQ(run.standardOutput, "");
@@ -118,7 +115,7 @@ TEST(ScoringLog, IsOffInAFreshProgram) {
 
 TEST(ScoringLog, IsSwitchedOnByTheEnvironment) {
     for (const char* value : {"1", "yes", "00"}) {
-        const ProbeRun run = RunProbe(std::string("env BREVIX_TRACE=") + value);
+        const ProbeRun run = RunProbe(value);
         EXPECT_EQ(run.exitCode, 1) << value;
         EXPECT_EQ(run.standardError, "detail 17\nalways\n") << value;
         EXPECT_EQ(run.standardOutput, "") << value;
@@ -126,8 +123,8 @@ TEST(ScoringLog, IsSwitchedOnByTheEnvironment) {
 }
 
 TEST(ScoringLog, StaysOffWhenTheVariableIsEmptyOrZero) {
-    EXPECT_EQ(RunProbe("env BREVIX_TRACE=").standardError, "always\n");
-    EXPECT_EQ(RunProbe("env BREVIX_TRACE=0").standardError, "always\n");
+    EXPECT_EQ(RunProbe("").standardError, "always\n");
+    EXPECT_EQ(RunProbe("0").standardError, "always\n");
 }
 
 }  // namespace

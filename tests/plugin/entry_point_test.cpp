@@ -1,13 +1,12 @@
 // The entry point, called as a host calls it: in the built library, loaded at run time, through base classes only.
 #include "plugin/entry_point.h"
 
-#include <dlfcn.h>
-
 #include <memory>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 
+#include "runtime/platform/libraries.h"
 #include "tests/support/svm_document.h"
 
 namespace KwBrevix_930 {
@@ -23,15 +22,17 @@ static_assert(std::has_virtual_destructor_v<ScoreTranslator> && std::has_virtual
 class LoadedLibrary : public testing::Test {
 protected:
     void SetUp() override {
-        fHandle = dlopen(BREVIX_SVM_FILE, RTLD_NOW | RTLD_LOCAL);
-        ASSERT_NE(fHandle, nullptr) << dlerror();
-        fEntry = reinterpret_cast<decltype(&GiveMyTranslator)>(dlsym(fHandle, "GiveMyTranslator"));
-        ASSERT_NE(fEntry, nullptr) << dlerror();
+        std::string fault;
+        fHandle = brevix::platform::loadLibrary(BREVIX_SVM_FILE, fault);
+        ASSERT_NE(fHandle, nullptr) << fault;
+        fEntry =
+            reinterpret_cast<decltype(&GiveMyTranslator)>(brevix::platform::findSymbol(fHandle, "GiveMyTranslator"));
+        ASSERT_NE(fEntry, nullptr);
         ASSERT_NE(fEntry, &GiveMyTranslator) << "the test program's own";
     }
     void TearDown() override {
         if (fHandle)
-            dlclose(fHandle);
+            brevix::platform::freeLibrary(fHandle);
     }
 
     std::unique_ptr<ScoreTranslator> Translator() const { return std::unique_ptr<ScoreTranslator>(fEntry()); }

@@ -1,8 +1,6 @@
 // Tables scored: order, statuses, formats, columns.
 #include "runtime/score_table.h"
 
-#include <unistd.h>
-
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -17,6 +15,7 @@
 #include "runtime/ScoringModel.h"
 #include "tests/runtime/SmallDocument.h"
 #include "tests/runtime/TextSource.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 
@@ -34,9 +33,6 @@ using testing::UnorderedElementsAre;
 
 class ScoreTable : public testing::Test {
 protected:
-    ScoreTable() : fPath((fs::temp_directory_path() / ("brevix-table-" + std::to_string(::getpid()))).string()) {}
-    ~ScoreTable() override { fs::remove(fPath); }
-
     static std::unique_ptr<ScoringModel> open(const SmallDocument& document) {
         return ScoringModel::openText(document.makeText(), {.plugin = BREVIX_PLUGIN});
     }
@@ -48,12 +44,11 @@ protected:
         fTally = brevix::scoreTable(*model, source, [&]() -> brevix::OutputFile& { return output.emplace(fPath); },
                                     options, {});
         output->commit();
-        std::ostringstream content;
-        content << std::ifstream(fPath).rdbuf();
-        return content.str();
+        return test_support::contentOf(fPath);
     }
 
-    std::string fPath;
+    test_support::TemporaryFolder fFolder;
+    std::string fPath = fFolder.pathOf("result.csv");
     TableTally fTally;
 };
 

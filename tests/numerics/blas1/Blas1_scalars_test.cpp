@@ -2,9 +2,6 @@
 #include "numerics/blas1/Blas1.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
-#include <unistd.h>
-
 #include <cmath>
 #include <cstdio>
 #include <iomanip>
@@ -18,6 +15,7 @@
 #include "numerics/display/display.h"
 #include "tests/numerics/blas1/GuardedVector.h"
 #include "tests/numerics/blas1/reference_blas.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 
@@ -110,24 +108,16 @@ TEST(Blas1Mach, ConstantsAreThoseOfDoublePrecision) {
 // Runs action in a process of its own whose standard output goes to a file; the file's text.
 template <class Action>
 std::string OutputOfExit(Action action) {
-    char path[] = "/tmp/brevix-xerbla-XXXXXX";
-    const int file = mkstemp(path);
-    close(file);
+    const test_support::TemporaryFolder folder;
+    const std::string path = folder.pathOf("out");
     EXPECT_EXIT(
         {
-            if (std::freopen(path, "w", stdout) != nullptr) {
+            if (std::freopen(path.c_str(), "w", stdout) != nullptr) {
                 action();
             }
         },
         testing::ExitedWithCode(1), "^$");
-    std::FILE* written = std::fopen(path, "r");
-    std::string text;
-    for (int c = std::fgetc(written); c != EOF; c = std::fgetc(written)) {
-        text += static_cast<char>(c);
-    }
-    std::fclose(written);
-    std::remove(path);
-    return text;
+    return test_support::contentOf(path);
 }
 
 TEST(Blas1MachDeathTest, WrongJobReportsParameterOneAndEndsTheProcess) {
