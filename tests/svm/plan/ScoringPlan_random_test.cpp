@@ -20,11 +20,15 @@ constexpr std::size_t kCasesOfAModel = 26;
 constexpr std::size_t kModels = 400;
 static_assert(kCasesOfAModel * kModels >= 10000);
 
-// Versions that store in double and, where exact, in single precision.
-std::vector<PlanTarget> AllTargets() {
+// Every version of the loops, storing in double and, where that may be exact, in single precision.
+std::vector<PlanTarget> AllTargets(Numbers numbers) {
     std::vector<PlanTarget> targets;
+    const bool mayBeNarrow = numbers == Numbers::kFloats || numbers == Numbers::kBits;
     for (const Loops* const* version = RunnableLoops(); *version; ++version) {
         for (const bool isNarrow : {false, true}) {
+            // That other numbers are not stored so is enough to see once.
+            if (isNarrow && !mayBeNarrow && version[1])
+                continue;
             PlanTarget target;
             target.loops = *version;
             target.cacheShare = isNarrow ? 0 : ~std::size_t{0};
@@ -85,7 +89,7 @@ void CompareModel(const Shape& shape, Generator& random, std::size_t caseCount =
     for (const Values& x : cases)
         expected.push_back(random_models::PlainDecisions(*data, *kernel, x));
     const std::size_t count = random.UpTo(cases.size());
-    for (const PlanTarget& target : AllTargets()) {
+    for (const PlanTarget& target : AllTargets(shape.numbers)) {
         SCOPED_TRACE(target.loops->name);
         const auto plan = ScoringPlan::Make(*data, *kernel, shape.columns, target);
         ASSERT_TRUE(plan);
