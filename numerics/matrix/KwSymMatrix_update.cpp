@@ -3,9 +3,11 @@
 #include "numerics/matrix/KwSymMatrix.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <limits>
 #include <utility>
 
+#include "numerics/blas1/vector_kernels.h"
 #include "numerics/containers/KwBitSet.h"
 #include "numerics/matrix/dense_kernels.h"
 #include "numerics/matrix/index_checks.h"
@@ -36,11 +38,15 @@ bool KwSymMatrix::UpdateXXPosNegW(const std::vector<double>& x, double weight) {
     if (std::cmp_not_equal(x.size(), fNRows) || !(weight > 0.0 || weight < 0.0)) {
         return false;
     }
+    constexpr int kLong = 16;  // from here on a call costs less than it saves
+    const VectorKernels& kernels = FastestVectorKernels();
     const double* values = x.data();
     double* run = fData.data();
     for (int i = 0; i < fNRows; ++i) {
-        if (values[i] != 0.0) {
+        if (values[i] != 0.0 && i < kLong) {
             AddMultiple(i + 1, values[i] * weight, values, run);
+        } else if (values[i] != 0.0) {
+            kernels.addScaled(static_cast<std::size_t>(i) + 1, values[i] * weight, values, run);
         }
         run += i + 1;
     }

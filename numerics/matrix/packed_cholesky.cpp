@@ -229,27 +229,30 @@ int Factor(double* packed, int n, const double* ref, double tol, KwBitSet* zeros
     return zeroPivots;
 }
 
-// Rows go together; each dot product is summed from left to right, as KwMathFun::DDot does.
+// Each dot product is summed from left to right, as KwMathFun::DDot does; eight rows go together, as each is a chain.
 void SolveForward(const double* packed, int n, double* x) {
     constexpr int kTogether = 8;
-    for (int k = 0; k < n; k += kTogether) {
-        const int height = std::min(kTogether, n - k);
+    for (int first = 0; first < n; first += kTogether) {
+        double sums[kTogether] = {};
+        const int height = std::min(kTogether, n - first);
+        // Missing rows at the end are worth the last one's repetition only where the rows are long.
+        const int before = height == kTogether || first >= 4 * kTogether ? first : 0;
         const double* rows[kTogether];
         for (int q = 0; q < kTogether; ++q) {
-            rows[q] = packed + RowStart(k + std::min(q, height - 1));
+            rows[q] = packed + RowStart(first + std::min(q, height - 1));
         }
-        double sums[kTogether] = {};
-        for (int j = 0; j < k; ++j) {
+        for (int j = 0; j < before; ++j) {
             for (int q = 0; q < kTogether; ++q) {
                 sums[q] += rows[q][j] * x[j];
             }
         }
         for (int q = 0; q < height; ++q) {
-            for (int j = k; j < k + q; ++j) {
-                sums[q] += rows[q][j] * x[j];
+            const int k = first + q;
+            double sum = sums[q];
+            for (int j = before; j < k; ++j) {
+                sum += rows[q][j] * x[j];
             }
-            const double pivot = rows[q][k + q];
-            x[k + q] = pivot != 0.0 ? (x[k + q] - sums[q]) / pivot : 0.0;
+            x[k] = rows[q][k] != 0.0 ? (x[k] - sum) / rows[q][k] : 0.0;
         }
     }
 }
