@@ -152,7 +152,9 @@ double KwDistFun::FindNCParamF(double p, double f, double df1, double df2, doubl
     if (!IsOpenProbability(p) || !IsPositive(f) || !IsPositive(df1) || !IsPositive(df2) || std::isnan(tol)) {
         return Missing();
     }
-    const double start = std::clamp(df1 * f - df1, 0.0, kMostNoncentrality);
+    // What f calls for if its denominator is 1; with few degrees of freedom below, f may be anything.
+    constexpr double kMostStart = 1e4;
+    const double start = std::clamp(df1 * f - df1, 0.0, kMostStart);
     const UnitPoint at = PointOfF(f, df1, df2);
     if (!(at.x.hi > 0.0) || !(at.y.hi > 0.0)) {
         return Missing();

@@ -17,7 +17,7 @@ using distribution_tables::Row;
 enum class Measure {
     kUlp,      // of the result
     kInverse,  // |x - exact| density <= limit (4 ulp(p) + ulp(x) density)
-    kFormula   // relative to 1 + |log Gamma| terms that the prescribed formula subtracts, in ulp
+    kFormula   // relative to 1 + |log Gamma| terms that the documented formula subtracts, in ulp
 };
 
 struct Limit {
