@@ -104,10 +104,10 @@ int main(int argc, char** argv) {
         if (own.allowed > 0.0) {
             std::snprintf(allowed, sizeof allowed, " %.2g", own.allowed);
         }
-        // A line at once: nmath prints its own warnings between them.
+        // A line at once and on a line of its own: nmath prints its warnings between them, not all with an end of line.
         const std::string line = Figures(own) + " |" + allowed + " |" + Cell(boost, name, rows) +
                                  Cell(gsl, name, rows) + Cell(nmath, name, rows);
-        std::printf("| `%s` | %zu |%s\n", name.c_str(), rows.size(), line.c_str());
+        std::printf("\n| `%s` | %zu |%s\n", name.c_str(), rows.size(), line.c_str());
         std::fflush(stdout);
     }
     return 0;
