@@ -384,7 +384,11 @@ double NoncentralT(Tail tail, double t, double df, double delta, double tol) {
         const double lower = at.x.hi > 0.0 ? 1.0 : 0.5 * Erfc(delta * kRootHalf);
         return tail == Tail::kLower ? lower : 1.0 - lower;
     }
-    const Tail formed = t > delta ? Tail::kUpper : Tail::kLower;
+    // Few degrees of freedom leave most of T beyond any t: there P(s > delta/t) tells which tail is the smaller.
+    const double share = delta / t;
+    const bool isRight =
+        df < 2.0 && delta > 0.0 ? IncompleteGamma(0.5 * df * share * share, 0.5 * df).upper > 0.5 : t > delta;
+    const Tail formed = isRight ? Tail::kUpper : Tail::kLower;
     const double value = TailOfT(at, t, df, delta, formed == Tail::kUpper, tol);
     return formed == tail ? value : 1.0 - value;
 }

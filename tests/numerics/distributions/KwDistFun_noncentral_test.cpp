@@ -176,6 +176,12 @@ TEST(KwDistFunNonCentral, FWithAHeavyEndKeepsItsLowerTail) {
     EXPECT_NEAR(KwDistFun::NonCentralCdfF(3.5, 45.0, df2, 0.98, 0.0) / sum, 1.0, 4e-15);
 }
 
+// The same of t: with 0.001 degrees of freedom and nc = 204.33247015783726, P(T <= 696.2...) is 0.0047268... (mpmath).
+TEST(KwDistFunNonCentral, TWithAHeavyEndKeepsItsLowerTail) {
+    const double p = KwDistFun::NonCentralCdfT(696.22643977502071, 0.001, 204.33247015783726, 0.0);
+    EXPECT_NEAR(p / 0.0047268023215258186, 1.0, 4e-15);
+}
+
 TEST(KwDistFunNonCentral, ChiSquareAndFHaveTheirEdges) {
     EXPECT_EQ(KwDistFun::NonCentralCdfChi(3.3, 2.2, 0.0), KwDistFun::CdfChi(3.3, 2.2));
     EXPECT_EQ(KwDistFun::NonCentralCdfChi(0.0, 2.2, 1.0), 0.0);

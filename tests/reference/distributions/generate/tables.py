@@ -428,8 +428,8 @@ def FindNCParamF():
 
 
 def FindNCParamT():
-    (t, d, delta), _ = NonCentralCdfT()
-    if t < 0 or abs(delta) > 1000:
+    t, d, delta = t_arguments()
+    if t < 0 or abs(delta) > 300:
         raise TooLong
     p, delta, slope = find(lambda v: exact.noncentral_t(t, d, v), delta)
     return (p, t, d), delta, slope
