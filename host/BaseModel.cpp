@@ -1,6 +1,8 @@
 // What every model has in common.
 #include "host/BaseModel.h"
 
+#include "host/IBatchModel.h"
+
 #include <algorithm>
 
 #include "host/ScoreDictVar.h"
@@ -9,6 +11,8 @@
 #include "host/transform/TransformationDictionary.h"
 
 namespace KwBrevix_930 {
+
+IBatchModel::~IBatchModel() = default;
 
 ScoreVersionInfo::~ScoreVersionInfo() = default;
 ScoreModel::~ScoreModel() = default;

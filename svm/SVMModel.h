@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/BaseModel.h"
+#include "host/IBatchModel.h"
 #include "pmml/SVMModelData.h"
 #include "svm/SVMKernelFunction.h"
 
@@ -21,7 +22,7 @@ class ScoringPlan;
 /// Built by the translator: it is given its dictionaries, then its data, and then scores any number of cases. The first
 /// case that is accessed by index fixes the dictionary indices of the input fields; from then on scoring only reads the
 /// model, so that any number of threads may score at once. The order of summation is fixed everywhere: left to right.
-class SVMModel : public BaseModel {
+class SVMModel : public BaseModel, public IBatchModel {
 public:
     SVMModel();
     ~SVMModel() override;
@@ -56,6 +57,8 @@ public:
     /// kUseReplacement and kMarkAsMissing a missing input leaves a result whose prediction is the system-missing value
     /// or the empty text.
     KwScore::KwStatus GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) override;
+    void ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
+                    KwScore::KwStatus* statuses, bool flag) override;
     ModelType GetModelType() const override;
     bool GetPredictionOnly() const override;
     void Display(std::ostream& stream) const override;
@@ -67,12 +70,17 @@ private:
     using Indices = std::vector<std::int32_t>;
     using Values = std::vector<double>;
 
-    // What the voting operations answer with; the caller initialises it.
+    // What the voting operations answer with; the caller initialises it. Behind the answer stands what they work in,
+    // kept so that its memory serves the next case.
     struct Vote {
         std::int32_t category = -1;
         double confidence = 0.0;
         Values probabilities;
+
+        Indices tickets = {};
+        std::vector<Values> pairs = {};
     };
+    class Workspace;
 
     // Set-up.
     void SetUpModelType(bool isClassification);
@@ -85,7 +93,14 @@ private:
     // Case scoring.
     Status CheckReady(const ScoreCaseRecord* record) const;
     void CreateResult(ScoreResult*& result) const;
-    Status ScoreCase(const ScoreCaseRecord& record, ScoreResult*& result) const;
+    Status PrepareCase(const ScoreCaseRecord* record, ScoreResult*& result, bool flag);
+    Status ReadCase(const ScoreCaseRecord& record, ScoreResult*& result, Workspace& work) const;
+    Status DecideCase(ScoreResult*& result, Workspace& work) const;
+    Status FillResult(Workspace& work, ScoreResult*& result) const;
+    void ReadCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results, Status* statuses,
+                   bool flag, Workspace& work);
+    void DecideCases(std::size_t stride, ScoreResult** results, Status* statuses, Workspace& work) const;
+    static void Trace(const Status& status);
     Status FillCaseRecord(ScoreResult*& result, const ScoreCaseRecord* record, bool& isComplete, Indices& indices,
                           Values& values) const;
     Status ReadInput(std::size_t position, const ScoreCaseRecord& record, const ScoreCaseRecord* derived,
@@ -93,9 +108,10 @@ private:
     double EncodeInput(std::size_t position, const ScoreValue& value) const;
     Status ScoreSVMByKernelType(const Indices& indices, const Values& values, std::int32_t machine,
                                 double& value) const;
+    bool IsPlannedFor(std::size_t machineCount, std::size_t columnCount) const;
     Status ComputeDecisions(const Indices& indices, const Values& values, std::size_t count, double* decisions) const;
-    Status ScoreSVMClsModel(const Indices& indices, const Values& values, ScoreResult*& result) const;
-    Status ScoreSVMRegModel(const Indices& indices, const Values& values, ScoreResult*& result) const;
+    Status ScoreSVMClsModel(ScoreResult*& result, Workspace& work) const;
+    Status ScoreSVMRegModel(ScoreResult*& result, Workspace& work) const;
     bool IsMissScoreValue(const ScoreDictVar* variable, const ScoreValue* value) const;
     bool IsInvalidScoreValue(const ScoreDictVar* variable, const ScoreValue* value) const;
     const ScoreValue* GetMissReplacement(const ScoreDictVar* variable) const;
@@ -108,6 +124,7 @@ private:
     Status VoteForOneAgainstOne(const Values& decisions, Vote& vote) const;
     Status VoteForOneAgainstAll(const Values& decisions, Vote& vote) const;
     bool PicksTarget(const ST_SUPPORTVECTORMACHINE& machine, double decision) const;
+    std::int32_t PickCategory(std::size_t place, double decision) const;
     Status GetTicketByBinaryClass(const Values& decisions, std::int32_t machine, Vote& vote) const;
     Status GetZARNTicketByBinaryClass(const Values& decisions, Vote& vote) const;
     Status GetTicketByMultiClass(const Values& decisions, Vote& vote) const;

@@ -8,6 +8,7 @@
 #include "host/StringValue.h"
 #include "host/transform/TransformationDictionary.h"
 #include "svm/SVMClsResult.h"
+#include "svm/SVMModelWorkspace.h"
 #include "svm/SVMRegResult.h"
 #include "svm/plan/ScoringPlan.h"
 #include "svm/status_codes.h"
@@ -15,16 +16,29 @@
 namespace KwBrevix_930 {
 
 KwScore::KwStatus SVMModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) {
-    Status status = CheckReady(record);
-    if (record && !fDictVarIndicesReady && record->IsAccessedByIndex())
-        SetUpDictVarIndex(record, flag);
+    Status status = PrepareCase(record, result, flag);
     if (!status.IsError()) {
-        if (!result)
-            CreateResult(result);
-        status = ScoreCase(*record, result);
+        Lent<Workspace> lent;
+        status = ReadCase(*record, result, *lent);
+        if (!status.IsError())
+            status = DecideCase(result, *lent);
     }
+    Trace(status);
+    return status;
+}
+
+void SVMModel::Trace(const Status& status) {
     if (status.IsError())
         ScoringLog::GetInstance().TraceText(1, "KwStatus error code is :%ld", static_cast<long>(status.GetErrorCode()));
+}
+
+// Everything that comes before the inputs.
+SVMModel::Status SVMModel::PrepareCase(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) {
+    const Status status = CheckReady(record);
+    if (record && !fDictVarIndicesReady && record->IsAccessedByIndex())
+        SetUpDictVarIndex(record, flag);
+    if (!status.IsError() && !result)
+        CreateResult(result);
     return status;
 }
 
@@ -39,15 +53,15 @@ void SVMModel::CreateResult(ScoreResult*& result) const {
         result = new SVMRegResult(fTargetVar);
 }
 
-SVMModel::Status SVMModel::ScoreCase(const ScoreCaseRecord& record, ScoreResult*& result) const {
-    Indices indices;
-    Values values;
+SVMModel::Status SVMModel::ReadCase(const ScoreCaseRecord& record, ScoreResult*& result, Workspace& work) const {
+    work.indices.clear();
+    work.values.clear();
     bool isComplete = false;
-    const Status status = FillCaseRecord(result, &record, isComplete, indices, values);
-    if (status.IsError())
-        return status;
-    return fData->GetIsClassification() ? ScoreSVMClsModel(indices, values, result)
-                                        : ScoreSVMRegModel(indices, values, result);
+    return FillCaseRecord(result, &record, isComplete, work.indices, work.values);
+}
+
+SVMModel::Status SVMModel::DecideCase(ScoreResult*& result, Workspace& work) const {
+    return fData->GetIsClassification() ? ScoreSVMClsModel(result, work) : ScoreSVMRegModel(result, work);
 }
 
 // isComplete: whether every column was given its value.
@@ -165,11 +179,15 @@ SVMModel::Status SVMModel::ScoreSVMByKernelType(const Indices& indices, const Va
     return {};
 }
 
+bool SVMModel::IsPlannedFor(std::size_t machineCount, std::size_t columnCount) const {
+    return fPlan && fPlan->GetMachineCount() == machineCount && fPlan->GetColumnCount() == columnCount;
+}
+
 // The decision values of the first machines; by the plan where it fits, and with the same bits by the plain loops where
 // not.
 SVMModel::Status SVMModel::ComputeDecisions(const Indices& indices, const Values& values, std::size_t count,
                                             double* decisions) const {
-    if (fPlan && fPlan->GetMachineCount() == count && fPlan->GetColumnCount() == values.size()) {
+    if (IsPlannedFor(count, values.size())) {
         fPlan->Decide(values.data(), decisions);
         return {};
     }
@@ -181,23 +199,30 @@ SVMModel::Status SVMModel::ComputeDecisions(const Indices& indices, const Values
     return status;
 }
 
-SVMModel::Status SVMModel::ScoreSVMClsModel(const Indices& indices, const Values& values, ScoreResult*& result) const {
-    Values decisions(fData->GetMachines().size());
-    Status status = ComputeDecisions(indices, values, decisions.size(), decisions.data());
-    if (status.IsError())
-        return status;
-    Vote vote;
-    status = DoVotingForSVMCls(decisions, vote);
-    return status.IsError() ? status : FillSVMClsResult(vote, result);
+SVMModel::Status SVMModel::ScoreSVMClsModel(ScoreResult*& result, Workspace& work) const {
+    work.decisions.resize(fData->GetMachines().size());
+    const Status status = ComputeDecisions(work.indices, work.values, work.decisions.size(), work.decisions.data());
+    return status.IsError() ? status : FillResult(work, result);
 }
 
 // Deliberate: of several machines only the first counts, and without inputs the result is left as it is.
-SVMModel::Status SVMModel::ScoreSVMRegModel(const Indices& indices, const Values& values, ScoreResult*& result) const {
-    if (indices.empty())
+SVMModel::Status SVMModel::ScoreSVMRegModel(ScoreResult*& result, Workspace& work) const {
+    if (work.indices.empty())
         return {};
-    double decision = 0.0;
-    const Status status = ComputeDecisions(indices, values, 1, &decision);
-    return status.IsError() ? status : FillSVMRegResult(decision, result);
+    work.decisions.resize(1);
+    const Status status = ComputeDecisions(work.indices, work.values, 1, work.decisions.data());
+    return status.IsError() ? status : FillResult(work, result);
+}
+
+// From the decision values of a case.
+SVMModel::Status SVMModel::FillResult(Workspace& work, ScoreResult*& result) const {
+    if (!fData->GetIsClassification())
+        return FillSVMRegResult(work.decisions.front(), result);
+    work.vote.category = -1;
+    work.vote.confidence = 0.0;
+    work.vote.probabilities.clear();
+    const Status status = DoVotingForSVMCls(work.decisions, work.vote);
+    return status.IsError() ? status : FillSVMClsResult(work.vote, result);
 }
 
 }  // namespace KwBrevix_930

@@ -63,14 +63,18 @@ bool SVMModel::PicksTarget(const ST_SUPPORTVECTORMACHINE& machine, double decisi
     return fData->GetIsMaxWins() ? decision > machine.threshold : machine.threshold > decision;
 }
 
+// Returns: -1 where there is no machine.
+std::int32_t SVMModel::PickCategory(std::size_t place, double decision) const {
+    const auto* machine = fData->GetMachines()[place].get();
+    if (!machine)
+        return -1;
+    return PicksTarget(*machine, decision) ? machine->targetCategoryIndex : machine->alternateTargetCategoryIndex;
+}
+
 SVMModel::Status SVMModel::GetTicketByBinaryClass(const Values& decisions, std::int32_t machine, Vote& vote) const {
-    const auto& machines = fData->GetMachines();
     const auto place = static_cast<std::size_t>(machine);
-    if (place >= machines.size() || place >= decisions.size())
-        return {};
-    if (const auto* itsMachine = machines[place].get())
-        vote.category = PicksTarget(*itsMachine, decisions[place]) ? itsMachine->targetCategoryIndex
-                                                                   : itsMachine->alternateTargetCategoryIndex;
+    if (place < decisions.size() && place < fData->GetMachines().size() && fData->GetMachines()[place])
+        vote.category = PickCategory(place, decisions[place]);
     return {};
 }
 
@@ -81,20 +85,17 @@ SVMModel::Status SVMModel::GetTicketsToCategories(const Values& decisions, Indic
         !IsPairCount(machineCount, fData->GetTargetCategoryCount()))
         return {};
     for (std::size_t i = 0; i < machineCount; ++i) {
-        Vote ticket;
-        const Status status = GetTicketByBinaryClass(decisions, static_cast<std::int32_t>(i), ticket);
-        if (status.IsError())
-            return status;
-        if (ticket.category >= 0 && static_cast<std::size_t>(ticket.category) < votes.size())
-            ++votes[static_cast<std::size_t>(ticket.category)];
+        const std::int32_t category = PickCategory(i, decisions[i]);
+        if (category >= 0 && static_cast<std::size_t>(category) < votes.size())
+            ++votes[static_cast<std::size_t>(category)];
     }
     return {};
 }
 
 SVMModel::Status SVMModel::GetTicketByMultiClass(const Values& decisions, Vote& vote) const {
-    Indices votes(fTargetCategoryNames.size(), 0);
-    const Status status = GetTicketsToCategories(decisions, votes);
-    return status.IsError() || votes.empty() ? status : GetProbablitiesForMultiClass(votes, vote);
+    vote.tickets.assign(fTargetCategoryNames.size(), 0);
+    const Status status = GetTicketsToCategories(decisions, vote.tickets);
+    return status.IsError() || vote.tickets.empty() ? status : GetProbablitiesForMultiClass(vote.tickets, vote);
 }
 
 // Ties go to the lowest category.
@@ -121,9 +122,11 @@ double SVMModel::ComputeZARNZValue(double decision, double a, double b) {
 SVMModel::Status SVMModel::CalculateClassProbabilites(const Values& decisions, std::vector<Values>& pairs) const {
     const auto n = static_cast<std::size_t>(fData->GetTargetCategoryCount());
     const auto& machines = fData->GetMachines();
-    pairs.clear();
-    if (n <= kMostCategoriesWithoutAllPairs || IsPairCount(machines.size(), fData->GetTargetCategoryCount()))
-        pairs.assign(n, Values(n, 0.0));
+    const bool isCoupled =
+        n <= kMostCategoriesWithoutAllPairs || IsPairCount(machines.size(), fData->GetTargetCategoryCount());
+    pairs.resize(isCoupled ? n : 0);
+    for (Values& row : pairs)
+        row.assign(n, 0.0);
     const std::size_t pairCount = std::min(machines.size(), decisions.size());
     std::size_t k = 0;
     for (std::size_t i = 0; i < pairs.size(); ++i) {
@@ -153,7 +156,7 @@ SVMModel::Status SVMModel::GetZARNTicketByMultiClass(const Values& decisions, Vo
     // Too few machines to reach every category: coupling would leave nothing to choose, at a great price for many.
     if (static_cast<std::size_t>(fData->GetTargetCategoryCount()) > fData->GetMachines().size() + 1)
         return kInvalidStatus;
-    std::vector<Values> pairs;
+    std::vector<Values>& pairs = vote.pairs;
     Status status = CalculateClassProbabilites(decisions, pairs);
     if (status.IsError())
         return status;
@@ -173,7 +176,7 @@ SVMModel::Status SVMModel::GetZARNTicketByMultiClass(const Values& decisions, Vo
 // Deliberate: the probabilities stand in category order, the prediction follows the extension's response and
 // nonresponse.
 SVMModel::Status SVMModel::GetZARNTicketByBinaryClass(const Values& decisions, Vote& vote) const {
-    std::vector<Values> pairs;
+    std::vector<Values>& pairs = vote.pairs;
     const Status status = CalculateClassProbabilites(decisions, pairs);
     if (status.IsError())
         return status;

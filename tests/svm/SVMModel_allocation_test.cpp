@@ -58,13 +58,13 @@ std::vector<std::size_t> CountCases(Bench& bench) {
     return counts;
 }
 
-TEST(GetScoreAllocation, OfARegressionIsTheTwoVectorsOfTheCase) {
+TEST(GetScoreAllocation, OfARegressionIsNone) {
     Bench bench;
     auto data = NewRegression();
     AddColumns(bench, *data);
     AddFilledMachine(*data, -1, -1);
     bench.TakeData(std::move(data));
-    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 2));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 0));
 }
 
 std::unique_ptr<SVMModelData> PairsOf(Bench& bench, std::int32_t n) {
@@ -77,36 +77,35 @@ std::unique_ptr<SVMModelData> PairsOf(Bench& bench, std::int32_t n) {
     return data;
 }
 
-TEST(GetScoreAllocation, OfTwoCategoriesAddsTheDecisions) {
+TEST(GetScoreAllocation, OfTwoCategoriesIsNone) {
     Bench bench({"no", "yes"});
     bench.TakeData(PairsOf(bench, 2));
-    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 3));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 0));
 }
 
-TEST(GetScoreAllocation, OfVotingAddsDecisionsVotesAndProbabilities) {
+TEST(GetScoreAllocation, OfVotingIsNone) {
     Bench bench({"a", "b", "c", "d", "e"});
     bench.TakeData(PairsOf(bench, 5));
-    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 5));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 0));
 }
 
-TEST(GetScoreAllocation, OfOneAgainstAllAddsTheDecisions) {
+TEST(GetScoreAllocation, OfOneAgainstAllIsNone) {
     Bench bench({"a", "b", "c", "d", "e"});
     auto data = PairsOf(bench, 5);
     data->SetIsOneAgainstAll(true);
     bench.TakeData(std::move(data));
-    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 3));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 0));
 }
 
-// Decisions, the pairs and their five rows and the row they are copied from, probabilities, the matrix and its product.
-TEST(GetScoreAllocation, OfCouplingAddsItsWorkingVectors) {
+TEST(GetScoreAllocation, OfCouplingIsItsMatrixAndProduct) {
     Bench bench({"a", "b", "c", "d", "e"});
     auto data = PairsOf(bench, 5);
     data->SetIsZarnModel(true);
     bench.TakeData(std::move(data));
-    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 2 + 1 + 7 + 1 + 2));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 2));
 }
 
-TEST(GetScoreAllocation, TheFirstCaseAddsItsResult) {
+TEST(GetScoreAllocation, OfANewResultIsTheResult) {
     Bench bench;
     auto data = NewRegression();
     AddColumns(bench, *data);
@@ -117,9 +116,12 @@ TEST(GetScoreAllocation, TheFirstCaseAddsItsResult) {
     record.SetNumber(record.GetIndex("b"), 2.5);
     record.SetText(record.GetIndex("color"), "red");
     ScoreResult* result = nullptr;
+    bench.model.GetScore(&record, result, false);
+    delete result;
+    result = nullptr;
     const std::size_t before = failing_new::Count();
     bench.model.GetScore(&record, result, false);
-    EXPECT_EQ(failing_new::Count() - before, 2u + 2u) << "the result and its prediction";
+    EXPECT_EQ(failing_new::Count() - before, 2u) << "the result and its prediction";
     delete result;
 }
 

@@ -1,0 +1,32 @@
+// What a model may offer beside its slots: many cases in one call.
+#pragma once
+
+#include <cstddef>
+
+#include "host/Export.h"
+#include "host/KwStatus.h"
+
+namespace KwBrevix_930 {
+
+class ScoreCaseRecord;
+class ScoreResult;
+
+/// Abstract, optional: a caller finds it by dynamic_cast from the model, and uses GetScore where it is not there.
+class BREVIX_HOST_API IBatchModel {
+public:
+    IBatchModel() {}
+    IBatchModel(const IBatchModel&) = delete;
+    IBatchModel& operator=(const IBatchModel&) = delete;
+    virtual ~IBatchModel();
+
+    /// Scores count cases as ScoreModel::GetScore does one after the other with the same flag: the same results and
+    /// trace lines, in the same order, a case that fails being no matter to the others. records: count pointers, null
+    /// allowed. results: count pointers, each null or a result of its own; a null one is created and handed to the
+    /// caller, who owns it. statuses: count, overwritten.
+    /// Note: starts no thread; which threads may call it when is as for GetScore. An exception from a record leaves
+    /// the cases of the call unscored; results that were created by then are handed over.
+    virtual void ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
+                            KwScore::KwStatus* statuses, bool flag) = 0;
+};
+
+}  // namespace KwBrevix_930

@@ -1,0 +1,67 @@
+// The memory that cases are scored in. Internal.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "svm/SVMModel.h"
+
+namespace KwBrevix_930 {
+
+/// Every vector keeps its memory from case to case, so that scoring allocates nothing once it has met a case.
+class SVMModel::Workspace {
+public:
+    // One case: its input vector, its decision values and its vote.
+    Indices indices;
+    Values values;
+    Values decisions;
+    Vote vote;
+
+    // Several cases: which of the call they are, the input values column by column, the decision values case by case.
+    std::vector<std::size_t> places;
+    Values columns;
+    Values batchDecisions;
+
+    /// Returns: roughly how many numbers the vectors have room for.
+    std::size_t GetRoom() const {
+        return values.capacity() + decisions.capacity() + vote.pairs.size() * vote.pairs.size() + columns.capacity() +
+               batchDecisions.capacity();
+    }
+};
+
+/// Lends the calling thread its workspace, which is kept as long as it is not too large. Where it is lent already,
+/// because reading a record leads to another case, a workspace is made for the time.
+template <class Workspace>
+class Lent {
+public:
+    Lent() : fMade(Kept().isLent ? std::make_unique<Workspace>() : nullptr) { Kept().isLent = true; }
+    ~Lent() {
+        if (fMade)
+            return;
+        Kept().isLent = false;
+        if (Kept().workspace.GetRoom() > kMostKept)
+            Kept().workspace = Workspace();
+    }
+    Lent(const Lent&) = delete;
+    Lent& operator=(const Lent&) = delete;
+
+    Workspace& operator*() { return fMade ? *fMade : Kept().workspace; }
+
+private:
+    // In numbers: half a megabyte.
+    static constexpr std::size_t kMostKept = 1 << 16;
+
+    struct Keep {
+        Workspace workspace;
+        bool isLent = false;
+    };
+
+    static Keep& Kept() {
+        static thread_local Keep keep;
+        return keep;
+    }
+
+    std::unique_ptr<Workspace> fMade;
+};
+
+}  // namespace KwBrevix_930

@@ -1,0 +1,289 @@
+// Many cases in one call against the same cases one by one.
+#include <cstring>
+#include <random>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "host/CaseRecord.h"
+#include "host/IBatchModel.h"
+#include "host/ScoringLog.h"
+#include "svm/SVMClsResult.h"
+#include "svm/SVMRegResult.h"
+#include "tests/support/SVMModelTestAccess.h"
+#include "tests/support/virtual_slot.h"
+#include "tests/svm/svm_samples.h"
+
+namespace KwBrevix_930 {
+namespace {
+
+using svm_samples::AddCategoryColumn;
+using svm_samples::AddExtension;
+using svm_samples::AddMachine;
+using svm_samples::AddNumericColumn;
+using svm_samples::AddSupportVector;
+using svm_samples::Bench;
+using svm_samples::NewClassification;
+using svm_samples::NewRegression;
+
+// The bits of a double; every NaN counts as the same.
+std::uint64_t BitsOf(double value) {
+    std::uint64_t bits = 1;
+    if (value == value)
+        std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
+// Everything that a result says, as text.
+std::string Describe(const ScoreResult* result) {
+    if (!result)
+        return "none";
+    std::ostringstream text;
+    const ScoreValue* prediction = result->GetPrediction();
+    text << (prediction ? prediction->GetString() : "null");
+    if (prediction && prediction->GetType() == ScoreValue::kNumeric)
+        text << ' ' << BitsOf(prediction->GetDouble());
+    text << ' ' << BitsOf(result->GetConfidence());
+    if (const auto* categories = dynamic_cast<const SVMClsResult*>(result)) {
+        for (const auto& [value, percent] : categories->GetAllValuePercent())
+            text << ' ' << value->GetString() << '=' << BitsOf(percent);
+    } else if (const auto* number = dynamic_cast<const SVMRegResult*>(result)) {
+        double lower = 0.0;
+        double upper = 0.0;
+        number->GetCI(lower, upper);
+        text << ' ' << BitsOf(number->GetStdDev()) << ' ' << BitsOf(lower) << ' ' << BitsOf(upper);
+    }
+    return text.str();
+}
+
+// What a run of cases left behind.
+struct Answers {
+    std::vector<std::string> results;
+    std::vector<std::int32_t> statuses;
+    std::string trace;
+
+    bool operator==(const Answers&) const = default;
+};
+
+class TraceText {
+public:
+    TraceText() {
+        ScoringLog::GetInstance().SetStream(&fText);
+        ScoringLog::GetInstance().SetTracing(true);
+    }
+    ~TraceText() {
+        ScoringLog::GetInstance().SetTracing(false);
+        ScoringLog::GetInstance().SetStream(nullptr);
+    }
+    std::string Take() const { return fText.str(); }
+
+private:
+    std::ostringstream fText;
+};
+
+using Records = std::vector<const ScoreCaseRecord*>;
+
+Answers Summarise(std::vector<ScoreResult*>& results, const std::vector<KwScore::KwStatus>& statuses,
+                  const std::string& trace) {
+    Answers answers;
+    for (std::size_t i = 0; i < results.size(); ++i) {
+        answers.results.push_back(Describe(results[i]));
+        answers.statuses.push_back(statuses[i].GetErrorCode());
+        delete results[i];
+    }
+    answers.trace = trace;
+    return answers;
+}
+
+Answers OneByOne(SVMModel& model, const Records& records) {
+    const TraceText trace;
+    std::vector<ScoreResult*> results(records.size());
+    std::vector<KwScore::KwStatus> statuses(records.size());
+    for (std::size_t i = 0; i < records.size(); ++i)
+        statuses[i] = model.GetScore(records[i], results[i], false);
+    return Summarise(results, statuses, trace.Take());
+}
+
+Answers Together(SVMModel& model, const Records& records) {
+    const TraceText trace;
+    auto* batch = dynamic_cast<IBatchModel*>(static_cast<ScoreModel*>(&model));
+    std::vector<ScoreResult*> results(records.size());
+    std::vector<KwScore::KwStatus> statuses(records.size());
+    batch->ScoreCases(records.size(), records.data(), results.data(), statuses.data(), false);
+    return Summarise(results, statuses, trace.Take());
+}
+
+void AddInputs(Bench& bench, SVMModelData& data) {
+    bench.AddVar("a");
+    bench.AddVar("b");
+    bench.AddVar("color", DictVar::kString, ScoreDictVar::kCategorical).AddCategory("red");
+    static_cast<DictVar&>(*bench.dictionary.FindVar("color")).AddCategory("blue");
+    AddNumericColumn(data, "a");
+    AddCategoryColumn(data, "color", "blue");
+    AddNumericColumn(data, "b");
+}
+
+void AddFilledMachine(SVMModelData& data, std::int32_t i, std::int32_t j) {
+    ST_SUPPORTVECTORMACHINE& machine = AddMachine(data, 0.375 * i - 0.25 * j, i, j);
+    for (int vector = 0; vector < 9; ++vector)
+        AddSupportVector(data, machine, vector - 4.125 + 0.375 * i, {0, 1, 2}, {0.25 * vector - i, 1.0, 0.75 * j});
+    AddExtension(machine, i, j, -1.25, 0.125);
+}
+
+// Cases of which some have a missing or an invalid input.
+struct Cases {
+    Cases(const ScoreDictionary& dictionary, std::size_t count) {
+        std::mt19937_64 engine(801);
+        std::normal_distribution<double> number(0.0, 2.0);
+        for (std::size_t i = 0; i < count; ++i) {
+            auto& record = *owned.emplace_back(std::make_unique<CaseRecord>(dictionary));
+            record.SetNumber(record.GetIndex("a"), number(engine));
+            record.SetNumber(record.GetIndex("b"), number(engine));
+            record.SetText(record.GetIndex("color"), i % 3 == 0 ? "red" : "blue");
+            if (i % 11 == 4)
+                record.SetMissing(record.GetIndex("b"));
+            if (i % 13 == 5)
+                record.SetText(record.GetIndex("color"), "green");
+            all.push_back(&record);
+        }
+    }
+
+    std::vector<std::unique_ptr<CaseRecord>> owned;
+    Records all;
+};
+
+void ExpectTheSame(Bench& bench, Bench& other, std::size_t count = 200) {
+    Cases cases(bench.dictionary, count);
+    Cases twins(other.dictionary, count);
+    if (count > 20)
+        cases.all[17] = twins.all[17] = nullptr;
+    // The batch meets its model's first case, so it has to set up the indices.
+    const Answers together = Together(bench.model, cases.all);
+    const Answers oneByOne = OneByOne(other.model, twins.all);
+    EXPECT_EQ(together.results, oneByOne.results);
+    EXPECT_EQ(together.statuses, oneByOne.statuses);
+    EXPECT_EQ(together.trace, oneByOne.trace);
+    EXPECT_EQ(SVMModelTestAccess(bench.model).AreIndicesReady(), count > 0);
+}
+
+std::unique_ptr<SVMModelData> PairsOf(Bench& bench, std::int32_t n) {
+    auto data = NewClassification(n);
+    AddInputs(bench, *data);
+    data->SetKernelType(SVMModelData::kRadialBasis);
+    data->SetGamma(0.3125);
+    for (std::int32_t i = 0; i < n; ++i) {
+        for (std::int32_t j = i + 1; j < n; ++j)
+            AddFilledMachine(*data, i, j);
+    }
+    return data;
+}
+
+// change: what makes the data other than a one-against-one vote.
+template <class Change>
+void ExpectTheSameOfPairs(const std::vector<std::string>& categories, const Change& change) {
+    Bench benches[2] = {Bench(categories), Bench(categories)};
+    for (Bench& bench : benches) {
+        auto data = PairsOf(bench, static_cast<std::int32_t>(categories.size()));
+        change(*data);
+        bench.TakeData(std::move(data));
+    }
+    ExpectTheSame(benches[0], benches[1]);
+}
+
+TEST(SVMModelBatch, VotesAsOneByOne) {
+    ExpectTheSameOfPairs({"a", "b", "c", "d"}, [](SVMModelData&) {});
+    ExpectTheSameOfPairs({"a", "b"}, [](SVMModelData&) {});
+}
+
+TEST(SVMModelBatch, CouplesAsOneByOne) {
+    ExpectTheSameOfPairs({"a", "b", "c", "d"}, [](SVMModelData& data) { data.SetIsZarnModel(true); });
+    ExpectTheSameOfPairs({"a", "b"}, [](SVMModelData& data) { data.SetIsZarnModel(true); });
+}
+
+TEST(SVMModelBatch, TakesTheExtremeAsOneByOne) {
+    ExpectTheSameOfPairs({"a", "b", "c"}, [](SVMModelData& data) { data.SetIsOneAgainstAll(true); });
+}
+
+TEST(SVMModelBatch, WithoutAKernelEveryCaseFailsAsOneByOne) {
+    ExpectTheSameOfPairs({"a", "b", "c"}, [](SVMModelData& data) { data.SetKernelType(4); });
+}
+
+TEST(SVMModelBatch, WithoutAPlanScoresAsOneByOne) {
+    Bench benches[2] = {Bench({"a", "b", "c"}), Bench({"a", "b", "c"})};
+    for (Bench& bench : benches) {
+        bench.TakeData(PairsOf(bench, 3));
+        // A machine that is not there has no plan.
+        SVMModelData& data = *SVMModelTestAccess(bench.model).Data();
+        data.GetMachines()[1].reset();
+        bench.model.SetSupportVectorMachineModel(&data);
+        ASSERT_EQ(SVMModelTestAccess(bench.model).Plan(), nullptr);
+    }
+    ExpectTheSame(benches[0], benches[1]);
+}
+
+TEST(SVMModelBatch, PredictsNumbersAsOneByOne) {
+    Bench benches[2];
+    for (Bench& bench : benches) {
+        auto data = NewRegression();
+        AddInputs(bench, *data);
+        data->SetHasStandardDeviation(true);
+        AddFilledMachine(*data, 1, 2);
+        AddFilledMachine(*data, 2, 3);
+        bench.TakeData(std::move(data));
+    }
+    ExpectTheSame(benches[0], benches[1]);
+}
+
+TEST(SVMModelBatch, OfAnyLengthScoresAsOneByOne) {
+    for (const std::size_t count : {0U, 1U, 2U, 7U, 8U, 9U, 63U, 64U, 65U, 129U}) {
+        Bench benches[2] = {Bench({"a", "b", "c"}), Bench({"a", "b", "c"})};
+        for (Bench& bench : benches)
+            bench.TakeData(PairsOf(bench, 3));
+        ExpectTheSame(benches[0], benches[1], count);
+    }
+}
+
+TEST(SVMModelBatch, RegressionWithoutInputsLeavesResultsUntouched) {
+    Bench bench;
+    auto data = NewRegression();
+    AddMachine(*data, 0.375, -1, -1);
+    bench.TakeData(std::move(data));
+    CaseRecord record(bench.dictionary);
+    const Answers answers = Together(bench.model, Records(3, &record));
+    EXPECT_EQ(answers, OneByOne(bench.model, Records(3, &record)));
+    EXPECT_EQ(answers.statuses, std::vector<std::int32_t>(3, 0));
+}
+
+TEST(SVMModelBatch, WithoutDataEveryCaseIsMissing) {
+    Bench bench;
+    CaseRecord record(bench.dictionary);
+    const Answers answers = Together(bench.model, {&record, &record});
+    EXPECT_EQ(answers.statuses, (std::vector<std::int32_t>{90029, 90029}));
+    EXPECT_EQ(answers.trace, "KwStatus error code is :90029\nKwStatus error code is :90029\n");
+}
+
+TEST(SVMModelBatch, FillsResultsThatAreHandedIn) {
+    Bench bench({"a", "b", "c"});
+    bench.TakeData(PairsOf(bench, 3));
+    Cases cases(bench.dictionary, 30);
+    std::vector<ScoreResult*> results(cases.all.size());
+    std::vector<KwScore::KwStatus> statuses(cases.all.size());
+    bench.model.ScoreCases(cases.all.size(), cases.all.data(), results.data(), statuses.data(), false);
+    const std::vector<ScoreResult*> kept = results;
+    std::vector<std::string> texts;
+    for (const ScoreResult* result : kept)
+        texts.push_back(Describe(result));
+    bench.model.ScoreCases(cases.all.size(), cases.all.data(), results.data(), statuses.data(), false);
+    EXPECT_EQ(results, kept);
+    for (std::size_t i = 0; i < kept.size(); ++i) {
+        EXPECT_EQ(Describe(kept[i]), texts[i]);
+        delete kept[i];
+    }
+}
+
+TEST(SVMModelBatch, InterfaceHasOneSlotBehindItsDestructor) {
+    EXPECT_EQ(VirtualSlot(&IBatchModel::ScoreCases), 1);
+}
+
+}  // namespace
+}  // namespace KwBrevix_930
