@@ -74,8 +74,11 @@ std::string describeVectors(const ModelDescription& model) {
 }
 
 std::string describeRange(const InputField::Range& range) {
-    return (range.includesLower ? "[" : "(") + (range.lower ? NumberText(*range.lower) : "-inf") + ", " +
-           (range.upper ? NumberText(*range.upper) : "inf") + (range.includesUpper ? "]" : ")");
+    std::string text(1, range.includesLower ? '[' : '(');
+    text += range.lower ? NumberText(*range.lower) : "-inf";
+    text += ", ";
+    text += range.upper ? NumberText(*range.upper) : "inf";
+    return text += range.includesUpper ? ']' : ')';
 }
 
 std::string describeValues(const InputField& field) {
@@ -104,7 +107,7 @@ public:
             return "";
         const std::string rest =
             fCount > kMostRows ? "... and " + std::to_string(fCount - kMostRows) + " more (--json lists all)\n" : "";
-        return "\n" + fTable.makeText() + rest;
+        return std::string("\n").append(fTable.makeText()).append(rest);
     }
 
 private:
