@@ -34,7 +34,7 @@ void ScoreMissingValueSet::Add(std::unique_ptr<ScoreValue> value) {
 }
 
 bool ScoreMissingValueSet::Contains(const ScoreValue& value) const {
-    return std::any_of(fValues.begin(), fValues.end(), [&value](const auto& declared) {
+    return !fValues.empty() && std::any_of(fValues.begin(), fValues.end(), [&value](const auto& declared) {
         return *declared == value || (IsNaN(*declared) && IsNaN(value));
     });
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <system_error>
 
@@ -105,7 +106,43 @@ double LeadingNumber(std::string_view text) {
     return scanned.isNumber ? scanned.value : 0.0;
 }
 
+namespace {
+
+// A plain decimal of at most 15 digits, of which at most 15 stand behind the point: its digits as a whole number and
+// the power of ten are exact doubles, so that their quotient is rounded once, as a correct conversion is.
+// Source: Clinger, How to read floating point numbers accurately, PLDI 1990.
+std::optional<double> ParseShort(std::string_view text) {
+    constexpr double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const bool isNegative = text.starts_with('-');
+    if (isNegative)
+        text.remove_prefix(1);
+    if (text.size() > 16)
+        return std::nullopt;
+    std::int64_t digits = 0;
+    int digitCount = 0;
+    int countBeforePoint = -1;
+    for (const char c : text) {
+        if (c >= '0' && c <= '9') {
+            digits = 10 * digits + (c - '0');
+            ++digitCount;
+        } else if (c == '.' && countBeforePoint < 0) {
+            countBeforePoint = digitCount;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (digitCount == 0 || digitCount > 15)
+        return std::nullopt;
+    const double magnitude =
+        static_cast<double>(digits) / kPowers[countBeforePoint < 0 ? 0 : digitCount - countBeforePoint];
+    return isNegative ? -magnitude : magnitude;
+}
+
+}  // namespace
+
 std::optional<double> ParseNumber(std::string_view text) {
+    if (const auto number = ParseShort(text))
+        return number;
     const std::string_view number = Trimmed(text);
     const Scanned scanned = ScanNumber(number, false);
     if (!scanned.isNumber || scanned.end != number.data() + number.size())
@@ -124,11 +161,19 @@ std::optional<bool> ParseTruth(std::string_view text) {
 }
 
 std::string NumberText(double value) {
-    if (std::isnan(value))
-        return "nan";
+    std::string text;
+    AppendNumber(text, value);
+    return text;
+}
+
+void AppendNumber(std::string& text, double value) {
+    if (std::isnan(value)) {
+        text += "nan";
+        return;
+    }
     char buffer[32];
     const auto written = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::string(buffer, written.ptr);
+    text.append(buffer, written.ptr);
 }
 
 }  // namespace KwBrevix_930

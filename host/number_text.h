@@ -25,5 +25,7 @@ BREVIX_HOST_API std::optional<bool> ParseTruth(std::string_view text);
 
 /// Returns: the shortest decimal text that reads back to the same double; nan, inf or -inf when it is not finite.
 BREVIX_HOST_API std::string NumberText(double value);
+/// Appends the same text.
+BREVIX_HOST_API void AppendNumber(std::string& text, double value);
 
 }  // namespace KwBrevix_930

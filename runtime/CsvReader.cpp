@@ -1,5 +1,5 @@
-// Comma-separated and tab-separated tables, cut into cells by libcsv. Its call-backs are C: what they throw is kept
-// until its call has returned.
+// Comma-separated and tab-separated tables. Rows with quotes are cut into cells by libcsv. Its call-backs are C: what
+// they throw is kept until its call has returned.
 #include "runtime/CsvReader.h"
 
 #include <csv.h>
@@ -67,7 +67,9 @@ CsvReader::CsvReader(ByteSource& source, char separator, const std::vector<std::
       fWanted(columns),
       fIsOptional(isOptional),
       fParser(std::make_unique<csv_parser>()),
-      fRow(columns.size()) {
+      fSeparator(separator),
+      fRow(columns.size()),
+      fPlainCells(columns.size()) {
     csv_init(fParser.get(), CSV_STRICT | CSV_STRICT_FINI | CSV_REPALL_NL);
     csv_set_delim(fParser.get(), static_cast<unsigned char>(separator));
     csv_set_space_func(fParser.get(), isNeverBlank);
@@ -103,12 +105,31 @@ bool CsvReader::hasColumn(std::size_t column) const {
     return std::find(fWantedByColumn.begin(), fWantedByColumn.end(), static_cast<int>(column)) != fWantedByColumn.end();
 }
 
+// libcsv reads a line at a time; in between, rows that need nothing of it are taken as they stand.
 void CsvReader::feed() {
-    const std::string_view text = fChunks.next();
+    std::string_view text = fChunks.next();
     fIsAtEnd = text.empty();
-    const bool isRead = fIsAtEnd
-                            ? csv_fini(fParser.get(), onCell, onRow, this) == 0
-                            : csv_parse(fParser.get(), text.data(), text.size(), onCell, onRow, this) == text.size();
+    if (fIsAtEnd)
+        finish();
+    while (!text.empty()) {
+        if (fIsBetweenRows && fHasHeader)
+            text = takePlainRows(text);
+        const std::string_view line = text.substr(0, text.find('\n') + 1);
+        parse(line.empty() ? text : line);
+        text.remove_prefix(line.empty() ? text.size() : line.size());
+    }
+}
+
+void CsvReader::parse(std::string_view text) {
+    fIsBetweenRows = fIsBetweenRows && text.empty();
+    check(csv_parse(fParser.get(), text.data(), text.size(), onCell, onRow, this) == text.size());
+}
+
+void CsvReader::finish() {
+    check(csv_fini(fParser.get(), onCell, onRow, this) == 0);
+}
+
+void CsvReader::check(bool isRead) const {
     if (fFault)
         std::rethrow_exception(fFault);
     if (!isRead && csv_error(fParser.get()) != CSV_EPARSE)
@@ -118,6 +139,46 @@ void CsvReader::feed() {
     if (fParser->entry_pos > kCellLimit)
         fail(getPlace() + ": the cell is longer than " + std::to_string(kCellLimit) +
              " bytes; perhaps a quote is not closed");
+}
+
+// Returns: the text from the first row on that is not plain, or not complete.
+std::string_view CsvReader::takePlainRows(std::string_view text) {
+    while (true) {
+        const std::size_t end = text.find('\n');
+        if (end == std::string_view::npos || !takePlainRow(text.substr(0, end)))
+            return text;
+        text.remove_prefix(end + 1);
+    }
+}
+
+// Takes a row with as many cells as the header and neither quotes nor line ends in them.
+// Returns: false, and nothing is taken, for any other line.
+bool CsvReader::takePlainRow(std::string_view line) {
+    if (line.ends_with('\r'))
+        line.remove_suffix(1);
+    if (line.empty() || fEmptyLineCount > 0)
+        return false;
+    const char* const begin = line.data();
+    const char* const end = begin + line.size();
+    const char* start = begin;
+    std::size_t column = 0;
+    for (; column < fWantedByColumn.size() && start <= end; ++column) {
+        const char* stop = start;
+        while (stop < end && *stop != fSeparator && *stop != '"' && *stop != '\r')
+            ++stop;
+        if (stop < end && *stop != fSeparator)
+            return false;
+        if (const int wanted = fWantedByColumn[column]; wanted >= 0)
+            fPlainCells[static_cast<std::size_t>(wanted)] = {stop == start ? Row::kMissing : Row::kText,
+                                                             static_cast<std::size_t>(start - begin),
+                                                             static_cast<std::size_t>(stop - start)};
+        start = stop + 1;
+    }
+    if (column < fWantedByColumn.size() || start <= end)
+        return false;
+    fRows.append(fPlainCells, line);
+    ++fRowCount;
+    return true;
 }
 
 void CsvReader::onCell(void* text, std::size_t length, void* self) {
@@ -136,6 +197,7 @@ void CsvReader::onRow(int lineEnd, void* self) {
     if (reader.fFault)
         return;
     try {
+        reader.fIsBetweenRows = lineEnd == CSV_LF;
         reader.takeRow(lineEnd);
     } catch (...) {
         reader.fFault = std::current_exception();

@@ -1,4 +1,5 @@
-// Comma-separated (RFC 4180) and tab-separated tables, cut into cells by libcsv.
+// Comma-separated (RFC 4180) and tab-separated tables. Rows without quotes are cut into cells here, all others by
+// libcsv.
 #pragma once
 
 #include <cstdint>
@@ -36,6 +37,11 @@ private:
     static void onRow(int lineEnd, void* self);
 
     void feed();
+    void parse(std::string_view text);
+    void finish();
+    void check(bool isRead) const;
+    std::string_view takePlainRows(std::string_view text);
+    bool takePlainRow(std::string_view line);
     void readHeader();
     void takeCell(std::string_view text);
     void takeHeaderCell(std::string_view text);
@@ -56,11 +62,16 @@ private:
     bool fIsAtEnd = false;
     // For each column of the table, which of the wanted ones it is; -1 for none.
     std::vector<int> fWantedByColumn;
+    char fSeparator;
     Row fRow;
     std::size_t fCellCount = 0;
     std::uint64_t fRowCount = 0;
     std::uint64_t fEmptyLineCount = 0;
     bool fFollowsCarriageReturn = false;
+    // Whether the parser has just read the line feed that ends a row.
+    bool fIsBetweenRows = false;
+    // The wanted cells of a plain row.
+    std::vector<Row::Cell> fPlainCells;
     // The rows that the last piece of text completed.
     RowBatch fRows;
 };

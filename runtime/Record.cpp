@@ -6,6 +6,7 @@
 #include <string>
 
 #include "host/CaseRecord.h"
+#include "host/ScoreResult.h"
 #include "host/transform/DerivedValue.h"
 
 namespace brevix {

@@ -9,6 +9,7 @@
 namespace KwBrevix_930 {
 class CaseRecord;
 class DerivedValue;
+class ScoreResult;
 }  // namespace KwBrevix_930
 
 namespace brevix {
@@ -42,7 +43,8 @@ private:
 
     std::unique_ptr<KwBrevix_930::CaseRecord> fCells;
     const std::vector<int>* fPlaces;
-    // Scratch of whoever scores the record.
+    // Scratch of whoever scores the record: what the plug-in fills, and what the Output is computed in.
+    mutable std::unique_ptr<KwBrevix_930::ScoreResult> fResult;
     mutable std::vector<KwBrevix_930::DerivedValue> fSlots;
 };
 

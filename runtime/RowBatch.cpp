@@ -10,12 +10,16 @@ void RowBatch::clear() {
 }
 
 void RowBatch::append(const Row& row) {
-    fWidth = row.fCells.size();
-    for (Row::Cell cell : row.fCells) {
-        cell.start += fText.size();
-        fCells.push_back(cell);
-    }
-    fText += row.fText;
+    append(row.fCells, row.fText);
+}
+
+void RowBatch::append(const std::vector<Row::Cell>& cells, std::string_view text) {
+    fWidth = cells.size();
+    const std::size_t first = fCells.size();
+    fCells.insert(fCells.end(), cells.begin(), cells.end());
+    for (std::size_t i = first; i < fCells.size(); ++i)
+        fCells[i].start += fText.size();
+    fText += text;
     ++fRowCount;
 }
 

@@ -14,6 +14,8 @@ class RowBatch {
 public:
     void clear();
     void append(const Row& row);
+    /// cells: one for each column, each a piece of text.
+    void append(const std::vector<Row::Cell>& cells, std::string_view text);
 
     std::size_t getRowCount() const { return fRowCount; }
     Row::Kind getKind(std::size_t row, std::size_t column) const { return fCells[row * fWidth + column].kind; }

@@ -6,7 +6,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "host/number_text.h"
 #include "runtime/Error.h"
 #include "runtime/ScoringModel.h"
 
@@ -41,6 +40,17 @@ void appendQuoted(std::string& out, std::string_view text, char separator) {
         out += c;
     }
     out += '"';
+}
+
+// Returns: what most columns show, where it is there; null otherwise.
+const double* findNumber(const Outcome& outcome, const OutputColumn& column) {
+    if (column.content == OutputColumn::kProbability)
+        return static_cast<std::size_t>(column.category) < outcome.probabilities.size()
+                   ? &outcome.probabilities[static_cast<std::size_t>(column.category)]
+                   : nullptr;
+    if (column.content == OutputColumn::kConfidence)
+        return outcome.confidence ? &*outcome.confidence : nullptr;
+    return nullptr;
 }
 
 void appendJsonText(std::string& out, std::string_view text) {
@@ -81,7 +91,8 @@ std::string RowWriter::makeHeader() const {
     return header + fLineEnd;
 }
 
-void RowWriter::append(std::string& out, const RowBatch& batch, std::size_t row, const Outcome& outcome) const {
+void RowWriter::append(std::string& out, const RowBatch& batch, std::size_t row, const Outcome& outcome,
+                       NumberTexts& texts) const {
     std::size_t place = 0;
     for (const KeptColumn& column : fKept) {
         out += fPrefixes[place++];
@@ -89,7 +100,7 @@ void RowWriter::append(std::string& out, const RowBatch& batch, std::size_t row,
     }
     for (const OutputColumn& column : fModel.getOutputColumns()) {
         out += fPrefixes[place++];
-        appendResult(out, column, outcome);
+        appendResult(out, column, outcome, texts);
     }
     out += fLineEnd;
 }
@@ -105,24 +116,27 @@ void RowWriter::appendKept(std::string& out, const RowBatch& batch, std::size_t 
         appendText(out, text);
 }
 
-void RowWriter::appendResult(std::string& out, const OutputColumn& column, const Outcome& outcome) const {
+void RowWriter::appendResult(std::string& out, const OutputColumn& column, const Outcome& outcome,
+                             NumberTexts& texts) const {
     if (column.content == OutputColumn::kPrediction && outcome.category >= 0) {
         out += fCategoryTexts[static_cast<std::size_t>(outcome.category)];
         return;
     }
+    if (const double* number = findNumber(outcome, column))
+        return appendNumber(out, *number, texts);
     const OutputValue value = fModel.getValue(outcome, column);
     switch (value.kind) {
         case OutputValue::kAbsent:
             return appendAbsent(out);
         case OutputValue::kNumber:
-            return appendNumber(out, value.number);
+            return appendNumber(out, value.number, texts);
         case OutputValue::kText:
             return appendTyped(out, value.text, column);
     }
 }
 
-void RowWriter::appendNumber(std::string& out, double number) const {
-    const std::string text = KwBrevix_930::NumberText(number);
+void RowWriter::appendNumber(std::string& out, double number, NumberTexts& texts) const {
+    const std::string_view text = texts.get(number);
     if (isJson() && !std::isfinite(number))
         appendJsonText(out, text);
     else

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "runtime/NumberTexts.h"
 #include "runtime/Outcome.h"
 #include "runtime/OutputColumn.h"
 #include "runtime/TableReader.h"
@@ -28,16 +29,17 @@ public:
 
     /// Returns: the header line; empty for JSON Lines.
     std::string makeHeader() const;
-    /// Appends one row, with its line end.
-    void append(std::string& out, const RowBatch& batch, std::size_t row, const Outcome& outcome) const;
+    /// Appends one row, with its line end. texts: the calling thread's own.
+    void append(std::string& out, const RowBatch& batch, std::size_t row, const Outcome& outcome,
+                NumberTexts& texts) const;
 
     /// Returns: whether kind's numbers, texts and absent values are those of JSON.
     bool isJson() const { return fKind == TableKind::kJsonLines; }
 
 private:
     void appendKept(std::string& out, const RowBatch& batch, std::size_t row, std::size_t column) const;
-    void appendResult(std::string& out, const OutputColumn& column, const Outcome& outcome) const;
-    void appendNumber(std::string& out, double number) const;
+    void appendResult(std::string& out, const OutputColumn& column, const Outcome& outcome, NumberTexts& texts) const;
+    void appendNumber(std::string& out, double number, NumberTexts& texts) const;
     void appendTyped(std::string& out, const std::string& text, const OutputColumn& column) const;
     void appendText(std::string& out, std::string_view text) const;
     void appendAbsent(std::string& out) const;

@@ -2,10 +2,12 @@
 #include "runtime/ScoringModel.h"
 
 #include <algorithm>
+#include <array>
 #include <unordered_set>
 
 #include "host/CaseRecord.h"
 #include "host/DictVar.h"
+#include "host/IBatchModel.h"
 #include "host/NumericValue.h"
 #include "host/ScoreClsResult.h"
 #include "host/ScoreDictVar.h"
@@ -73,6 +75,7 @@ ScoringModel::ScoringModel(std::unique_ptr<PluginLibrary> plugin, const Prepared
     : fPlugin(std::move(plugin)),
       fTranslator(fPlugin->makeTranslator()),
       fModel(fTranslator->ParseFromTree(&prepared.document->getDocument(), std::string())),
+      fBatchModel(dynamic_cast<KwBrevix_930::IBatchModel*>(fModel.get())),
       fMissingPolicy(options.missingPolicy),
       fNotes(prepared.notes) {
     if (!fModel || !fModel->GetDictionary() || !fModel->GetTargetVar())
@@ -91,7 +94,7 @@ ScoringModel::ScoringModel(std::unique_ptr<PluginLibrary> plugin, const Prepared
 ScoringModel::~ScoringModel() = default;
 
 void ScoringModel::describeTarget() {
-    const auto* target = fModel->GetTargetVar();
+    const auto* target = fTarget = fModel->GetTargetVar();
     fTargetName = target->GetName();
     fIsClassification = fModel->GetModelType() == KwBrevix_930::ScoreModel::kSVMClassification;
     if (!fIsClassification || !target->GetCategories())
@@ -206,7 +209,49 @@ void ScoringModel::warmUp() const {
     score(makeRecord(), outcome);
 }
 
+namespace {
+
+// A result that the plug-in has made serves the record's next case too.
+void keep(ScoreResult* result, std::unique_ptr<ScoreResult>& kept) {
+    if (!kept)
+        kept.reset(result);
+}
+
+}  // namespace
+
 void ScoringModel::score(const Record& record, Outcome& outcome) const {
+    ScoreResult* result = record.fResult.get();
+    const KwScore::KwStatus status = fModel->GetScore(record.fCells.get(), result, false);
+    keep(result, record.fResult);
+    read(record, status, outcome);
+}
+
+void ScoringModel::score(std::span<const Record> records, std::span<Outcome> outcomes) const {
+    if (!fBatchModel) {
+        for (std::size_t i = 0; i < records.size(); ++i)
+            score(records[i], outcomes[i]);
+        return;
+    }
+    constexpr std::size_t kMostTogether = 64;
+    std::array<const KwBrevix_930::ScoreCaseRecord*, kMostTogether> cells;
+    std::array<ScoreResult*, kMostTogether> results;
+    std::array<KwScore::KwStatus, kMostTogether> statuses;
+    for (std::size_t first = 0; first < records.size(); first += kMostTogether) {
+        const auto some = records.subspan(first, std::min(kMostTogether, records.size() - first));
+        for (std::size_t i = 0; i < some.size(); ++i) {
+            cells[i] = some[i].fCells.get();
+            results[i] = some[i].fResult.get();
+        }
+        fBatchModel->ScoreCases(some.size(), cells.data(), results.data(), statuses.data(), false);
+        for (std::size_t i = 0; i < some.size(); ++i)
+            keep(results[i], some[i].fResult);
+        for (std::size_t i = 0; i < some.size(); ++i)
+            read(some[i], statuses[i], outcomes[first + i]);
+    }
+}
+
+// Makes an outcome of what the plug-in says of a record.
+void ScoringModel::read(const Record& record, const KwScore::KwStatus& status, Outcome& outcome) const {
     outcome.category = -1;
     outcome.number.reset();
     outcome.confidence.reset();
@@ -214,15 +259,12 @@ void ScoringModel::score(const Record& record, Outcome& outcome) const {
     outcome.stdDev.reset();
     outcome.lower.reset();
     outcome.upper.reset();
-    ScoreResult* given = nullptr;
-    const KwScore::KwStatus status = fModel->GetScore(record.fCells.get(), given, false);
-    const std::unique_ptr<const ScoreResult> result(given);
     outcome.status = status.IsError() ? status.GetErrorCode() : 0;
-    if (!status.IsError() && result) {
+    if (!status.IsError() && record.fResult) {
         if (fIsClassification)
-            readClassification(*result, outcome);
+            readClassification(*record.fResult, outcome);
         else
-            readRegression(*result, outcome);
+            readRegression(*record.fResult, outcome);
     }
     fTargetRules->rescale(outcome);
     if (fMissingPolicy == MissingPolicy::kUseReplacement)
@@ -233,9 +275,20 @@ void ScoringModel::score(const Record& record, Outcome& outcome) const {
         outcome.fields.clear();
 }
 
+// A prediction is one of the target's own category values, as a rule.
+int ScoringModel::findCategory(const KwBrevix_930::ScoreValue* prediction) const {
+    if (const auto* categories = fTarget->GetCategories()) {
+        for (std::size_t i = 0; i < fCategories.size(); ++i) {
+            if ((*categories)[i].value.get() == prediction)
+                return static_cast<int>(i);
+        }
+    }
+    const int category = fTarget->GetCategoryIndex(prediction);
+    return category < static_cast<int>(fCategories.size()) ? category : -1;
+}
+
 void ScoringModel::readClassification(const ScoreResult& result, Outcome& outcome) const {
-    const int category = fModel->GetTargetVar()->GetCategoryIndex(result.GetPrediction());
-    outcome.category = category < static_cast<int>(fCategories.size()) ? category : -1;
+    outcome.category = findCategory(result.GetPrediction());
     outcome.confidence = presentValue(result.GetConfidence(), -1.0);
     const auto& percents = static_cast<const KwBrevix_930::ScoreClsResult&>(result).GetAllValuePercent();
     for (const auto& [value, percent] : percents)

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <memory>
-#include <optional>
+#include <span>
 
 #include <tbb/concurrent_queue.h>
 #include <tbb/enumerable_thread_specific.h>
@@ -46,9 +46,13 @@ ColumnPlan planColumns(const ScoringModel& model, const std::vector<std::string>
 
 // What one thread needs for scoring.
 struct Scorer {
-    std::optional<Record> record;
-    Outcome outcome;
+    std::vector<Record> records;
+    std::vector<Outcome> outcomes;
+    NumberTexts texts;
 };
+
+// Rows that are scored in one call.
+constexpr std::size_t kMostTogether = 32;
 
 // A batch on its way through the pipeline.
 struct Job {
@@ -64,13 +68,18 @@ public:
 
     void score(Job& job) {
         Scorer& scorer = fScorers.local();
-        if (!scorer.record)
-            scorer.record.emplace(fModel.makeRecord());
-        for (std::size_t row = 0; row < job.rows.getRowCount(); ++row) {
-            fill(*scorer.record, job.rows, row);
-            fModel.score(*scorer.record, scorer.outcome);
-            ++job.rowCountByStatus[scorer.outcome.status];
-            fWriter.append(job.text, job.rows, row, scorer.outcome);
+        while (scorer.records.size() < kMostTogether)
+            scorer.records.push_back(fModel.makeRecord());
+        scorer.outcomes.resize(kMostTogether);
+        for (std::size_t first = 0; first < job.rows.getRowCount(); first += kMostTogether) {
+            const std::size_t count = std::min(kMostTogether, job.rows.getRowCount() - first);
+            for (std::size_t i = 0; i < count; ++i)
+                fill(scorer.records[i], job.rows, first + i);
+            fModel.score(std::span(scorer.records).first(count), scorer.outcomes);
+            for (std::size_t i = 0; i < count; ++i) {
+                ++job.rowCountByStatus[scorer.outcomes[i].status];
+                fWriter.append(job.text, job.rows, first + i, scorer.outcomes[i], scorer.texts);
+            }
         }
     }
 

@@ -264,6 +264,28 @@ TEST(ParseNumber, TakesAWholeNumberAndTheBlanksAroundIt) {
     EXPECT_TRUE(IsSameDouble(ParseNumber("-0").value(), -0.0));
 }
 
+// Digits with a point somewhere, short enough that the quotient of two exact doubles is the number, or just not.
+TEST(ParseNumber, AgreesWithTheCLibraryOnShortDecimals) {
+    std::mt19937_64 engine(611);
+    for (int i = 0; i < 200'000; ++i) {
+        const std::size_t length = 1 + engine() % 17;
+        std::string text;
+        for (std::size_t k = 0; k < length; ++k)
+            text += static_cast<char>('0' + engine() % 10);
+        const std::size_t point = engine() % (length + 3);
+        if (point <= length)
+            text.insert(point, 1, '.');
+        if (engine() % 3 == 0)
+            text.insert(0, 1, '-');
+        const auto number = ParseNumber(text);
+        ASSERT_TRUE(number && IsSameDouble(*number, OracleNumber(text))) << text;
+    }
+    EXPECT_TRUE(IsSameDouble(ParseNumber("-0").value(), -0.0));
+    EXPECT_TRUE(IsSameDouble(ParseNumber("-.0").value(), -0.0));
+    for (const char* text : {".", "-.", "-", "--1", "1.2.3", "1-", "1,5", "5.1x"})
+        EXPECT_FALSE(ParseNumber(text)) << text;
+}
+
 TEST(ParseNumber, KnowsInfinitiesAndNaN) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     for (const char* text : {"INF", "inf", "+inf", "Infinity"})
