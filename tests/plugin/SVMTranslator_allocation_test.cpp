@@ -29,27 +29,44 @@ test_support::SvmDocument Document() {
                  R"( nonresponse="no"/><ProbabilityParam A="-1.5" B="0.375"/></Extension>)");
 }
 
+// Translates with the allocation after `succeeding` ones refused. Returns: null where that was reported.
+std::unique_ptr<ScoreModel> TranslateFailing(SVMTranslator& translator, const DocumentHandle& document,
+                                             std::size_t succeeding, bool& hasFailed) {
+    const FailAfter failure(succeeding);
+    std::unique_ptr<ScoreModel> model;
+    try {
+        model.reset(translator.ParseFromTree(document.get(), std::string()));
+    } catch (const std::bad_alloc&) {
+        EXPECT_EQ(SVMTranslatorTestAccess::Dictionary(translator), nullptr);
+    } catch (const xercesc::OutOfMemoryException&) {
+        EXPECT_EQ(SVMTranslatorTestAccess::Dictionary(translator), nullptr);
+    }
+    hasFailed = failure.Failed();
+    return model;
+}
+
+void ExpectScores(ScoreModel& model) {
+    EXPECT_EQ(test_support::ScoreOf(model, {{"x1", "9"}, {"color", "blue"}}).code, 0);
+}
+
 // Under the address sanitizer this also shows that nothing leaks and nothing is deleted twice.
 TEST(SVMTranslatorAllocation, AFailedOnePassesThroughAndLeavesTheTranslatorUsable) {
     const DocumentHandle document = DocumentParser().ParseText(Document().Text());
     SVMTranslator translator;
     // The XML library makes the document's lists now: it leaks where its own allocations for them fail.
     delete translator.ParseFromTree(document.get(), std::string());
-    std::size_t failures = 0;
-    for (std::unique_ptr<ScoreModel> model; !model; ++failures) {
-        const FailAfter failure(failures);
-        try {
-            model.reset(translator.ParseFromTree(document.get(), std::string()));
-        } catch (const std::bad_alloc&) {
-            EXPECT_EQ(SVMTranslatorTestAccess::Dictionary(translator), nullptr);
-        } catch (const xercesc::OutOfMemoryException&) {
-            EXPECT_EQ(SVMTranslatorTestAccess::Dictionary(translator), nullptr);
-        }
-        ASSERT_EQ(model == nullptr, failure.Failed()) << failures;
+    std::size_t refusals = 0;
+    bool hasFailed = true;
+    for (std::size_t succeeding = 0; hasFailed; ++succeeding) {
+        const auto model = TranslateFailing(translator, document, succeeding, hasFailed);
+        refusals += model == nullptr ? 1 : 0;
+        ASSERT_TRUE(model || hasFailed) << succeeding;
+        // A model that has no memory for its plan is whole without one.
+        if (model)
+            ExpectScores(*model);
     }
-    EXPECT_GT(failures, 100u);
-    const std::unique_ptr<ScoreModel> model(translator.ParseFromTree(document.get(), std::string()));
-    EXPECT_EQ(test_support::ScoreOf(*model, {{"x1", "9"}, {"color", "blue"}}).code, 0);
+    EXPECT_GT(refusals, 100u);
+    ExpectScores(*std::unique_ptr<ScoreModel>(translator.ParseFromTree(document.get(), std::string())));
 }
 
 }  // namespace
