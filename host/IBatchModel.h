@@ -23,8 +23,9 @@ public:
     /// trace lines, in the same order, a case that fails being no matter to the others. records: count pointers, null
     /// allowed. results: count pointers, each null or a result of its own; a null one is created and handed to the
     /// caller, who owns it. statuses: count, overwritten.
-    /// Note: starts no thread; which threads may call it when is as for GetScore. An exception from a record leaves
-    /// the cases of the call unscored; results that were created by then are handed over.
+    /// Note: starts no thread; which threads may call it when is as for GetScore. An exception from a record passes
+    /// through: the cases before it are scored, its own and those behind it have an error status, and results that were
+    /// created by then are handed over.
     virtual void ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
                             KwScore::KwStatus* statuses, bool flag) = 0;
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <string>
 #include <vector>
@@ -97,8 +98,10 @@ private:
     Status ReadCase(const ScoreCaseRecord& record, ScoreResult*& result, Workspace& work) const;
     Status DecideCase(ScoreResult*& result, Workspace& work) const;
     Status FillResult(Workspace& work, ScoreResult*& result) const;
-    void ReadCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results, Status* statuses,
-                   bool flag, Workspace& work);
+    std::size_t ReadCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
+                          Status* statuses, bool flag, Workspace& work, std::exception_ptr& fault);
+    void ReadOneOfCases(std::size_t place, std::size_t stride, const ScoreCaseRecord* record, ScoreResult*& result,
+                        Status& status, bool flag, Workspace& work);
     void DecideCases(std::size_t stride, ScoreResult** results, Status* statuses, Workspace& work) const;
     static void Trace(const Status& status);
     Status FillCaseRecord(ScoreResult*& result, const ScoreCaseRecord* record, bool& isComplete, Indices& indices,

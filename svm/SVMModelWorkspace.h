@@ -30,11 +30,15 @@ public:
 };
 
 /// Lends the calling thread its workspace, which is kept as long as it is not too large. Where it is lent already,
-/// because reading a record leads to another case, a workspace is made for the time.
+/// because reading a record leads to another case, or has ended with its thread, because a destructor of what is older
+/// still scores, a workspace is made for the time.
 template <class Workspace>
 class Lent {
 public:
-    Lent() : fMade(Kept().isLent ? std::make_unique<Workspace>() : nullptr) { Kept().isLent = true; }
+    Lent() : fMade(IsKeptFree() ? nullptr : std::make_unique<Workspace>()) {
+        if (!fMade)
+            Kept().isLent = true;
+    }
     ~Lent() {
         if (fMade)
             return;
@@ -54,7 +58,17 @@ private:
     struct Keep {
         Workspace workspace;
         bool isLent = false;
+
+        ~Keep() { HasEnded() = true; }
     };
+
+    // Has no destructor, so that it can be asked when the workspace is gone.
+    static bool& HasEnded() {
+        static constinit thread_local bool hasEnded = false;
+        return hasEnded;
+    }
+
+    static bool IsKeptFree() { return !HasEnded() && !Kept().isLent; }
 
     static Keep& Kept() {
         static thread_local Keep keep;

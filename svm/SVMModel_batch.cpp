@@ -2,11 +2,13 @@
 // whatever a case does, it does as in GetScore.
 // Test: SVMModel_batch_test.cpp.
 #include <algorithm>
+#include <exception>
 #include <numeric>
 
 #include "svm/SVMModel.h"
 #include "svm/SVMModelWorkspace.h"
 #include "svm/plan/ScoringPlan.h"
+#include "svm/status_codes.h"
 
 namespace KwBrevix_930 {
 
@@ -20,31 +22,51 @@ constexpr std::size_t kMostTogether = 64;
 void SVMModel::ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
                           Status* statuses, bool flag) {
     Lent<Workspace> lent;
+    // What an exception leaves out keeps this.
+    std::fill_n(statuses, count, kMissingStatus);
     for (std::size_t first = 0; first < count; first += kMostTogether) {
         const std::size_t some = std::min(kMostTogether, count - first);
-        ReadCases(some, records + first, results + first, statuses + first, flag, *lent);
+        std::exception_ptr fault;
+        const std::size_t read =
+            ReadCases(some, records + first, results + first, statuses + first, flag, *lent, fault);
         DecideCases(some, results + first, statuses + first, *lent);
-        for (std::size_t i = first; i < first + some; ++i)
+        for (std::size_t i = first; i < first + read; ++i)
             Trace(statuses[i]);
+        if (fault)
+            std::rethrow_exception(fault);
     }
 }
 
-// Cases that fail here stay out of places.
-void SVMModel::ReadCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
-                         Status* statuses, bool flag, Workspace& work) {
-    const std::size_t columnCount = fInputVars.size();
-    work.columns.resize(count * columnCount);
+// Cases that fail here have their status and stay out of places. Returns: how many were read before an exception, which
+// becomes fault.
+std::size_t SVMModel::ReadCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
+                                Status* statuses, bool flag, Workspace& work, std::exception_ptr& fault) {
     work.places.clear();
+    work.columns.resize(count * fInputVars.size());
     for (std::size_t i = 0; i < count; ++i) {
-        statuses[i] = PrepareCase(records[i], results[i], flag);
-        if (!statuses[i].IsError())
-            statuses[i] = ReadCase(*records[i], results[i], work);
-        if (statuses[i].IsError())
-            continue;
-        for (std::size_t column = 0; column < columnCount; ++column)
-            work.columns[column * count + work.places.size()] = work.values[column];
-        work.places.push_back(i);
+        try {
+            ReadOneOfCases(i, count, records[i], results[i], statuses[i], flag, work);
+        } catch (...) {
+            fault = std::current_exception();
+            return i;
+        }
     }
+    return count;
+}
+
+// stride: the number of cases that the columns have room for.
+void SVMModel::ReadOneOfCases(std::size_t place, std::size_t stride, const ScoreCaseRecord* record,
+                              ScoreResult*& result, Status& status, bool flag, Workspace& work) {
+    Status itsStatus = PrepareCase(record, result, flag);
+    if (!itsStatus.IsError())
+        itsStatus = ReadCase(*record, result, work);
+    if (itsStatus.IsError()) {
+        status = itsStatus;
+        return;
+    }
+    work.places.push_back(place);
+    for (std::size_t column = 0; column < fInputVars.size(); ++column)
+        work.columns[column * stride + work.places.size() - 1] = work.values[column];
 }
 
 // stride: the number of cases that the columns have room for.

@@ -15,9 +15,22 @@ std::uint64_t NextSerialNumber() {
     return ++last;
 }
 
+// The record that a thread used last. Without a destructor, so that what ends later in its thread may still use it.
 struct ThreadCache {
     std::uint64_t owner = 0;
-    std::unique_ptr<DerivedRecord> record;
+    DerivedRecord* record = nullptr;
+
+    void Reset() {
+        delete record;
+        *this = ThreadCache();
+    }
+};
+
+constinit thread_local ThreadCache threadCache;
+
+// Frees the record where the thread ends; one that is made after that stays.
+struct ThreadCacheEnd {
+    ~ThreadCacheEnd() { threadCache.Reset(); }
 };
 
 }  // namespace
@@ -137,13 +150,14 @@ void TransformationDictionary::SetUpDerivedCaseRecord() {
 
 const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const ScoreCaseRecord* record,
                                                                          const ScoreDictionary* dictionary) const {
-    static thread_local ThreadCache cache;
-    if (cache.owner != fSerialNumber) {
-        cache.record = std::make_unique<DerivedRecord>(*this);
-        cache.owner = fSerialNumber;
+    static thread_local const ThreadCacheEnd end;
+    if (threadCache.owner != fSerialNumber) {
+        threadCache.Reset();
+        threadCache.record = new DerivedRecord(*this);
+        threadCache.owner = fSerialNumber;
     }
-    cache.record->Fill(record, dictionary);
-    return cache.record.get();
+    threadCache.record->Fill(record, dictionary);
+    return threadCache.record;
 }
 
 }  // namespace KwBrevix_930

@@ -2,7 +2,13 @@
 // Test: exact_exp_test.cpp, exact_pow_test.cpp.
 #include "svm/elementary/elementary_kernels.h"
 
+#include <cfenv>
+
 namespace KwSVM_700 {
+
+bool IsRoundedToNearest() {
+    return std::fegetround() == FE_TONEAREST;
+}
 
 UsableElementaryKernels FindElementaryKernels() {
     UsableElementaryKernels usable{{&kBaselineElementaryKernels}, 1};

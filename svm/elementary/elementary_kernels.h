@@ -45,6 +45,9 @@ struct UsableElementaryKernels {
     std::size_t count;
 };
 
+/// Returns: whether the calling thread rounds results to nearest, which every version of the loops counts on.
+bool IsRoundedToNearest();
+
 /// Asks the processor.
 UsableElementaryKernels FindElementaryKernels();
 

@@ -38,9 +38,18 @@ bool AgreesOnExp(const ElementaryKernels& kernels) {
            CheckPoints(-0.01, 0.01).All(512, agree) && CheckPoints(-760.0, 720.0).All(1024, agree);
 }
 
-void Exp(const double* x, double* y, std::size_t n) {
+namespace {
+
+// Found at the first call.
+bool IsAgreed() {
     static const bool agrees = AgreesOnExp(FastestElementaryKernels());
-    if (agrees)
+    return agrees;
+}
+
+}  // namespace
+
+void Exp(const double* x, double* y, std::size_t n) {
+    if (IsRoundedToNearest() && IsAgreed())
         ExpBy(FastestElementaryKernels(), x, y, n);
     else
         std::transform(x, x + n, y, [](double value) { return std::exp(value); });

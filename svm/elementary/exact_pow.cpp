@@ -88,7 +88,7 @@ PowMethod FindPowMethod(const ElementaryKernels& kernels, int degree) {
 }
 
 void Pow(const double* x, double degree, double* y, std::size_t n) {
-    const PowMethod method = GetMethod(degree);
+    const PowMethod method = IsRoundedToNearest() ? GetMethod(degree) : PowMethod::kPlatform;
     if (method == PowMethod::kPlatform)
         PowOfPlatform(x, degree, y, n);
     else

@@ -10,7 +10,8 @@ struct ElementaryKernels;
 /// y[i] = std::pow(x[i], degree), bit for bit; any NaN stands for any other. y may be x; otherwise they do not overlap.
 /// Allocates nothing; any number of threads may call it.
 /// Note:    fast for the whole degrees from 2 to 8. The first call compares with std::pow at some hundred points for
-///          each of them; where neither rounding once nor multiplying in doubles agrees, std::pow is called.
+///          each of them; where neither rounding once nor multiplying in doubles agrees, and wherever results are not
+///          rounded to nearest, std::pow is called.
 void Pow(const double* x, double degree, double* y, std::size_t n);
 
 /// The ways to a power of a whole degree.

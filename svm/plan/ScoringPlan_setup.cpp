@@ -22,9 +22,12 @@ constexpr double kListedBelow = 0.3;
 
 constexpr std::size_t kMostColumns = std::numeric_limits<std::int32_t>::max();
 
+// Denormal ones are left out: a thread may be set to read them as zero.
 bool IsFloat(double value) {
-    return std::isfinite(value) && std::fabs(value) <= std::numeric_limits<float>::max() &&
-           static_cast<double>(static_cast<float>(value)) == value;
+    using Limits = std::numeric_limits<float>;
+    const double size = std::fabs(value);
+    return value == 0.0 ||
+           (size >= Limits::min() && size <= Limits::max() && static_cast<double>(static_cast<float>(value)) == value);
 }
 
 bool IsUsable(const ST_SUPPORTVECTORMACHINE* machine) {

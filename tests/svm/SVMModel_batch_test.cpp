@@ -2,6 +2,7 @@
 #include <cstring>
 #include <random>
 #include <sstream>
+#include <stdexcept>
 
 #include <gtest/gtest.h>
 
@@ -278,6 +279,44 @@ TEST(SVMModelBatch, FillsResultsThatAreHandedIn) {
     for (std::size_t i = 0; i < kept.size(); ++i) {
         EXPECT_EQ(Describe(kept[i]), texts[i]);
         delete kept[i];
+    }
+}
+
+class RecordThatThrows : public CaseRecord {
+public:
+    using CaseRecord::CaseRecord;
+    const ScoreValue* GetValue(int) const override { throw std::runtime_error("the record is gone"); }
+    const ScoreValue* GetValue(const std::string&) const override { throw std::runtime_error("the record is gone"); }
+};
+
+// The cases before are scored and traced, whether they share a group with the one that throws or not; its own and
+// those behind it are not.
+TEST(SVMModelBatch, ExceptionOfARecordLeavesOutOnlyWhatComesBehind) {
+    for (const std::size_t place : {std::size_t{0}, std::size_t{12}, std::size_t{70}}) {
+        Bench benches[2] = {Bench({"a", "b", "c"}), Bench({"a", "b", "c"})};
+        for (Bench& bench : benches)
+            bench.TakeData(PairsOf(bench, 3));
+        Cases cases(benches[0].dictionary, 80);
+        const RecordThatThrows thrower(benches[0].dictionary);
+        cases.all[place] = &thrower;
+        std::vector<ScoreResult*> results(cases.all.size());
+        std::vector<KwScore::KwStatus> statuses(cases.all.size());
+        std::string text;
+        {
+            const TraceText trace;
+            EXPECT_THROW(benches[0].model.ScoreCases(80, cases.all.data(), results.data(), statuses.data(), false),
+                         std::runtime_error);
+            text = trace.Take();
+        }
+        for (std::size_t i = place; i < 80; ++i) {
+            EXPECT_EQ(statuses[i].GetErrorCode(), 90029) << i;
+            delete results[i];
+        }
+        results.resize(place);
+        statuses.resize(place);
+        Cases twins(benches[1].dictionary, 80);
+        twins.all.resize(place);
+        EXPECT_EQ(Summarise(results, statuses, text), OneByOne(benches[1].model, twins.all)) << place;
     }
 }
 

@@ -722,6 +722,20 @@ TEST(ScoreByKernel, WithoutKernelIs90029) {
     Score(bench.model, &sample.record, 90029);
 }
 
+TEST(ScoreByKernel, ACoefficientWithoutItsVectorIs90029) {
+    for (const bool isNull : {true, false}) {
+        Bench bench;
+        SVMModelData& data = bench.TakeData(NewRegression());
+        ST_SUPPORTVECTORMACHINE& machine = AddMachine(data, 1.0);
+        AddSupportVector(data, machine, 0.375, {0}, {1.0});
+        machine.coefficients.push_back(2.5);
+        if (isNull)
+            machine.supportVectors.push_back(nullptr);
+        double value = 0.0;
+        EXPECT_EQ(bench.access.ScoreByKernel({0}, {1.5}, 0, value).GetErrorCode(), 90029);
+    }
+}
+
 TEST(GetScore, OfARegressionUsesTheFirstMachineAlone) {
     Regression bench;
     AddSupportVector(*bench.data, AddMachine(*bench.data, 1000.0), 500.0, {0}, {7.5});

@@ -24,19 +24,21 @@ using svm_samples::NewClassification;
 
 // Four categories, probabilities, a derived field, a category field and a radial basis kernel.
 struct Busy : Bench {
-    Busy() : Bench({"a", "b", "c", "d"}) {
+    explicit Busy(bool hasDerivedField = true) : Bench({"a", "b", "c", "d"}) {
         AddVar("x");
         AddVar("color", DictVar::kString, ScoreDictVar::kCategorical).AddCategory("red");
         static_cast<DictVar&>(*dictionary.FindVar("color")).AddCategory("blue");
-        AddScaledVar(transformations, "half", "x", 0.5);
-        transformations.SetUpDerivedCaseRecord();
-        model.SetTransformationScoreDictionary(&transformations);
+        if (hasDerivedField) {
+            AddScaledVar(transformations, "half", "x", 0.5);
+            transformations.SetUpDerivedCaseRecord();
+            model.SetTransformationScoreDictionary(&transformations);
+        }
         auto data = NewClassification(4);
         data->SetIsZarnModel(true);
         data->SetKernelType(SVMModelData::kRadialBasis);
         data->SetGamma(0.375);
         AddNumericColumn(*data, "x");
-        AddNumericColumn(*data, "half");
+        AddNumericColumn(*data, hasDerivedField ? "half" : "x");
         AddCategoryColumn(*data, "color", "blue");
         double seed = 0.125;
         for (std::int32_t i = 0; i < 4; ++i) {
@@ -107,6 +109,38 @@ TEST(SVMModelThreads, GiveEqualResults) {
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(differences, 0);
+}
+
+// Older in its thread than everything that scoring keeps there, so it ends last; then it scores once more.
+struct LastCase {
+    ~LastCase() {
+        if (bench)
+            *answer = Answer(bench->model, *record, *result);
+    }
+
+    Busy* bench = nullptr;
+    const CaseRecord* record = nullptr;
+    ScoreResult** result = nullptr;
+    std::vector<double>* answer = nullptr;
+};
+
+// What a thread keeps for scoring has ended by then; the address sanitizer watches that nothing of it is used.
+TEST(SVMModelThreads, ScoreWhileTheyEnd) {
+    // A record of derived fields that is made so late stays for good, which would be reported.
+    Busy bench(false);
+    CaseRecord record(bench.dictionary);
+    Fill(record, 399);
+    ScoreResult* result = nullptr;
+    std::vector<double> first;
+    std::vector<double> last;
+    std::thread([&] {
+        static thread_local LastCase lastCase;
+        lastCase = {&bench, &record, &result, &last};
+        first = Answer(bench.model, record, result);
+    }).join();
+    delete result;
+    EXPECT_EQ(first.size(), 6u);
+    EXPECT_EQ(last, first);
 }
 
 }  // namespace

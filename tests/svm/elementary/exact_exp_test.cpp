@@ -1,6 +1,7 @@
 // exp of many values against std::exp, by every version of the loops that this processor runs.
 #include "svm/elementary/exact_exp.h"
 
+#include <cfenv>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -142,6 +143,22 @@ TEST(ExactExp, ManyThreadsMayMakeTheFirstCall) {
     for (const auto& result : results) {
         for (std::size_t i = 0; i < x.size(); ++i)
             ASSERT_TRUE(AreSame(result[i], std::exp(x[i])));
+    }
+}
+
+// The loops' error bounds hold for rounding to nearest alone.
+TEST(ExactExp, FollowsTheRoundingOfItsThread) {
+    const std::vector<double> x = Uniform(20'000, -20.0, 0.0, 409);
+    for (const int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO, FE_TONEAREST}) {
+        std::vector<double> y(x.size(), -1.0);
+        std::vector<double> expected(x.size());
+        std::fesetround(mode);
+        Exp(x.data(), y.data(), x.size());
+        for (std::size_t i = 0; i < x.size(); ++i)
+            expected[i] = std::exp(x[i]);
+        std::fesetround(FE_TONEAREST);
+        for (std::size_t i = 0; i < x.size(); ++i)
+            ASSERT_TRUE(AreSame(y[i], expected[i])) << mode << std::hexfloat << ' ' << x[i];
     }
 }
 

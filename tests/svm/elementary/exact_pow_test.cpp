@@ -1,6 +1,8 @@
 // pow of many values against std::pow, by every version of the loops that this processor runs.
 #include "svm/elementary/exact_pow.h"
 
+#include <cfenv>
+
 #include <gtest/gtest.h>
 
 #include "svm/elementary/elementary_kernels.h"
@@ -124,6 +126,22 @@ TEST(ExactPow, ComparisonFindsLoopsThatAreWrong) {
     ElementaryKernels wrong = kBaselineElementaryKernels;
     wrong.pow = PowOneUnitOff;
     EXPECT_NE(FindPowMethod(wrong, 3), PowMethod::kRounded);
+}
+
+// The loops' error bounds hold for rounding to nearest alone.
+TEST(ExactPow, FollowsTheRoundingOfItsThread) {
+    const std::vector<double> x = Uniform(20'000, -20.0, 0.0, 409);
+    for (const int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO, FE_TONEAREST}) {
+        std::vector<double> y(x.size(), -1.0);
+        std::vector<double> expected(x.size());
+        std::fesetround(mode);
+        Pow(x.data(), 3.0, y.data(), x.size());
+        for (std::size_t i = 0; i < x.size(); ++i)
+            expected[i] = std::pow(x[i], 3.0);
+        std::fesetround(FE_TONEAREST);
+        for (std::size_t i = 0; i < x.size(); ++i)
+            ASSERT_TRUE(AreSame(y[i], expected[i])) << mode << std::hexfloat << ' ' << x[i];
+    }
 }
 
 }  // namespace

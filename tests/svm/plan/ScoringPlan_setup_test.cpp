@@ -1,6 +1,9 @@
 // When there is a plan, and the model that holds it.
 #include <atomic>
 #include <thread>
+#if defined(__SSE__)
+#include <xmmintrin.h>
+#endif
 
 #include <gtest/gtest.h>
 
@@ -119,6 +122,27 @@ TEST(ScoringPlanSetup, StartsItsNumbersAtACacheLine) {
             EXPECT_EQ(numbers[i], 0.0);
     }
 }
+
+#if defined(__SSE__)
+// A thread may be set to read denormal numbers as zeros; those of single precision are none in double.
+TEST(ScoringPlanSetup, StoresNoDenormalsInSinglePrecision) {
+    constexpr unsigned kDenormalsAreZeros = 0x40;
+    const auto data = svm_samples::NewClassification(2);
+    data->SetKernelType(SVMModelData::kLinear);
+    ST_SUPPORTVECTORMACHINE& machine = svm_samples::AddMachine(*data, 0.0, 0, 1);
+    svm_samples::AddSupportVector(*data, machine, 1.0, {0, 1}, {double{1e-40F}, double{2e-41F}});
+    const auto kernel = random_models::MakeKernel(*data);
+    const auto plan = ScoringPlan::Make(*data, *kernel, 2, {.cacheShare = 0});
+    ASSERT_TRUE(plan);
+    const Values x = {1e40, 3e40};
+    double decision = 0.0;
+    const unsigned before = _mm_getcsr();
+    _mm_setcsr(before | kDenormalsAreZeros);
+    plan->Decide(x.data(), &decision);
+    _mm_setcsr(before);
+    EXPECT_EQ(decision, double{1e-40F} * 1e40 + double{2e-41F} * 3e40);
+}
+#endif
 
 TEST(ScoringPlanSetup, OfAnEmptyBatchWritesNothing) {
     const auto data = MakeData();
