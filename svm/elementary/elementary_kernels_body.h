@@ -33,13 +33,15 @@ struct ElementaryLoops {
     static Pack Magnitude(Pack value) { return (Pack)((Bits)value & ~kSignBit); }
 
     // Whether the sum of head and rest lies so near a tie that another function might round it the other way. Below a
-    // power of two the units are half as large: a rest on that side is never certain.
+    // power of two the units are half as large: a rest on that side is never certain. The signs are compared as bits: a
+    // product of small numbers would be zero.
     static Bits IsNearTie(Pack head, Pack rest, double margin) {
         const Bits bits = (Bits)head;
         const Pack power = (Pack)(bits & kExponentBits);
         const Bits isOutside = (Bits)(Magnitude(rest) >= power * (0x1p-53 * (1.0 - 2.0 * margin)));
         const Bits isPower = (Bits)((bits & kMantissaBits) == Bits{});
-        return isOutside | (isPower & (Bits)(rest * head < Pack{}));
+        const Pack outward = (Pack)((Bits)rest ^ (bits & kSignBit));
+        return isOutside | (isPower & (Bits)(outward < Pack{}));
     }
 
     struct Computed {

@@ -40,19 +40,26 @@ bool AgreesOnExp(const ElementaryKernels& kernels) {
 
 namespace {
 
-// Found at the first call.
-bool IsAgreed() {
-    static const bool agrees = AgreesOnExp(FastestElementaryKernels());
-    return agrees;
+void ExpOfPlatform(const double* x, double* y, std::size_t n) {
+    std::transform(x, x + n, y, [](double value) { return std::exp(value); });
 }
 
 }  // namespace
 
-void Exp(const double* x, double* y, std::size_t n) {
-    if (IsRoundedToNearest() && IsAgreed())
-        ExpBy(FastestElementaryKernels(), x, y, n);
+ExactExp::ExactExp(const ElementaryKernels& kernels) : fKernels(AgreesOnExp(kernels) ? &kernels : nullptr) {}
+
+void ExactExp::operator()(const double* x, double* y, std::size_t n) const {
+    if (fKernels && IsRoundedToNearest())
+        ExpBy(*fKernels, x, y, n);
     else
-        std::transform(x, x + n, y, [](double value) { return std::exp(value); });
+        ExpOfPlatform(x, y, n);
+}
+
+void Exp(const double* x, double* y, std::size_t n) {
+    if (!IsRoundedToNearest())
+        return ExpOfPlatform(x, y, n);
+    static const ExactExp exp(FastestElementaryKernels());
+    exp(x, y, n);
 }
 
 }  // namespace KwSVM_700

@@ -7,13 +7,27 @@ namespace KwSVM_700 {
 
 struct ElementaryKernels;
 
-/// y[i] = std::exp(x[i]), bit for bit, NaN, infinities, overflow and denormal results included; any NaN stands for any
-/// other. y may be x; otherwise they do not overlap. Allocates nothing; any number of threads may call it.
-/// Note:    the first call compares with std::exp at some thousand points. Where they differ at one of them, std::exp
-///          is called for every value from then on, and wherever results are not rounded to nearest.
+/// exp by one version of the loops, as far as it has the bits of std::exp. Immutable.
+class ExactExp {
+public:
+    /// Compares kernels with std::exp at some thousand points; where they differ at one of them, std::exp is called for
+    /// every value. To be made on a thread that rounds to nearest. kernels: borrowed.
+    explicit ExactExp(const ElementaryKernels& kernels);
+
+    /// y[i] = std::exp(x[i]), bit for bit, NaN, infinities, overflow and denormal results included; any NaN stands for
+    /// any other. y may be x; otherwise they do not overlap. Allocates nothing; any number of threads may call it.
+    /// Note:    calls std::exp for every value on a thread that does not round to nearest.
+    void operator()(const double* x, double* y, std::size_t n) const;
+
+private:
+    // Null where the comparison found a difference.
+    const ElementaryKernels* fKernels;
+};
+
+/// The same by the fastest version that this processor can run, which is compared when it is first called.
 void Exp(const double* x, double* y, std::size_t n);
 
-/// The same, by one version of the loops, whatever the comparison says. For tests and for the comparison itself.
+/// The same by one version, whatever the comparison says. For tests and for the comparison itself.
 void ExpBy(const ElementaryKernels& kernels, const double* x, double* y, std::size_t n);
 
 /// Returns: whether one version of the loops agrees with std::exp at all points of the comparison.

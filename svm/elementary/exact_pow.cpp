@@ -3,32 +3,18 @@
 #include "svm/elementary/exact_pow.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 
 #include "svm/elementary/check_points.h"
-#include "svm/elementary/elementary_kernels.h"
 
 namespace KwSVM_700 {
 
 namespace {
 
-using Methods = std::array<PowMethod, kLargestDegree + 1>;
-
-Methods FindMethods() {
-    Methods methods{};
-    for (int degree = kSmallestDegree; degree <= kLargestDegree; ++degree)
-        methods[static_cast<std::size_t>(degree)] = FindPowMethod(FastestElementaryKernels(), degree);
-    return methods;
-}
-
-PowMethod GetMethod(double degree) {
-    if (!(degree >= kSmallestDegree && degree <= kLargestDegree) || degree != std::floor(degree))
-        return PowMethod::kPlatform;
-    static const Methods methods = FindMethods();
-    return methods[static_cast<std::size_t>(degree)];
+bool HasFastDegree(double degree) {
+    return degree >= kSmallestDegree && degree <= kLargestDegree && degree == std::floor(degree);
 }
 
 void PowRounded(const ElementaryKernels& kernels, const double* x, int degree, double* y, std::size_t n) {
@@ -69,13 +55,13 @@ void PowBy(PowMethod method, const ElementaryKernels& kernels, const double* x, 
     }
 }
 
-PowMethod FindPowMethod(const ElementaryKernels& kernels, int degree) {
+PowMethod FindPowMethod(const ElementaryKernels& kernels, int degree, double (*platform)(double, double)) {
     for (const PowMethod method : {PowMethod::kRounded, PowMethod::kSquared}) {
         const auto agree = [&](const double* x, std::size_t n) {
             double y[OpenPlaces::kMost];
             PowBy(method, kernels, x, degree, y, n);
             for (std::size_t i = 0; i < n; ++i) {
-                const double expected = std::pow(x[i], static_cast<double>(degree));
+                const double expected = platform(x[i], static_cast<double>(degree));
                 if (std::bit_cast<std::uint64_t>(expected) != std::bit_cast<std::uint64_t>(y[i]))
                     return false;
             }
@@ -87,12 +73,23 @@ PowMethod FindPowMethod(const ElementaryKernels& kernels, int degree) {
     return PowMethod::kPlatform;
 }
 
+ExactPow::ExactPow(const ElementaryKernels& kernels) : fKernels(kernels), fMethods{} {
+    for (int degree = kSmallestDegree; degree <= kLargestDegree; ++degree)
+        fMethods[degree] = FindPowMethod(kernels, degree);
+}
+
+void ExactPow::operator()(const double* x, double degree, double* y, std::size_t n) const {
+    if (!HasFastDegree(degree) || !IsRoundedToNearest())
+        return PowOfPlatform(x, degree, y, n);
+    const int whole = static_cast<int>(degree);
+    PowBy(fMethods[whole], fKernels, x, whole, y, n);
+}
+
 void Pow(const double* x, double degree, double* y, std::size_t n) {
-    const PowMethod method = IsRoundedToNearest() ? GetMethod(degree) : PowMethod::kPlatform;
-    if (method == PowMethod::kPlatform)
-        PowOfPlatform(x, degree, y, n);
-    else
-        PowBy(method, FastestElementaryKernels(), x, static_cast<int>(degree), y, n);
+    if (!HasFastDegree(degree) || !IsRoundedToNearest())
+        return PowOfPlatform(x, degree, y, n);
+    static const ExactPow pow(FastestElementaryKernels());
+    pow(x, degree, y, n);
 }
 
 }  // namespace KwSVM_700

@@ -21,17 +21,31 @@ void ScaleAndNegate(double factor, double* sums, std::size_t count) {
         sums[i] = -(factor * sums[i]);
 }
 
+void Exponentiate(const ElementaryVersions& versions, double* sums, std::size_t count) {
+    if (versions.exp)
+        (*versions.exp)(sums, sums, count);
+    else
+        KwSVM_700::Exp(sums, sums, count);
+}
+
+void Raise(const ElementaryVersions& versions, double degree, double* sums, std::size_t count) {
+    if (versions.pow)
+        (*versions.pow)(sums, degree, sums, count);
+    else
+        KwSVM_700::Pow(sums, degree, sums, count);
+}
+
 }  // namespace
 
 void KernelShape::Apply(double* sums, std::size_t count) const {
     switch (type) {
         case SVMModelData::kPolynomial:
             ScaleAndShift(gamma, coef0, sums, count);
-            KwSVM_700::Pow(sums, degree, sums, count);
+            Raise(versions, degree, sums, count);
             break;
         case SVMModelData::kRadialBasis:
             ScaleAndNegate(gamma, sums, count);
-            KwSVM_700::Exp(sums, sums, count);
+            Exponentiate(versions, sums, count);
             break;
         case SVMModelData::kSigmoid:
             ScaleAndShift(gamma, coef0, sums, count);

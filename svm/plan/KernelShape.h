@@ -6,11 +6,26 @@
 
 #include "pmml/SVMModelData.h"
 
+namespace KwSVM_700 {
+class ExactExp;
+class ExactPow;
+}  // namespace KwSVM_700
+
 namespace KwBrevix_930::plan {
 
+/// By which versions of their loops exp and pow are taken; null: the fastest. Borrowed.
+struct ElementaryVersions {
+    const KwSVM_700::ExactExp* exp = nullptr;
+    const KwSVM_700::ExactPow* pow = nullptr;
+};
+
 struct KernelShape {
-    explicit KernelShape(const SVMModelData& data)
-        : type(data.GetKernelType()), gamma(data.GetGamma()), coef0(data.GetCoef0()), degree(data.GetDegree()) {}
+    KernelShape(const SVMModelData& data, const ElementaryVersions& itsVersions)
+        : type(data.GetKernelType()),
+          gamma(data.GetGamma()),
+          coef0(data.GetCoef0()),
+          degree(data.GetDegree()),
+          versions(itsVersions) {}
 
     bool IsKnown() const { return type >= SVMModelData::kLinear && type <= SVMModelData::kSigmoid; }
     /// Returns: true for the squared distance, false for the dot product.
@@ -22,6 +37,7 @@ struct KernelShape {
     double gamma;
     double coef0;
     double degree;
+    ElementaryVersions versions;
 };
 
 }  // namespace KwBrevix_930::plan

@@ -21,6 +21,7 @@ namespace KwBrevix_930::plan {
 /// What a plan is made for: the processor at hand, if nothing else is said.
 struct PlanTarget {
     const Loops* loops = &FastestLoops();
+    ElementaryVersions elementary = {};
     /// What one core can count on of a last-level cache that many share, in bytes. Support vectors that do not fit in
     /// are stored in single precision where that is exact: fetching less then pays for converting.
     std::size_t cacheShare = std::size_t{12} << 20;
@@ -60,7 +61,8 @@ private:
     using Machines = std::span<const std::unique_ptr<ST_SUPPORTVECTORMACHINE>>;
 
     // Set-up; false where there is no plan.
-    ScoringPlan(const SVMModelData& data, const KwSVM_700::SVMKernelFunction& kernel, std::size_t columns);
+    ScoringPlan(const SVMModelData& data, const KwSVM_700::SVMKernelFunction& kernel, std::size_t columns,
+                const ElementaryVersions& elementary);
     bool Build(Machines machines, const Target& target);
     bool TakeMachines(Machines machines, Survey& survey);
     void SurveyRows(Survey& survey) const;

@@ -57,7 +57,7 @@ std::unique_ptr<const ScoringPlan> ScoringPlan::Make(const SVMModelData& data,
     if (columns == 0 || columns > mostColumns || wanted == 0 || wanted > data.GetMachines().size())
         return nullptr;
     try {
-        std::unique_ptr<ScoringPlan> plan(new ScoringPlan(data, kernel, columns));
+        std::unique_ptr<ScoringPlan> plan(new ScoringPlan(data, kernel, columns, target.elementary));
         if (plan->Build(Machines(data.GetMachines()).first(wanted), target))
             return plan;
     } catch (const std::bad_alloc&) {
@@ -66,8 +66,9 @@ std::unique_ptr<const ScoringPlan> ScoringPlan::Make(const SVMModelData& data,
     return nullptr;
 }
 
-ScoringPlan::ScoringPlan(const SVMModelData& data, const KwSVM_700::SVMKernelFunction& kernel, std::size_t columns)
-    : fShape(data), fKernel(kernel), fColumns(columns) {
+ScoringPlan::ScoringPlan(const SVMModelData& data, const KwSVM_700::SVMKernelFunction& kernel, std::size_t columns,
+                         const ElementaryVersions& elementary)
+    : fShape(data, elementary), fKernel(kernel), fColumns(columns) {
     std::iota(fColumns.begin(), fColumns.end(), 0);
 }
 

@@ -80,6 +80,23 @@ TEST(ExactExp, LeavesNoUncertainValueToTheLoops) {
     }
 }
 
+// exp of these rounds to a power of two from below, where the units are half as large. There are no such arguments
+// below -43: found with mpmath at 300 bits.
+TEST(ExactExp, LeavesNoValueBelowAPowerOfTwoToTheLoops) {
+    const double x[] = {-0x1.52417db067f38p+5, 0x1.62e42fefa39efp-1, 0x1.62e42fefa39efp+0, 0x1.bb9d3beb8c86bp+1,
+                        0x1.bb9d3beb8c86bp+2};
+    const auto usable = FindElementaryKernels();
+    for (std::size_t version = 0; version < usable.count; ++version) {
+        for (const double value : x) {
+            const std::vector<double> pack(8, value);
+            std::vector<double> y(8);
+            OpenPlaces open;
+            usable.versions[version]->exp(pack.data(), y.data(), 8, open);
+            EXPECT_EQ(open.count, 8u) << usable.versions[version]->name << ' ' << value;
+        }
+    }
+}
+
 TEST(ExactExp, SeldomAsksThePlatform) {
     const auto x = Uniform(OpenPlaces::kMost, -30.0, 0.0, 406);
     const auto usable = FindElementaryKernels();
@@ -122,7 +139,10 @@ TEST(ExactExp, AgreesWithThisPlatform) {
         EXPECT_TRUE(AgreesOnExp(*usable.versions[version])) << usable.versions[version]->name;
 }
 
+int g_wrongCalls = 0;
+
 void ExpOneUnitOff(const double* x, double* y, std::size_t n, OpenPlaces&) {
+    ++g_wrongCalls;
     for (std::size_t i = 0; i < n; ++i)
         y[i] = x[i] > -3.0 && x[i] < -2.9 ? std::nextafter(std::exp(x[i]), 1.0) : std::exp(x[i]);
 }
@@ -131,6 +151,38 @@ TEST(ExactExp, ComparisonFindsLoopsThatAreWrong) {
     ElementaryKernels wrong = kBaselineElementaryKernels;
     wrong.exp = ExpOneUnitOff;
     EXPECT_FALSE(AgreesOnExp(wrong));
+}
+
+TEST(ExactExp, OfLoopsThatAreWrongIsStdExp) {
+    ElementaryKernels wrong = kBaselineElementaryKernels;
+    wrong.exp = ExpOneUnitOff;
+    const ExactExp exp(wrong);
+    const int callsOfTheComparison = g_wrongCalls;
+    EXPECT_GT(callsOfTheComparison, 0);
+    const auto x = Uniform(3000, -4.0, -2.0, 461);
+    std::vector<double> y(x.size());
+    exp(x.data(), y.data(), x.size());
+    for (std::size_t i = 0; i < x.size(); ++i)
+        ASSERT_TRUE(AreSame(y[i], std::exp(x[i]))) << x[i];
+    EXPECT_EQ(g_wrongCalls, callsOfTheComparison);
+}
+
+int g_rightCalls = 0;
+
+void CountedExp(const double* x, double* y, std::size_t n, OpenPlaces& open) {
+    ++g_rightCalls;
+    kBaselineElementaryKernels.exp(x, y, n, open);
+}
+
+TEST(ExactExp, OfLoopsThatAreRightCallsThem) {
+    ElementaryKernels right = kBaselineElementaryKernels;
+    right.exp = CountedExp;
+    const ExactExp exp(right);
+    const int callsOfTheComparison = g_rightCalls;
+    const auto x = Uniform(OpenPlaces::kMost, -4.0, -2.0, 462);
+    std::vector<double> y(x.size());
+    exp(x.data(), y.data(), x.size());
+    EXPECT_EQ(g_rightCalls, callsOfTheComparison + 1);
 }
 
 TEST(ExactExp, ManyThreadsMayMakeTheFirstCall) {

@@ -117,15 +117,68 @@ TEST(ExactPow, SquaringMultipliesFromTheLowestBitOn) {
     }
 }
 
+double MultiplyUp(double power, double x, unsigned degree) {
+    return degree == 0 ? power : MultiplyUp(degree % 2 != 0 ? power * x : power, x * x, degree / 2);
+}
+
+// pow as a platform may have it.
+double PowByProducts(double x, double degree) {
+    return MultiplyUp(1.0, x, static_cast<unsigned>(degree));
+}
+
+TEST(ExactPow, MultipliesWhereThePlatformDoes) {
+    // A square is rounded once either way.
+    for (int degree = 3; degree <= kLargestDegree; ++degree) {
+        const PowMethod method = FindPowMethod(kBaselineElementaryKernels, degree, PowByProducts);
+        EXPECT_EQ(method, PowMethod::kSquared) << degree;
+        for (const double x : Uniform(2000, -40.0, 40.0, 508)) {
+            double y = 0.0;
+            PowBy(method, kBaselineElementaryKernels, &x, degree, &y, 1);
+            ASSERT_TRUE(AreSame(y, PowByProducts(x, degree))) << x << " to the " << degree;
+        }
+    }
+}
+
+TEST(ExactPow, AsksAPlatformThatDoesNeither) {
+    const auto isOff = [](double x, double degree) { return std::nextafter(PowByProducts(x, degree), 0.0); };
+    for (int degree = kSmallestDegree; degree <= kLargestDegree; ++degree)
+        EXPECT_EQ(FindPowMethod(kBaselineElementaryKernels, degree, isOff), PowMethod::kPlatform) << degree;
+}
+
+int g_wrongCalls = 0;
+
 void PowOneUnitOff(const double* x, int degree, double* y, std::size_t n, OpenPlaces&) {
+    ++g_wrongCalls;
     for (std::size_t i = 0; i < n; ++i)
         y[i] = std::nextafter(std::pow(x[i], degree), 0.0);
 }
 
-TEST(ExactPow, ComparisonFindsLoopsThatAreWrong) {
+ElementaryKernels WrongKernels() {
     ElementaryKernels wrong = kBaselineElementaryKernels;
     wrong.pow = PowOneUnitOff;
-    EXPECT_NE(FindPowMethod(wrong, 3), PowMethod::kRounded);
+    return wrong;
+}
+
+TEST(ExactPow, ComparisonFindsLoopsThatAreWrong) {
+#if defined(__GLIBC__)
+    EXPECT_EQ(FindPowMethod(WrongKernels(), 3), PowMethod::kPlatform);
+#endif
+    EXPECT_EQ(FindPowMethod(WrongKernels(), 3, PowByProducts), PowMethod::kSquared);
+}
+
+TEST(ExactPow, OfLoopsThatAreWrongIsStdPow) {
+    const ElementaryKernels wrong = WrongKernels();
+    const ExactPow pow(wrong);
+    const int callsOfTheComparison = g_wrongCalls;
+    EXPECT_GT(callsOfTheComparison, 0);
+    const auto x = Uniform(3000, -4.0, 20.0, 509);
+    for (int degree = kSmallestDegree; degree <= kLargestDegree; ++degree) {
+        std::vector<double> y(x.size());
+        pow(x.data(), degree, y.data(), x.size());
+        for (std::size_t i = 0; i < x.size(); ++i)
+            ASSERT_TRUE(AreSame(y[i], std::pow(x[i], static_cast<double>(degree)))) << x[i] << " to the " << degree;
+    }
+    EXPECT_EQ(g_wrongCalls, callsOfTheComparison);
 }
 
 // The loops' error bounds hold for rounding to nearest alone.

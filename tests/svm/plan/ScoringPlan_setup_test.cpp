@@ -9,6 +9,9 @@
 
 #include "host/CaseRecord.h"
 #include "svm/SVMClsResult.h"
+#include "svm/elementary/elementary_kernels.h"
+#include "svm/elementary/exact_exp.h"
+#include "svm/elementary/exact_pow.h"
 #include "svm/plan/ScoringPlan.h"
 #include "tests/svm/plan/random_models.h"
 #include "tests/svm/svm_samples.h"
@@ -152,6 +155,42 @@ TEST(ScoringPlanSetup, OfAnEmptyBatchWritesNothing) {
     double decision = -3.25;
     plan->DecideBatch(0, nullptr, 0, &decision);
     EXPECT_EQ(decision, -3.25);
+}
+
+int g_expCalls = 0;
+int g_powCalls = 0;
+
+void CountedExp(const double* x, double* y, std::size_t n, KwSVM_700::OpenPlaces& open) {
+    ++g_expCalls;
+    KwSVM_700::kBaselineElementaryKernels.exp(x, y, n, open);
+}
+
+void CountedPow(const double* x, int degree, double* y, std::size_t n, KwSVM_700::OpenPlaces& open) {
+    ++g_powCalls;
+    KwSVM_700::kBaselineElementaryKernels.pow(x, degree, y, n, open);
+}
+
+TEST(ScoringPlanSetup, TakesExpAndPowOfItsTarget) {
+    const KwSVM_700::ElementaryKernels counted = {"counted", CountedExp, CountedPow};
+    const KwSVM_700::ExactExp exp(counted);
+    const KwSVM_700::ExactPow pow(counted);
+    for (const std::int32_t type : {SVMModelData::kPolynomial, SVMModelData::kRadialBasis}) {
+        const auto data = Generator(18).Model({type, 6, 30, 1});
+        data->SetDegree(3.0);
+        const auto kernel = random_models::MakeKernel(*data);
+        const auto plan = ScoringPlan::Make(*data, *kernel, 6, {.elementary = {&exp, &pow}});
+        ASSERT_TRUE(plan);
+        const int expCalls = g_expCalls;
+        const int powCalls = g_powCalls;
+        const Values x = Generator(19).Case(6, random_models::Numbers::kPlain);
+        double decision = 0.0;
+        plan->Decide(x.data(), &decision);
+        EXPECT_EQ(g_expCalls > expCalls, type == SVMModelData::kRadialBasis);
+        EXPECT_EQ(g_powCalls > powCalls, type == SVMModelData::kPolynomial);
+        plan->DecideBatch(1, x.data(), 1, &decision);
+        EXPECT_EQ(g_expCalls > expCalls + 1, type == SVMModelData::kRadialBasis);
+        EXPECT_EQ(g_powCalls > powCalls + 1, type == SVMModelData::kPolynomial);
+    }
 }
 
 TEST(PlanLoops, AreThoseThatThisProcessorRunsSlowestFirst) {

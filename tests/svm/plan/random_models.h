@@ -1,6 +1,7 @@
 // Models and cases at random, and their decision values by the plain loops.
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
