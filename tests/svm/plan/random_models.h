@@ -59,19 +59,14 @@ public:
             case Numbers::kBits:
                 return IsTrue(0.5) ? 1.0 : (IsTrue(0.1) ? -0.0 : 0.0);
             case Numbers::kOdd:
-                return IsTrue(0.9) ? Real(-2.0, 2.0) : Odd();
+                return OddOrOrdinary();
             default:
                 return Real(-2.0, 2.0);
         }
     }
 
     /// Returns: a number from the edges: zeros, denormals, infinities, NaN, huge and tiny ones.
-    double Odd() {
-        using Limits = std::numeric_limits<double>;
-        const double odd[] = {-0.0,  0.0, Limits::denorm_min(), -3.5e-310, Limits::infinity(), -Limits::infinity(),
-                              1e300, 1.0, Limits::quiet_NaN(),  -1.7e308,  2.5e-162,           Limits::min()};
-        return odd[UpTo(std::size(odd) - 1)];
-    }
+    double Odd() { return IsTrue(0.5) ? OneOf(kTame) : OneOf(kAllFierce); }
 
     Values Case(std::size_t columns, Numbers numbers) {
         Values x(columns);
@@ -81,12 +76,18 @@ public:
     }
 
     std::unique_ptr<SVMModelData> Model(const Shape& shape) {
+        ChooseOddNumbers(shape);
         auto data = std::make_unique<SVMModelData>();
         data->SetIsClassification(true);
         data->SetKernelType(shape.kernel);
         data->SetGamma(Real(0.01, 0.5));
         data->SetCoef0(IsTrue(0.2) ? 0.0 : Real(-1.0, 1.0));
-        data->SetDegree(IsTrue(0.2) ? 2.5 : static_cast<double>(UpTo(5)));
+        data->SetDegree(static_cast<double>(UpTo(5)));
+        if (IsTrue(0.2)) {
+            // Of a negative number there is no such power: above all products of ordinary numbers.
+            data->SetDegree(2.5);
+            data->SetCoef0(4.0 * data->GetGamma() * static_cast<double>(shape.columns) + 0.125);
+        }
         for (std::size_t v = 0; v < shape.vectors; ++v)
             AddVector(*data, shape, "v" + std::to_string(v));
         for (std::size_t m = 0; m < shape.machines; ++m)
@@ -95,6 +96,27 @@ public:
     }
 
 private:
+    // One infinity or NaN makes the same of every decision that it goes into. So that decisions are left to compare, a
+    // model has few of the fierce numbers, and most models have no NaN.
+    void ChooseOddNumbers(const Shape& shape) {
+        const Values choices[] = {
+            {}, {1e300, -1e200}, {1e300, -1.7e308}, {kInfinity, -kInfinity}, {kInfinity, 1e300}, {kNaN}};
+        fFierce = choices[UpTo(std::size(choices) - 1)];
+        fFierceRate = Real(0.2, 1.0) / static_cast<double>((shape.columns + 1) * (shape.vectors + 4));
+        fTameRate = IsTrue(0.7) ? Real(0.05, 0.5) : 0.0;
+    }
+
+    template <class List>
+    double OneOf(const List& list) {
+        return list[UpTo(std::size(list) - 1)];
+    }
+
+    double OddOrOrdinary() {
+        if (!fFierce.empty() && IsTrue(fFierceRate))
+            return OneOf(fFierce);
+        return IsTrue(fTameRate) ? OneOf(kTame) : Real(-2.0, 2.0);
+    }
+
     void AddVector(SVMModelData& data, const Shape& shape, const std::string& id) {
         auto vector = std::make_unique<KwBrevix_930::SVMVectorInstance>();
         for (std::size_t p = 0; p < shape.columns; ++p) {
@@ -130,7 +152,17 @@ private:
         return machine;
     }
 
+    using Limits = std::numeric_limits<double>;
+    static constexpr double kInfinity = Limits::infinity();
+    static constexpr double kNaN = Limits::quiet_NaN();
+    static constexpr double kTame[] = {-0.0, 0.0, Limits::denorm_min(), -3.5e-310, 2.5e-162, Limits::min(), 1.0};
+    static constexpr double kAllFierce[] = {kInfinity, -kInfinity, 1e300, kNaN, -1.7e308};
+
     std::mt19937_64 fEngine;
+    // How odd numbers are drawn: as for the model that was made last.
+    double fTameRate = 0.05;
+    double fFierceRate = 0.05;
+    Values fFierce{std::begin(kAllFierce), std::end(kAllFierce)};
 };
 
 inline std::unique_ptr<KwSVM_700::SVMKernelFunction> MakeKernel(const SVMModelData& data) {
