@@ -172,7 +172,8 @@ SVMModel::Status SVMModel::ScoreSVMByKernelType(const Indices& indices, const Va
     if (!fKernel && !itsMachine->coefficients.empty())
         return kMissingStatus;
     for (std::size_t k = 0; k < itsMachine->coefficients.size(); ++k) {
-        if (k >= itsMachine->supportVectors.size() || !itsMachine->supportVectors[k])
+        const bool isThere = k < itsMachine->supportVectors.size() && itsMachine->supportVectors[k];
+        if (!isThere || itsMachine->supportVectors[k]->values.size() < itsMachine->supportVectors[k]->indices.size())
             return kMissingStatus;
         const SVMVectorInstance& vector = *itsMachine->supportVectors[k];
         value += fKernel->Evaluate(indices, values, vector.indices, vector.values) * itsMachine->coefficients[k];

@@ -1,17 +1,13 @@
 // Many cases in one call against the same cases one by one.
-#include <cstring>
 #include <random>
-#include <sstream>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
 
 #include "host/CaseRecord.h"
 #include "host/IBatchModel.h"
-#include "host/ScoringLog.h"
-#include "svm/SVMClsResult.h"
-#include "svm/SVMRegResult.h"
 #include "tests/support/SVMModelTestAccess.h"
+#include "tests/support/score_answers.h"
 #include "tests/support/virtual_slot.h"
 #include "tests/svm/svm_samples.h"
 
@@ -26,92 +22,20 @@ using svm_samples::AddSupportVector;
 using svm_samples::Bench;
 using svm_samples::NewClassification;
 using svm_samples::NewRegression;
-
-// The bits of a double; every NaN counts as the same.
-std::uint64_t BitsOf(double value) {
-    std::uint64_t bits = 1;
-    if (value == value)
-        std::memcpy(&bits, &value, sizeof bits);
-    return bits;
-}
-
-// Everything that a result says, as text.
-std::string Describe(const ScoreResult* result) {
-    if (!result)
-        return "none";
-    std::ostringstream text;
-    const ScoreValue* prediction = result->GetPrediction();
-    text << (prediction ? prediction->GetString() : "null");
-    if (prediction && prediction->GetType() == ScoreValue::kNumeric)
-        text << ' ' << BitsOf(prediction->GetDouble());
-    text << ' ' << BitsOf(result->GetConfidence());
-    if (const auto* categories = dynamic_cast<const SVMClsResult*>(result)) {
-        for (const auto& [value, percent] : categories->GetAllValuePercent())
-            text << ' ' << value->GetString() << '=' << BitsOf(percent);
-    } else if (const auto* number = dynamic_cast<const SVMRegResult*>(result)) {
-        double lower = 0.0;
-        double upper = 0.0;
-        number->GetCI(lower, upper);
-        text << ' ' << BitsOf(number->GetStdDev()) << ' ' << BitsOf(lower) << ' ' << BitsOf(upper);
-    }
-    return text.str();
-}
-
-// What a run of cases left behind.
-struct Answers {
-    std::vector<std::string> results;
-    std::vector<std::int32_t> statuses;
-    std::string trace;
-
-    bool operator==(const Answers&) const = default;
-};
-
-class TraceText {
-public:
-    TraceText() {
-        ScoringLog::GetInstance().SetStream(&fText);
-        ScoringLog::GetInstance().SetTracing(true);
-    }
-    ~TraceText() {
-        ScoringLog::GetInstance().SetTracing(false);
-        ScoringLog::GetInstance().SetStream(nullptr);
-    }
-    std::string Take() const { return fText.str(); }
-
-private:
-    std::ostringstream fText;
-};
-
-using Records = std::vector<const ScoreCaseRecord*>;
-
-Answers Summarise(std::vector<ScoreResult*>& results, const std::vector<KwScore::KwStatus>& statuses,
-                  const std::string& trace) {
-    Answers answers;
-    for (std::size_t i = 0; i < results.size(); ++i) {
-        answers.results.push_back(Describe(results[i]));
-        answers.statuses.push_back(statuses[i].GetErrorCode());
-        delete results[i];
-    }
-    answers.trace = trace;
-    return answers;
-}
+using test_support::Answers;
+using test_support::Describe;
+using test_support::Records;
+using test_support::Results;
+using test_support::TraceText;
 
 Answers OneByOne(SVMModel& model, const Records& records) {
-    const TraceText trace;
-    std::vector<ScoreResult*> results(records.size());
-    std::vector<KwScore::KwStatus> statuses(records.size());
-    for (std::size_t i = 0; i < records.size(); ++i)
-        statuses[i] = model.GetScore(records[i], results[i], false);
-    return Summarise(results, statuses, trace.Take());
+    Results results(records.size());
+    return test_support::ScoreOneByOne(model, records, results);
 }
 
 Answers Together(SVMModel& model, const Records& records) {
-    const TraceText trace;
-    auto* batch = dynamic_cast<IBatchModel*>(static_cast<ScoreModel*>(&model));
-    std::vector<ScoreResult*> results(records.size());
-    std::vector<KwScore::KwStatus> statuses(records.size());
-    batch->ScoreCases(records.size(), records.data(), results.data(), statuses.data(), false);
-    return Summarise(results, statuses, trace.Take());
+    Results results(records.size());
+    return test_support::ScoreTogether(model, records, results);
 }
 
 void AddInputs(Bench& bench, SVMModelData& data) {
@@ -267,18 +191,81 @@ TEST(SVMModelBatch, FillsResultsThatAreHandedIn) {
     Bench bench({"a", "b", "c"});
     bench.TakeData(PairsOf(bench, 3));
     Cases cases(bench.dictionary, 30);
-    std::vector<ScoreResult*> results(cases.all.size());
+    Results results(cases.all.size());
+    const Answers first = test_support::ScoreTogether(bench.model, cases.all, results);
+    std::vector<const ScoreResult*> made;
+    for (const auto& result : results)
+        made.push_back(result.get());
+    std::vector<ScoreResult*> handed;
+    for (const auto& result : results)
+        handed.push_back(result.get());
     std::vector<KwScore::KwStatus> statuses(cases.all.size());
-    bench.model.ScoreCases(cases.all.size(), cases.all.data(), results.data(), statuses.data(), false);
-    const std::vector<ScoreResult*> kept = results;
-    std::vector<std::string> texts;
-    for (const ScoreResult* result : kept)
-        texts.push_back(Describe(result));
-    bench.model.ScoreCases(cases.all.size(), cases.all.data(), results.data(), statuses.data(), false);
-    EXPECT_EQ(results, kept);
-    for (std::size_t i = 0; i < kept.size(); ++i) {
-        EXPECT_EQ(Describe(kept[i]), texts[i]);
-        delete kept[i];
+    bench.model.ScoreCases(cases.all.size(), cases.all.data(), handed.data(), statuses.data(), false);
+    for (std::size_t i = 0; i < made.size(); ++i) {
+        EXPECT_EQ(handed[i], made[i]);
+        EXPECT_EQ(Describe(handed[i]), first.results[i]);
+    }
+}
+
+// Its value comes from a score of the same model, as that of a field that another case fills would.
+class RecordThatScores : public CaseRecord {
+public:
+    RecordThatScores(SVMModel& model, const ScoreDictionary& dictionary, const Cases& others, bool inBatch)
+        : CaseRecord(dictionary), fModel(model), fOthers(others.all), fInBatch(inBatch) {}
+
+    const ScoreValue* GetValue(int index) const override {
+        answers.push_back(fInBatch ? Together(fModel, fOthers) : OneByOne(fModel, fOthers));
+        return CaseRecord::GetValue(index);
+    }
+    using CaseRecord::GetValue;
+
+    mutable std::vector<Answers> answers;
+
+private:
+    SVMModel& fModel;
+    Records fOthers;
+    bool fInBatch;
+};
+
+void CopyCase(std::size_t i, CaseRecord& record) {
+    record.SetNumber(record.GetIndex("a"), 0.375 * static_cast<double>(i) - 2.0);
+    record.SetNumber(record.GetIndex("b"), 1.625);
+    record.SetText(record.GetIndex("color"), "blue");
+}
+
+// While a record is read, the thread's workspace is in use.
+TEST(SVMModelBatch, ARecordMayScoreTheSameModel) {
+    Bench bench({"a", "b", "c"});
+    auto data = PairsOf(bench, 3);
+    data->SetIsZarnModel(true);
+    bench.TakeData(std::move(data));
+    const Cases inner(bench.dictionary, 9);
+    const Answers ofInner = OneByOne(bench.model, inner.all);
+    std::vector<std::unique_ptr<CaseRecord>> plain;
+    for (const bool outerInBatch : {false, true}) {
+        for (const bool innerInBatch : {false, true}) {
+            std::vector<std::unique_ptr<RecordThatScores>> scorers;
+            Records outer;
+            Records twins;
+            for (std::size_t i = 0; i < 12; ++i) {
+                outer.push_back(scorers
+                                    .emplace_back(std::make_unique<RecordThatScores>(bench.model, bench.dictionary,
+                                                                                     inner, innerInBatch))
+                                    .get());
+                CopyCase(i, *scorers.back());
+                CopyCase(i, *plain.emplace_back(std::make_unique<CaseRecord>(bench.dictionary)));
+                twins.push_back(plain.back().get());
+            }
+            const Answers answers = outerInBatch ? Together(bench.model, outer) : OneByOne(bench.model, outer);
+            EXPECT_EQ(answers, OneByOne(bench.model, twins));
+            for (const auto& scorer : scorers) {
+                EXPECT_FALSE(scorer->answers.empty());
+                for (const Answers& one : scorer->answers) {
+                    EXPECT_EQ(one.results, ofInner.results);
+                    EXPECT_EQ(one.statuses, ofInner.statuses);
+                }
+            }
+        }
     }
 }
 
@@ -299,24 +286,25 @@ TEST(SVMModelBatch, ExceptionOfARecordLeavesOutOnlyWhatComesBehind) {
         Cases cases(benches[0].dictionary, 80);
         const RecordThatThrows thrower(benches[0].dictionary);
         cases.all[place] = &thrower;
-        std::vector<ScoreResult*> results(cases.all.size());
+        std::vector<ScoreResult*> made(cases.all.size());
         std::vector<KwScore::KwStatus> statuses(cases.all.size());
         std::string text;
         {
             const TraceText trace;
-            EXPECT_THROW(benches[0].model.ScoreCases(80, cases.all.data(), results.data(), statuses.data(), false),
+            EXPECT_THROW(benches[0].model.ScoreCases(80, cases.all.data(), made.data(), statuses.data(), false),
                          std::runtime_error);
             text = trace.Take();
         }
-        for (std::size_t i = place; i < 80; ++i) {
+        for (std::size_t i = place; i < 80; ++i)
             EXPECT_EQ(statuses[i].GetErrorCode(), 90029) << i;
-            delete results[i];
-        }
+        Results results;
+        for (ScoreResult* result : made)
+            results.emplace_back(result);
         results.resize(place);
         statuses.resize(place);
         Cases twins(benches[1].dictionary, 80);
         twins.all.resize(place);
-        EXPECT_EQ(Summarise(results, statuses, text), OneByOne(benches[1].model, twins.all)) << place;
+        EXPECT_EQ(test_support::Summarise(results, statuses, text), OneByOne(benches[1].model, twins.all)) << place;
     }
 }
 

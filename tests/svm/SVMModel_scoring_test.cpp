@@ -736,6 +736,23 @@ TEST(ScoreByKernel, ACoefficientWithoutItsVectorIs90029) {
     }
 }
 
+// Only data that a host fills itself has these: the readers see to it that they are as many.
+TEST(ScoreByKernel, AVectorWithFewerValuesThanIndicesIs90029AndMoreAreNotRead) {
+    Bench bench;
+    SVMModelData& data = bench.TakeData(NewRegression());
+    ST_SUPPORTVECTORMACHINE& machine = AddMachine(data, 1.0);
+    AddSupportVector(data, machine, 0.375, {0, 1}, {1.25, 3.0});
+    SVMVectorInstance& vector = *machine.supportVectors[0];
+    vector.values.pop_back();
+    double value = 0.0;
+    EXPECT_EQ(bench.access.ScoreByKernel({0, 1}, {1.5, 2.0}, 0, value).GetErrorCode(), 90029);
+    vector.indices.pop_back();
+    vector.values.push_back(77.0);
+    value = 0.0;
+    EXPECT_FALSE(bench.access.ScoreByKernel({0, 1}, {1.5, 2.0}, 0, value).IsError());
+    EXPECT_EQ(value, 0.375 * 1.25 * 1.5 + 1.0);
+}
+
 TEST(GetScore, OfARegressionUsesTheFirstMachineAlone) {
     Regression bench;
     AddSupportVector(*bench.data, AddMachine(*bench.data, 1000.0), 500.0, {0}, {7.5});
