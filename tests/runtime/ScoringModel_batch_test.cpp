@@ -1,19 +1,25 @@
 // Records that are scored in one call against the same records one by one.
-#include <cstring>
+#include <atomic>
 #include <random>
+#include <thread>
 
 #include <gtest/gtest.h>
 
 #include "host/number_text.h"
 #include "runtime/ScoringModel.h"
+#include "runtime/platform/libraries.h"
 #include "tests/runtime/SmallDocument.h"
 #include "tests/runtime/opened_model.h"
+#include "tests/runtime/wrapping_plugin.h"
+#include "tests/support/random_document.h"
 
 namespace {
 
 using brevix::Outcome;
 using brevix::Record;
 using brevix::ScoringModel;
+using KwBrevix_930::test_support::RandomDocument;
+using random_models::Generator;
 using test_support::SmallDocument;
 
 // Every output column; a number as its shortest text, which tells its bits.
@@ -96,6 +102,164 @@ TEST(ScoringModelBatch, ARecordThatFailedGivesTheNextValueAnew) {
         model->score(records, outcomes);
         EXPECT_EQ(outcomes[0].status, 0);
         EXPECT_EQ(outcomes[0].category, 1.5 * x - 0.75 * 0.25 + 0.125 < 0.0 ? 0 : 1);
+    }
+}
+
+// Records of a random document's fields. Every record is drawn from a seed of its own, so that it can be drawn again.
+void fill(Record& record, std::uint64_t seed) {
+    Generator random(seed);
+    record.clear();
+    for (const char* name : {"x1", "x2"}) {
+        if (random.IsTrue(0.02))
+            record.setText(name, "junk");
+        else if (!random.IsTrue(0.05))
+            record.setNumber(name, random.Real(-2.0, 2.0));
+    }
+    const char* colors[] = {"red", "blue", "green", "pink"};
+    if (!random.IsTrue(0.03))
+        record.setText("color", colors[random.UpTo(random.IsTrue(0.1) ? 3 : 2)]);
+}
+
+// Output and Targets of a random document.
+std::string drawRules(const RandomDocument& document, Generator& random) {
+    std::string text;
+    if (random.IsTrue(0.6)) {
+        text +=
+            R"(<Output><OutputField name="said" feature="predictedValue" dataType="string" optype="categorical"/>)"
+            R"(<OutputField name="doubled" feature="transformedValue" dataType="double" optype="continuous">)"
+            R"(<Apply function="*"><FieldRef field="x1"/><Constant dataType="double">2</Constant></Apply></OutputField>)"
+            "</Output>";
+    }
+    if (document.IsRegression() && random.IsTrue(0.6))
+        text +=
+            R"(<Targets><Target field="y" rescaleFactor="2.5" rescaleConstant="-0.75"><TargetValue defaultValue="7.5"/>)"
+            "</Target></Targets>";
+    return text;
+}
+
+brevix::ModelOptions drawOptions(Generator& random) {
+    brevix::ModelOptions options;
+    options.plugin = BREVIX_PLUGIN;
+    options.predictsOnly = random.IsTrue(0.2);
+    options.missingPolicy = static_cast<brevix::MissingPolicy>(random.UpTo(2));
+    return options;
+}
+
+TEST(ScoringModelBatch, OfRandomDocumentsGivesWhatEachRecordGivesAlone) {
+    Generator random(902);
+    std::size_t succeeded = 0;
+    std::size_t cases = 0;
+    for (int round = 0; round < 100 && !testing::Test::HasFailure(); ++round) {
+        RandomDocument document(random);
+        const std::string text = document.MakeText(drawRules(document, random));
+        SCOPED_TRACE(text);
+        const auto model = ScoringModel::openText(text, drawOptions(random));
+        constexpr std::size_t kCounts[] = {0, 1, 7, 8, 9, 63, 64, 65, 200};
+        const std::size_t count = kCounts[random.UpTo(std::size(kCounts) - 1)];
+        std::vector<Record> records;
+        for (std::size_t i = 0; i < count; ++i)
+            records.push_back(model->makeRecord());
+        std::vector<Outcome> outcomes(count);
+        for (std::uint64_t turn = 0; turn < 2; ++turn) {
+            for (std::size_t i = 0; i < count; ++i)
+                fill(records[i], 300 * turn + i);
+            model->score(records, outcomes);
+            for (std::size_t i = 0; i < count; ++i) {
+                Record record = model->makeRecord();
+                fill(record, 300 * turn + i);
+                Outcome alone;
+                model->score(record, alone);
+                ASSERT_EQ(describe(*model, outcomes[i]), describe(*model, alone)) << i << " of " << count;
+                succeeded += alone.status == 0 ? 1 : 0;
+            }
+            cases += count;
+        }
+    }
+    EXPECT_GE(cases, 5'000u);
+    EXPECT_GE(succeeded, cases / 2);
+}
+
+// The test's plug-in, held as long as the test runs.
+class WrappingPluginTest : public testing::Test {
+protected:
+    void SetUp() override {
+        std::string fault;
+        fHandle = brevix::platform::loadLibrary(BREVIX_WRAPPING_PLUGIN, fault);
+        ASSERT_NE(fHandle, nullptr) << fault;
+        const auto get =
+            reinterpret_cast<decltype(&GetWrappingPlugin)>(brevix::platform::findSymbol(fHandle, "GetWrappingPlugin"));
+        ASSERT_NE(get, nullptr);
+        plugin = get();
+        *plugin = {};
+    }
+    void TearDown() override {
+        if (fHandle)
+            brevix::platform::freeLibrary(fHandle);
+    }
+
+    static std::unique_ptr<ScoringModel> open() {
+        brevix::ModelOptions options;
+        options.plugin = BREVIX_WRAPPING_PLUGIN;
+        return ScoringModel::openText(SmallDocument().makeText(), options);
+    }
+
+    test_support::WrappingPlugin* plugin = nullptr;
+
+private:
+    void* fHandle = nullptr;
+};
+
+TEST_F(WrappingPluginTest, RecordsAreScoredTogetherWhereThePluginOffersIt) {
+    const auto model = open();
+    plugin->singleCalls = 0;
+    expectTheSame(*model);
+    EXPECT_GT(plugin->casesInBatches, 0u);
+    // Those that stand beside, one by one.
+    EXPECT_EQ(plugin->singleCalls, plugin->casesInBatches);
+    EXPECT_LE(plugin->batchCalls, plugin->casesInBatches / 32);
+}
+
+TEST_F(WrappingPluginTest, RecordsAreScoredOneByOneWhereItDoesNot) {
+    plugin->offersBatches = false;
+    const auto model = open();
+    plugin->singleCalls = 0;
+    expectTheSame(*model);
+    EXPECT_EQ(plugin->batchCalls, 0u);
+    EXPECT_EQ(plugin->singleCalls, 2u * 2u * (0 + 1 + 5 + 64 + 65 + 150));
+}
+
+TEST(ScoringModelBatch, ManyThreadsScoreWithOneModel) {
+    constexpr std::size_t kRecords = 130;
+    constexpr std::size_t kThreads = 8;
+    Generator random(903);
+    for (int round = 0; round < 4; ++round) {
+        RandomDocument document(random);
+        const auto model = ScoringModel::openText(document.MakeText(drawRules(document, random)), drawOptions(random));
+        std::vector<std::string> expected;
+        for (std::size_t i = 0; i < kRecords + kThreads; ++i) {
+            Record record = model->makeRecord();
+            fill(record, i);
+            Outcome alone;
+            model->score(record, alone);
+            expected.push_back(describe(*model, alone));
+        }
+        std::atomic<int> differences{0};
+        std::vector<std::jthread> threads;
+        for (std::size_t thread = 0; thread < kThreads; ++thread) {
+            threads.emplace_back([&, thread] {
+                std::vector<Record> records;
+                for (std::size_t i = 0; i < kRecords; ++i)
+                    fill(records.emplace_back(model->makeRecord()), thread + i);
+                std::vector<Outcome> outcomes(kRecords);
+                for (int turn = 0; turn < 5; ++turn) {
+                    model->score(records, outcomes);
+                    for (std::size_t i = 0; i < kRecords; ++i)
+                        differences += describe(*model, outcomes[i]) == expected[thread + i] ? 0 : 1;
+                }
+            });
+        }
+        threads.clear();
+        EXPECT_EQ(differences, 0);
     }
 }
 
