@@ -8,6 +8,7 @@
 #include "host/CaseRecord.h"
 #include "host/transform/TransformationDictionary.h"
 #include "svm/SVMClsResult.h"
+#include "tests/support/score_answers.h"
 #include "tests/svm/svm_samples.h"
 
 namespace KwBrevix_930 {
@@ -21,6 +22,9 @@ using svm_samples::AddScaledVar;
 using svm_samples::AddSupportVector;
 using svm_samples::Bench;
 using svm_samples::NewClassification;
+using test_support::Answers;
+using test_support::Records;
+using test_support::Results;
 
 // Four categories, probabilities, a derived field, a category field and a radial basis kernel.
 struct Busy : Bench {
@@ -104,6 +108,46 @@ TEST(SVMModelThreads, GiveEqualResults) {
                     ++differences;
             }
             delete result;
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(differences, 0);
+}
+
+// Every thread has records, results and statuses of its own; some score one by one meanwhile.
+TEST(SVMModelThreads, GiveEqualResultsForManyCasesInOneCall) {
+    constexpr std::size_t kCases = 200;
+    constexpr std::size_t kThreads = 8;
+    Busy bench;
+    std::vector<std::unique_ptr<CaseRecord>> owned;
+    Records records;
+    for (std::size_t i = 0; i < kCases; ++i) {
+        Fill(*owned.emplace_back(std::make_unique<CaseRecord>(bench.dictionary)), static_cast<int>(i));
+        records.push_back(owned.back().get());
+    }
+    Results results(kCases);
+    const Answers expected = test_support::ScoreOneByOne(bench.model, records, results);
+    EXPECT_EQ(expected.statuses[0], 90029);
+    EXPECT_EQ(expected.statuses[1], 0);
+    std::atomic<int> differences{0};
+    std::vector<std::thread> threads;
+    for (std::size_t thread = 0; thread < kThreads; ++thread) {
+        threads.emplace_back([&, thread] {
+            const std::size_t first = 11 * thread;
+            std::vector<ScoreResult*> made(kCases - first);
+            std::vector<KwScore::KwStatus> statuses(made.size());
+            for (int turn = 0; turn < 5; ++turn)
+                bench.model.ScoreCases(made.size(), records.data() + first, made.data(), statuses.data(), false);
+            for (std::size_t i = 0; i < made.size(); ++i) {
+                differences += test_support::Describe(made[i]) == expected.results[first + i] ? 0 : 1;
+                differences += statuses[i].GetErrorCode() == expected.statuses[first + i] ? 0 : 1;
+                ScoreResult* alone = nullptr;
+                bench.model.GetScore(records[first + i], alone, false);
+                differences += test_support::Describe(alone) == expected.results[first + i] ? 0 : 1;
+                delete alone;
+                delete made[i];
+            }
         });
     }
     for (std::thread& thread : threads)
