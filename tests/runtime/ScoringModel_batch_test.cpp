@@ -6,11 +6,15 @@
 #include <gtest/gtest.h>
 
 #include "host/number_text.h"
+#include "runtime/OutputFile.h"
 #include "runtime/ScoringModel.h"
 #include "runtime/platform/libraries.h"
+#include "runtime/score_table.h"
 #include "tests/runtime/SmallDocument.h"
+#include "tests/runtime/TextSource.h"
 #include "tests/runtime/opened_model.h"
 #include "tests/runtime/wrapping_plugin.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/random_document.h"
 
 namespace {
@@ -226,6 +230,24 @@ TEST_F(WrappingPluginTest, RecordsAreScoredOneByOneWhereItDoesNot) {
     expectTheSame(*model);
     EXPECT_EQ(plugin->batchCalls, 0u);
     EXPECT_EQ(plugin->singleCalls, 2u * 2u * (0 + 1 + 5 + 64 + 65 + 150));
+}
+
+TEST_F(WrappingPluginTest, RowsOfATableAreScoredTogether) {
+    const auto model = open();
+    plugin->singleCalls = 0;
+    std::string table = "x,y\n";
+    for (int i = 0; i < 1000; ++i)
+        table += i % 50 == 7 ? ",1\n" : "0.5," + std::to_string(i) + ".25\n";
+    test_support::TextSource source(table);
+    const test_support::TemporaryFolder folder;
+    std::optional<brevix::OutputFile> output;
+    const auto tally = brevix::scoreTable(
+        *model, source, [&]() -> brevix::OutputFile& { return output.emplace(folder.pathOf("result.csv")); },
+        {.threadCount = 1}, {});
+    output->commit();
+    EXPECT_EQ(tally.rowCount, 1000u);
+    EXPECT_EQ(plugin->singleCalls, 0u);
+    EXPECT_EQ(plugin->casesInBatches, 1000u);
 }
 
 TEST(ScoringModelBatch, ManyThreadsScoreWithOneModel) {
