@@ -1,6 +1,4 @@
 // Which layout a plan takes for which model, seen by the loops that it calls; that nothing is computed twice.
-#include <array>
-
 #include <gtest/gtest.h>
 
 #include "svm/elementary/elementary_kernels.h"
@@ -30,27 +28,34 @@ struct Calls {
 
 Calls g_calls;
 
-template <auto kLoop, int Calls::*kCount>
-struct Counted;
+template <class Stored, DenseLoops<Stored> Loops::*kLoops, int Calls::*kCount>
+void CountDense(std::size_t columns, std::size_t rows, const Stored* blocks, const double* x, double* sums) {
+    ++(g_calls.*kCount);
+    (kBaselineLoops.*kLoops).oneCase(columns, rows, blocks, x, sums);
+}
 
-template <class... Arguments, void (*const* kLoop)(Arguments...), int Calls::*kCount>
-struct Counted<kLoop, kCount> {
-    static void Call(Arguments... arguments) {
-        ++(g_calls.*kCount);
-        (*kLoop)(arguments...);
-    }
-};
+void CountList(std::size_t length, const std::int32_t* indices, const double* factors, const double* source,
+               double* sums) {
+    ++g_calls.lists;
+    kBaselineLoops.lists.oneCase(length, indices, factors, source, sums);
+}
+
+template <CountBits Loops::*kLoop>
+void CountRows(std::size_t words, std::size_t rows, const std::uint64_t* bits, const std::uint64_t* x,
+               std::uint32_t* counts) {
+    ++g_calls.bits;
+    (kBaselineLoops.*kLoop)(words, rows, bits, x, counts);
+}
 
 Loops CountedLoops() {
     Loops loops = kBaselineLoops;
-    loops.distances.oneCase = Counted<&kBaselineLoops.distances.oneCase, &Calls::distances>::Call;
-    loops.distancesOfFloats.oneCase =
-        Counted<&kBaselineLoops.distancesOfFloats.oneCase, &Calls::distancesOfFloats>::Call;
-    loops.products.oneCase = Counted<&kBaselineLoops.products.oneCase, &Calls::products>::Call;
-    loops.productsOfFloats.oneCase = Counted<&kBaselineLoops.productsOfFloats.oneCase, &Calls::productsOfFloats>::Call;
-    loops.lists.oneCase = Counted<&kBaselineLoops.lists.oneCase, &Calls::lists>::Call;
-    loops.countDiffering = Counted<&kBaselineLoops.countDiffering, &Calls::bits>::Call;
-    loops.countCommon = Counted<&kBaselineLoops.countCommon, &Calls::bits>::Call;
+    loops.distances.oneCase = CountDense<double, &Loops::distances, &Calls::distances>;
+    loops.distancesOfFloats.oneCase = CountDense<float, &Loops::distancesOfFloats, &Calls::distancesOfFloats>;
+    loops.products.oneCase = CountDense<double, &Loops::products, &Calls::products>;
+    loops.productsOfFloats.oneCase = CountDense<float, &Loops::productsOfFloats, &Calls::productsOfFloats>;
+    loops.lists.oneCase = CountList;
+    loops.countDiffering = CountRows<&Loops::countDiffering>;
+    loops.countCommon = CountRows<&Loops::countCommon>;
     return loops;
 }
 
