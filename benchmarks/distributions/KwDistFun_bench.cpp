@@ -1,16 +1,19 @@
-// Time per call of each member over the arguments of its reference table, beside Boost.Math and R's nmath.
-// Benchmarks are named BM_<Member> and BM_<Member>_boost, BM_<Member>_nmath.
+// Time per call of each member beside Boost.Math and R's nmath: over random arguments of the ordinary range, and over
+// those of its reference table, which go to the ends of every range. Benchmarks are named BM_<Member>,
+// BM_<Member>_boost and BM_<Member>_nmath; those over the tables begin with BM_table_.
 #include <benchmark/benchmark.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "benchmarks/distributions/peers.h"
+#include "benchmarks/distributions/random_arguments.h"
 #include "tests/numerics/distributions/reference_table.h"
 
 namespace {
 
-using Arguments = std::vector<std::vector<double>>;
+using random_arguments::Arguments;
 
 void Run(benchmark::State& state, const std::function<double(const std::vector<double>&)>& member,
          const Arguments& arguments) {
@@ -21,10 +24,22 @@ void Run(benchmark::State& state, const std::function<double(const std::vector<d
     }
 }
 
-void Register(const std::string& name, const std::function<double(const std::vector<double>&)>& member,
+void Register(const std::string& name, const peers::Members& members, const std::string& member,
               const Arguments& arguments) {
-    benchmark::RegisterBenchmark(name.c_str(),
-                                 [member, arguments](benchmark::State& state) { Run(state, member, arguments); });
+    const auto found = members.find(member);
+    if (found != members.end()) {
+        benchmark::RegisterBenchmark(name.c_str(), [called = found->second, arguments](benchmark::State& state) {
+            Run(state, called, arguments);
+        });
+    }
+}
+
+Arguments TableArguments(const std::string& member) {
+    Arguments arguments;
+    for (const auto& row : distribution_tables::ReadTable(BREVIX_SOURCE_DIR, member)) {
+        arguments.push_back(row.arguments);
+    }
+    return arguments;
 }
 
 }  // namespace
@@ -32,17 +47,12 @@ void Register(const std::string& name, const std::function<double(const std::vec
 int main(int argc, char** argv) {
     const peers::Members boost = peers::Boost();
     const peers::Members nmath = peers::Nmath();
-    for (const auto& [name, member] : distribution_tables::Members()) {
-        Arguments arguments;
-        for (const auto& row : distribution_tables::ReadTable(BREVIX_SOURCE_DIR, name)) {
-            arguments.push_back(row.arguments);
-        }
-        Register("BM_" + name, member, arguments);
-        if (const auto found = boost.find(name); found != boost.end()) {
-            Register("BM_" + name + "_boost", found->second, arguments);
-        }
-        if (const auto found = nmath.find(name); found != nmath.end()) {
-            Register("BM_" + name + "_nmath", found->second, arguments);
+    for (const auto& [member, own] : distribution_tables::Members()) {
+        for (const auto& [prefix, arguments] :
+             {std::pair("BM_", random_arguments::Draw(member)), std::pair("BM_table_", TableArguments(member))}) {
+            Register(prefix + member, distribution_tables::Members(), member, arguments);
+            Register(prefix + member + "_boost", boost, member, arguments);
+            Register(prefix + member + "_nmath", nmath, member, arguments);
         }
     }
     benchmark::Initialize(&argc, argv);

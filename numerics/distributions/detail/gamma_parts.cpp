@@ -1,7 +1,10 @@
 // Stirling's error, 1/Gamma and the leading terms of the incomplete functions. Test: gamma_parts_test.cpp.
 #include "numerics/distributions/detail/gamma_parts.h"
 
+#include <bit>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 
 #include "numerics/distributions/detail/log_gamma.h"
 #include "numerics/distributions/detail/polynomial.h"
@@ -35,14 +38,55 @@ double Polygamma(int order, double x) {
     return sum + s * s * (-6.0 - 12.0 * r - 10.0 * s + 7.0 * s * s);
 }
 
-// shape times u - log(1 + u) for a shift = shape * u of at most 0.03 shape. A deviance below 1/2 is formed in double:
-// its rounding is that of a factor near 1.
-DoubleDouble NearDeviance(double shape, DoubleDouble shift) {
-    const double rough = shift.hi / shape;
-    if (shift.hi * rough < 1.0) {
-        return shift.hi * rough * (0.5 - rough * MinusLog1pRest(rough));
+constexpr double kNear = 0x1p-5;      // shares of the shape up to which a deviance is a short series
+constexpr double kTabulatedTo = 8.0;  // and those up to which it is tabulated
+constexpr double kTabulatedFrom = -0.75;
+constexpr double kMostRough = 32.0;                     // a larger deviance wants all of its digits
+constexpr std::uint64_t kTopBits = 0xfffffffff8000000;  // the upper 26 bits of a mantissa
+constexpr int kSliceShift = 48;                         // leaves the exponent and four bits of the mantissa
+
+// 1/2 - r/3 + r^2/4 - ..., so that r - log(1 + r) = r^2 times this; |r| <= 1/16.
+double SquareTail(double r) {
+    static constexpr double kTerms[] = {1.0 / 2, -1.0 / 3, 1.0 / 4,  -1.0 / 5,  1.0 / 6,  -1.0 / 7,
+                                        1.0 / 8, -1.0 / 9, 1.0 / 10, -1.0 / 11, 1.0 / 12, -1.0 / 13};
+    return Polynomial(kTerms, r);
+}
+
+// shape times u - log(1 + u) for a shift = shape * u with u between the bounds above: with u = c + (1 + c) r about the
+// middle c of its slice it is c - log(1 + c) + c r + (r - log(1 + r)), times shape. The first term, the largest by far,
+// is formed exactly: the relative error is below 2^-56.
+DoubleDouble TabulatedDeviance(double shape, DoubleDouble shift, double reciprocal, double u) {
+    const auto bits = std::bit_cast<std::uint64_t>(std::abs(u));
+    const std::uint64_t slice = bits >> kSliceShift;
+    const double middle = std::bit_cast<double>((slice << kSliceShift) | (std::uint64_t{1} << (kSliceShift - 1)));
+    const double c = std::copysign(middle, u);
+    const std::size_t index = slice - (std::bit_cast<std::uint64_t>(kNear) >> kSliceShift);
+    const DeviancePoint& point = u > 0.0 ? kDevianceAbove[index] : kDevianceBelow[index];
+    const double top = std::bit_cast<double>(std::bit_cast<std::uint64_t>(shape) & kTopBits);
+    const double low = shape - top;
+    const double beside = (((shift.hi - top * c) - low * c) + shift.lo) * point.reciprocal;  // shape r
+    const double r = beside * reciprocal;
+    const double rest = low * point.top + shape * point.rest + beside * (c + r * SquareTail(r));
+    return QuickTwoSum(top * point.top, rest);
+}
+
+// shape times u - log(1 + u) for shift = shape * u and log(1 + u) = log(); shape >= 1. A deviance below 1/2 is formed
+// in double: its rounding is that of a factor near 1.
+template <class LogOfWhole>
+DoubleDouble Deviance(double shape, DoubleDouble shift, const LogOfWhole& log) {
+    const double reciprocal = 1.0 / shape;
+    const double u = shift.hi * reciprocal;
+    if (std::abs(u) < kNear) {
+        return shift.hi * u < 1.0 ? DoubleDouble(shift.hi * u * (0.5 - u * MinusLog1pRest(u)))
+                                  : DoubleDouble(shape) * MinusLog1p(shift / DoubleDouble(shape));
     }
-    return DoubleDouble(shape) * MinusLog1p(shift / DoubleDouble(shape));
+    if (u > kTabulatedFrom && u < kTabulatedTo) {
+        const DoubleDouble deviance = TabulatedDeviance(shape, shift, reciprocal, u);
+        if (deviance.hi < kMostRough) {
+            return deviance;
+        }
+    }
+    return shift - DoubleDouble(shape) * log();
 }
 
 // log[Gamma(a + b) / (Gamma(b) Gamma(1 + a))] - a log b for a <= 1 <= b.
@@ -72,17 +116,15 @@ DoubleDouble LogOfProduct(DoubleDouble x, double b) {
 }  // namespace
 
 double StirlingError(double x) {
-    if (x >= 10.0) {
-        static constexpr double kTerms[] = {1.0 / 12,   -1.0 / 360,      1.0 / 1260, -1.0 / 1680,
-                                            1.0 / 1188, -691.0 / 360360, 1.0 / 156};
+    if (x >= 16.0) {
+        static constexpr double kTerms[] = {1.0 / 12, -1.0 / 360, 1.0 / 1260, -1.0 / 1680, 1.0 / 1188, -691.0 / 360360};
         const double r = 1.0 / x;
         return r * Polynomial(kTerms, r * r);
     }
-    int piece = 0;
-    while (x >= kStirlingBounds[piece + 1]) {
-        ++piece;
-    }
-    return Polynomial(kStirlingError[piece], x - 0.5 * (kStirlingBounds[piece] + kStirlingBounds[piece + 1]));
+    constexpr int kShift = 50;  // leaves the exponent and two bits of the mantissa
+    const std::uint64_t slice = std::bit_cast<std::uint64_t>(x) >> kShift;
+    const double middle = std::bit_cast<double>((slice << kShift) | (std::uint64_t{1} << (kShift - 1)));
+    return Polynomial(kStirlingError[slice - (std::bit_cast<std::uint64_t>(1.0) >> kShift)], x - middle);
 }
 
 double StirlingErrorStep(double x, double a) {
@@ -105,15 +147,11 @@ double ReciprocalGamma1(double x) {
 }
 
 DoubleDouble GammaDeviance(double x, double p) {
-    const DoubleDouble difference = TwoSum(x, -p);
-    if (std::abs(difference.hi) <= 0.03 * p) {
-        return NearDeviance(p, difference);
-    }
-    const double ratio = x / p;
-    const DoubleDouble log = ratio > 1e-280 && ratio < 1e280 && x < 1e280 && x > 1e-280
-                                 ? Log(DoubleDouble(x) / DoubleDouble(p))
-                                 : Log(x) - Log(p);
-    return difference - DoubleDouble(p) * log;
+    return Deviance(p, TwoSum(x, -p), [x, p] {
+        const double ratio = x / p;
+        return ratio > 1e-280 && ratio < 1e280 && x < 1e280 && x > 1e-280 ? Log(DoubleDouble(x) / DoubleDouble(p))
+                                                                          : Log(x) - Log(p);
+    });
 }
 
 double GammaPrefix(double x, double p) {
@@ -128,23 +166,29 @@ UnitPoint UnitPoint::Ratio(DoubleDouble u, DoubleDouble v) {
     return {u / sum, v / sum};
 }
 
-DoubleDouble BetaDeviance(const UnitPoint& at, double a, double b) {
-    // With lambda = a y - b x: (a + b) x = a - lambda and (a + b) y = b + lambda.
-    const DoubleDouble lambda = DoubleDouble(a) * at.y - DoubleDouble(b) * at.x;
-    const auto term = [&](double shape, DoubleDouble share, DoubleDouble shift) {
-        if (std::abs(shift.hi) <= 0.03 * shape) {
-            return NearDeviance(shape, shift);
-        }
-        return shift - DoubleDouble(shape) * Log(share * TwoSum(a, b) / DoubleDouble(shape));
+DoubleDouble BetaShift(const UnitPoint& at, double a, double b) {
+    const DoubleDouble sum = TwoSum(a, b);
+    return at.x.hi <= at.y.hi ? DoubleDouble(a) - sum * at.x : sum * at.y - DoubleDouble(b);
+}
+
+DoubleDouble BetaDeviance(const UnitPoint& at, double a, double b, DoubleDouble shift) {
+    // (a + b) x = a - shift and (a + b) y = b + shift.
+    const auto term = [&](double shape, DoubleDouble share, DoubleDouble from) {
+        return Deviance(shape, from, [&] { return Log(share * TwoSum(a, b) / DoubleDouble(shape)); });
     };
-    return term(a, at.x, -lambda) + term(b, at.y, lambda);
+    return term(a, at.x, -shift) + term(b, at.y, shift);
+}
+
+double BetaPrefix(DoubleDouble deviance, double a, double b) {
+    const double sum = a + b;
+    const double stirling = (StirlingError(a) - StirlingError(sum)) + StirlingError(b);
+    return Exp(-(deviance + DoubleDouble(stirling))) * std::sqrt(b / (sum * (kTwoPi * a)));
 }
 
 double BetaPrefix(const UnitPoint& at, double a, double b) {
     const double sum = a + b;
     if (a >= 1.0 && b >= 1.0) {
-        const double stirling = (StirlingError(a) - StirlingError(sum)) + StirlingError(b);
-        return Exp(-(BetaDeviance(at, a, b) + DoubleDouble(stirling))) * std::sqrt(b / sum / (kTwoPi * a));
+        return BetaPrefix(BetaDeviance(at, a, b, BetaShift(at, a, b)), a, b);
     }
     if (a < 1.0 && b < 1.0) {
         const DoubleDouble power = DoubleDouble(a) * Log(at.x) + DoubleDouble(b) * Log(at.y);

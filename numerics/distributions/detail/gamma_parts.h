@@ -34,11 +34,17 @@ struct UnitPoint {
     UnitPoint Swapped() const { return {y, x}; }
 };
 
-// a log(x0/x) + b log(y0/y) >= 0 with x0 = a/(a+b), the deviance of a beta variate; a, b > 0.
-DoubleDouble BetaDeviance(const UnitPoint& at, double a, double b);
+// a y - b x, by which (a + b) x lies below a and (a + b) y above b.
+DoubleDouble BetaShift(const UnitPoint& at, double a, double b);
+
+// a log(x0/x) + b log(y0/y) >= 0 with x0 = a/(a+b), the deviance of a beta variate; a, b >= 1, shift as BetaShift.
+DoubleDouble BetaDeviance(const UnitPoint& at, double a, double b, DoubleDouble shift);
 
 // x^a y^b / (a B(a, b)); a, b > 0, x and y not 0.
 double BetaPrefix(const UnitPoint& at, double a, double b);
+
+// The same for a, b >= 1 from the deviance.
+double BetaPrefix(DoubleDouble deviance, double a, double b);
 
 // log B(a, b).
 double LogBeta(double a, double b);

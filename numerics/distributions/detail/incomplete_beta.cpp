@@ -25,9 +25,8 @@ constexpr double kExpansionReach = 1.0;
 // x^a y^b / B(a, b) divided by this is I_x(a, b), for x at most about a/(a+b): the even part of the fraction in DLMF
 // 8.17.22, b_0 + a_1/(b_1 + a_2/(b_2 + ...)). The inner fraction is summed from its convergents' differences (Steed),
 // whose rounding errors shrink with them.
-double Fraction(const UnitPoint& at, double a, double b) {
+double Fraction(const UnitPoint& at, double a, double b, double lambda) {
     const double x = at.x.hi;
-    const double lambda = (DoubleDouble(a) * at.y - DoubleDouble(b) * at.x).Value();
     const double step = 1.0 + at.y.hi;
     double first = 0.0;  // a_1
     double d = 0.0;
@@ -55,10 +54,10 @@ Tails ByFraction(const UnitPoint& at, double a, double b) {
     const bool fromRight = a <= 1.0 && b > 1.0;
     const bool fromLeft = b <= 1.0 && a > 1.0;
     if (fromRight || (!fromLeft && at.x.hi >= (a + 1.0) / (a + b + 2.0))) {
-        const UnitPoint swapped = at.Swapped();
-        return Tails::FromUpper(BetaPrefix(swapped, b, a) * b / Fraction(swapped, b, a));
+        return Tails::FromUpper(BetaPrefix(at.Swapped(), b, a) * b /
+                                Fraction(at.Swapped(), b, a, BetaShift(at.Swapped(), b, a).hi));
     }
-    return Tails::FromLower(BetaPrefix(at, a, b) * a / Fraction(at, a, b));
+    return Tails::FromLower(BetaPrefix(at, a, b) * a / Fraction(at, a, b, BetaShift(at, a, b).hi));
 }
 
 // 1 + (a+b)/(a+1) x + (a+b)(a+b+1)/((a+1)(a+2)) x^2 + ..., all terms positive: I_x(a, b) over BetaPrefix.
@@ -75,6 +74,27 @@ double PositiveSeries(double x, double a, double b) {
 // Whether x lies below or about the mean of a variate with a small parameter a: there the positive series is short.
 bool PositiveSeriesServes(double x, double a, double b) {
     return a < kUniformFrom && a <= b && x <= 0.5 && x * (a + b) <= a + 0.35 * std::sqrt(a);
+}
+
+// Both parameters above 1, at most kBetaNormalFrom.
+Tails ByDeviance(const UnitPoint& at, double a, double b) {
+    const DoubleDouble shift = BetaShift(at, a, b);
+    const DoubleDouble deviance = BetaDeviance(at, a, b, shift);
+    const double least = std::min(a, b);
+    if (least >= kUniformFrom && UniformDistance(deviance, least) <= kUniformReach) {
+        return a <= b ? UniformBeta(a, b, shift.hi > 0.0, deviance)
+                      : UniformBeta(b, a, !(shift.hi > 0.0), deviance).Swapped();
+    }
+    if (PositiveSeriesServes(at.x.hi, a, b)) {
+        return Tails::FromLower(BetaPrefix(deviance, a, b) * PositiveSeries(at.x.hi, a, b));
+    }
+    if (PositiveSeriesServes(at.y.hi, b, a)) {
+        return Tails::FromUpper(BetaPrefix(deviance, b, a) * PositiveSeries(at.y.hi, b, a));
+    }
+    if (at.x.hi >= (a + 1.0) / (a + b + 2.0)) {
+        return Tails::FromUpper(BetaPrefix(deviance, b, a) * b / Fraction(at.Swapped(), b, a, -shift.hi));
+    }
+    return Tails::FromLower(BetaPrefix(deviance, a, b) * a / Fraction(at, a, b, shift.hi));
 }
 
 // Whether the series at this end converges within some dozens of terms without cancelling.
@@ -107,8 +127,7 @@ Tails Normal(const UnitPoint& at, double a, double b) {
     const double q = at.x.hi;
     const double s = b - 0.5;
     const double t = a - 0.5;
-    const double d = (DoubleDouble(b) * at.x - DoubleDouble(a) * at.y).Value() + (2.0 * p - 1.0) / 3.0 +
-                     0.02 * (q / b - p / a + (q - 0.5) / (a + b));
+    const double d = -BetaShift(at, a, b).hi + (2.0 * p - 1.0) / 3.0 + 0.02 * (q / b - p / a + (q - 0.5) / (a + b));
     const double spread =
         (1.0 + q * PeizerPratt(s / (n * p)) + p * PeizerPratt(t / (n * q))) / ((n + 1.0 / 6.0) * p * q);
     const double z = d * std::sqrt(std::max(spread, 0.0) / 2.0);
@@ -174,26 +193,15 @@ Tails IncompleteBeta(const UnitPoint& at, double a, double b) {
     if (most > kOneSidedFrom) {
         return a > b ? GammaLimit(at, a, b) : GammaLimit(at.Swapped(), b, a).Swapped();
     }
+    if (least > 1.0) {
+        return ByDeviance(at, a, b);
+    }
     Tails tails;
-    if (least <= 1.0) {
-        if (SeriesServes(at.x.hi, a, b) && BySeries(at, a, b, tails)) {
-            return tails;
-        }
-        if (SeriesServes(at.y.hi, b, a) && BySeries(at.Swapped(), b, a, tails)) {
-            return tails.Swapped();
-        }
+    if (SeriesServes(at.x.hi, a, b) && BySeries(at, a, b, tails)) {
+        return tails;
     }
-    if (least > 1.0 && PositiveSeriesServes(at.x.hi, a, b)) {
-        return Tails::FromLower(BetaPrefix(at, a, b) * PositiveSeries(at.x.hi, a, b));
-    }
-    if (least > 1.0 && PositiveSeriesServes(at.y.hi, b, a)) {
-        return Tails::FromUpper(BetaPrefix(at.Swapped(), b, a) * PositiveSeries(at.y.hi, b, a));
-    }
-    if (least >= kUniformFrom) {
-        const DoubleDouble deviance = BetaDeviance(at, a, b);
-        if (UniformDistance(deviance, least) <= kUniformReach) {
-            return a <= b ? UniformBeta(at, a, b, deviance) : UniformBeta(at.Swapped(), b, a, deviance).Swapped();
-        }
+    if (SeriesServes(at.y.hi, b, a) && BySeries(at.Swapped(), b, a, tails)) {
+        return tails.Swapped();
     }
     return ByFraction(at, a, b);
 }

@@ -125,9 +125,8 @@ Tails UniformGamma(double x, double p, DoubleDouble deviance) {
     return Assemble(deviance, eta, weight, MomentSum(kGamma, TermsNeeded(eta, p), eta, p));
 }
 
-Tails UniformBeta(const UnitPoint& at, double a, double b, DoubleDouble deviance) {
+Tails UniformBeta(double a, double b, bool isLow, DoubleDouble deviance) {
     const double distance = UniformDistance(deviance, a);
-    const bool isLow = (DoubleDouble(a) * at.y - DoubleDouble(b) * at.x).hi > 0.0;
     const double eta = isLow ? -distance : distance;
     const double sum = a + b;
     const double q = b / sum;

@@ -16,7 +16,8 @@ double UniformDistance(DoubleDouble deviance, double parameter);
 // P(p, x) and Q(p, x); p >= kUniformFrom, the distance within reach, deviance as GammaDeviance gives it.
 Tails UniformGamma(double x, double p, DoubleDouble deviance);
 
-// I_x(a, b) and its complement; kUniformFrom <= a <= b, the distance (by a) within reach, deviance as BetaDeviance.
-Tails UniformBeta(const UnitPoint& at, double a, double b, DoubleDouble deviance);
+// I_x(a, b) and its complement; kUniformFrom <= a <= b, the distance (by a) within reach, deviance as BetaDeviance,
+// isLow whether x < a/(a+b).
+Tails UniformBeta(double a, double b, bool isLow, DoubleDouble deviance);
 
 }  // namespace KwMath_930::detail

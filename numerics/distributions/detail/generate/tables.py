@@ -126,6 +126,25 @@ def reciprocals():
     return shorts, highs, lows
 
 
+def deviances():
+    """u - log(1 + u) in the middle of sixteen slices a binade, as 26 bits and what they leave, and 1/(1 + u)."""
+    out = ("// {u - log(1 + u) to 26 bits, what they leave, 1/(1 + u)} for the middles u of sixteen slices a binade from "
+           "2^-5:\n// those above 0, up to 8, and those below it, down to -3/4.\n"
+           "struct DeviancePoint {\n    double top;\n    double rest;\n    double reciprocal;\n};\n")
+    for name, sign, end in (("kDevianceAbove", 1, mpf(8)), ("kDevianceBelow", -1, mpf(3) / 4)):
+        lines = []
+        for e in range(-5, 3):
+            for k in range(16):
+                u = sign * mpf(2) ** e * (1 + (mpf(k) + mpf(1) / 2) / 16)
+                if abs(u) < end:
+                    value = u - mpmath.log1p(u)
+                    unit = mpf(2) ** (mpmath.floor(mpmath.log(value, 2)) - 25)
+                    top = mpmath.floor(value / unit) * unit
+                    lines.append("    {" + ", ".join(number(v) for v in (top, value - top, 1 / (1 + u))) + "}")
+        out += f"inline constexpr DeviancePoint {name}[{len(lines)}] = {{\n" + ",\n".join(lines) + "};\n"
+    return out
+
+
 def main():
     out = ["// Coefficient tables of the distribution kernels. Written by generate/tables.py; do not edit.",
            "#pragma once", "", "namespace KwMath_930::detail {", ""]
@@ -148,11 +167,11 @@ def main():
                         [(mpf(1) / 10 ** 8, mpf(1) / 64, 0)], 4)
     out.append(table("kStirlingSeries", "The six terms of Stirling's series for x >= 8: 1/12, then, in powers of 1/x^2, "
                      "what fits the rest.\n//", [[mpf(1) / 12] + tables[0]], error))
-    bounds = [1, 1.5, 2.25, 3.375, 5, 7.5, 10]
-    out.append(table("kStirlingError", "Error of Stirling's formula for log Gamma(x), x between kStirlingBounds[i] and "
-                     "[i+1], about the middle.\n//", *fit(stirling_error, [(lo, hi, (lo + hi) / 2)
-                                                  for lo, hi in zip(bounds, bounds[1:])], target=mpf(2) ** -56)))
-    out.append("inline constexpr double kStirlingBounds[7] = {\n" + rows([number(b) for b in bounds]) + "};\n")
+    slices = [mpf(2) ** e * (1 + mpf(k) / 4) for e in range(4) for k in range(4)] + [mpf(16)]
+    out.append(table("kStirlingError", "Error of Stirling's formula for log Gamma(x), 1 <= x < 16, four slices a binade, "
+                     "about their middles.\n//", *fit(stirling_error, [(lo, hi, (lo + hi) / 2)
+                                                  for lo, hi in zip(slices, slices[1:])], target=mpf(2) ** -56)))
+    out.append(deviances())
     for name, what, values in zip(("kShortReciprocal", "kLogReciprocalHigh", "kLogReciprocalLow"),
                                   ("Reciprocals c, of at most 11 bits, of the slices (90 + i)/128 .. (91 + i)/128, about [sqrt(1/2), sqrt(2)].",
                                    "-log c, leading double.", "-log c, what the leading double leaves."), reciprocals()):
