@@ -45,6 +45,19 @@ constexpr double kMostRough = 32.0;                     // a larger deviance wan
 constexpr std::uint64_t kTopBits = 0xfffffffff8000000;  // the upper 26 bits of a mantissa
 constexpr int kSliceShift = 48;                         // leaves the exponent and four bits of the mantissa
 
+// Which of the slices of the tables from 1 on, four a binade, x lies in, and how far from its middle.
+struct QuarterBinade {
+    std::size_t index;
+    double beside;
+
+    explicit QuarterBinade(double x) {
+        constexpr int kShift = 50;  // leaves the exponent and two bits of the mantissa
+        const std::uint64_t slice = std::bit_cast<std::uint64_t>(x) >> kShift;
+        index = slice - (std::bit_cast<std::uint64_t>(1.0) >> kShift);
+        beside = x - std::bit_cast<double>((slice << kShift) | (std::uint64_t{1} << (kShift - 1)));
+    }
+};
+
 // 1/2 - r/3 + r^2/4 - ..., so that r - log(1 + r) = r^2 times this; |r| <= 1/16.
 double SquareTail(double r) {
     static constexpr double kTerms[] = {1.0 / 2, -1.0 / 3, 1.0 / 4,  -1.0 / 5,  1.0 / 6,  -1.0 / 7,
@@ -121,10 +134,8 @@ double StirlingError(double x) {
         const double r = 1.0 / x;
         return r * Polynomial(kTerms, r * r);
     }
-    constexpr int kShift = 50;  // leaves the exponent and two bits of the mantissa
-    const std::uint64_t slice = std::bit_cast<std::uint64_t>(x) >> kShift;
-    const double middle = std::bit_cast<double>((slice << kShift) | (std::uint64_t{1} << (kShift - 1)));
-    return Polynomial(kStirlingError[slice - (std::bit_cast<std::uint64_t>(1.0) >> kShift)], x - middle);
+    const QuarterBinade at(x);
+    return Polynomial(kStirlingError[at.index], at.beside);
 }
 
 double StirlingErrorStep(double x, double a) {
@@ -139,6 +150,17 @@ double StirlingErrorStep(double x, double a) {
     const double second = Polygamma(2, middle) + r * r * (1.0 + r);
     const double fourth = Polygamma(4, middle) + 6.0 * r * r * r * r * (1.0 + 2.0 * r);
     return a * (slope + square / 24.0 * (second + square / 80.0 * fourth));
+}
+
+double HalfStep(double x) {
+    if (x < 1.0) {
+        return std::sqrt(x) * ReciprocalGamma1(x) / ((x + 0.5) * ReciprocalGamma1(x + 0.5));
+    }
+    if (x >= 16.0) {
+        return Polynomial(kHalfStepSeries, 1.0 / x - 0.03125);
+    }
+    const QuarterBinade at(x);
+    return Polynomial(kHalfStep[at.index], at.beside);
 }
 
 double ReciprocalGamma1(double x) {
@@ -190,6 +212,9 @@ double BetaPrefix(const UnitPoint& at, double a, double b) {
     if (a >= 1.0 && b >= 1.0) {
         return BetaPrefix(BetaDeviance(at, a, b, BetaShift(at, a, b)), a, b);
     }
+    if (a == 0.5) {
+        return Exp(DoubleDouble(b) * Log(at.y)) * HalfBetaPower(at, b);
+    }
     if (a < 1.0 && b < 1.0) {
         const DoubleDouble power = DoubleDouble(a) * Log(at.x) + DoubleDouble(b) * Log(at.y);
         return Exp(power) * (b / sum) * (ReciprocalGamma1(a) * ReciprocalGamma1(b) / ReciprocalGamma1(sum));
@@ -223,6 +248,11 @@ DoubleDouble LogBetaPower(const UnitPoint& at, double a, double b) {
         return DoubleDouble(a) * Log(at.x) + (DoubleDouble(LogBinomialSmall(a, b)) - share);
     }
     return DoubleDouble(a) * LogOfProduct(at.x, b) + DoubleDouble(LogGammaRatioRest(a, b));
+}
+
+double HalfBetaPower(const UnitPoint& at, double b) {
+    constexpr double kTwoByRootPi = 1.1283791670955126;
+    return kTwoByRootPi * std::sqrt(at.x.hi * b) * HalfStep(b);
 }
 
 }  // namespace KwMath_930::detail

@@ -16,6 +16,9 @@ double StirlingErrorStep(double x, double a);
 // 1/Gamma(1 + x), 0 <= x < 2.
 double ReciprocalGamma1(double x);
 
+// Gamma(x + 1/2) / (Gamma(x) sqrt x), x > 0.
+double HalfStep(double x);
+
 // p log(p/x) + x - p >= 0, the deviance of a gamma variate; x, p > 0.
 DoubleDouble GammaDeviance(double x, double p);
 
@@ -51,5 +54,8 @@ double LogBeta(double a, double b);
 
 // log of x^a / (a B(a, b)) for a <= 1: relatively accurate as a goes to 0.
 DoubleDouble LogBetaPower(const UnitPoint& at, double a, double b);
+
+// x^(1/2) / (1/2 B(1/2, b)): the same for a = 1/2, itself.
+double HalfBetaPower(const UnitPoint& at, double b);
 
 }  // namespace KwMath_930::detail

@@ -114,6 +114,10 @@ bool BySeries(const UnitPoint& at, double a, double b, Tails& tails) {
         tails = Tails::FromLower(BetaPrefix(at, a, b) * power * (1.0 + series.rest));
         return true;
     }
+    if (a == 0.5) {
+        tails = Tails::FromLower(HalfBetaPower(at, b) * (1.0 + series.rest));
+        return true;
+    }
     const DoubleDouble log = LogBetaPower(at, a, b);
     const double factor = Exp(log);
     tails = {factor * (1.0 + series.rest), -std::expm1(log.Value()) - factor * series.rest};

@@ -21,55 +21,65 @@ constexpr double kRootTwoPi = 2.5066282746310002;
 
 // Coefficients by power.
 struct Series {
-    double terms[kTerms + 1] = {};
+    double terms[kTerms + 1];
 
     constexpr double& operator[](int n) { return terms[n]; }
     constexpr double operator[](int n) const { return terms[n]; }
 };
 
-// 1/n.
+// 2/n.
 constexpr Series Reciprocals() {
     Series reciprocals{};
     for (int n = 1; n <= kTerms; ++n) {
-        reciprocals[n] = 1.0 / n;
+        reciprocals[n] = 2.0 / n;
     }
     return reciprocals;
 }
 
-constexpr Series kReciprocal = Reciprocals();
+constexpr Series kTwoBy = Reciprocals();
+
+// Sum of mu[i] mu[n - i] over 3 <= i <= n - 3.
+constexpr double InnerSquare(const Series& mu, int n) {
+    double even = 0.0;  // two sums, because one waits for its own last term
+    double odd = 0.0;
+    int low = 3;
+    int high = n - 3;
+    for (; low + 1 < high - 1; low += 2, high -= 2) {
+        even += mu[low] * mu[high];
+        odd += mu[low + 1] * mu[high - 1];
+    }
+    if (low < high) {
+        even += mu[low++] * mu[high--];
+    }
+    const double pairs = 2.0 * (even + odd);
+    return low == high ? pairs + mu[low] * mu[low] : pairs;
+}
 
 // Coefficients g_0 .. g_(terms-1) of eta/mu for the share p and q = 1 - p, from a root of q.
 constexpr void ExpandDensity(double p, double q, double rootQ, int terms, Series& g) {
-    Series mu{};      // mu_1 eta + mu_2 eta^2 + ...
-    Series square{};  // of mu
+    Series mu;      // mu_1 eta + mu_2 eta^2 + ...
+    Series square;  // of mu
     const double skew = q - p;
     const double perSlope = 0.5 / rootQ;
     const double perQ = 1.0 / q;
     mu[1] = rootQ;
+    mu[2] = kTwoBy[3] * skew * rootQ * perSlope;
+    square[1] = 0.0;
     square[2] = q;
-    for (int n = 3; n <= terms + 1; ++n) {
-        const double squareN = 2.0 * (skew * mu[n - 2] - p * square[n - 2]) * kReciprocal[n];
-        // Two sums, because one waits for its own last term.
-        double even = 0.0;
-        double odd = 0.0;
-        int i = 2;
-        for (; i < (n - 1) / 2; i += 2) {
-            even += mu[i] * mu[n - i];
-            odd += mu[i + 1] * mu[n - i - 1];
-        }
-        if (i == (n - 1) / 2) {
-            even += mu[i] * mu[n - i];
-        }
-        double mixed = 2.0 * (even + odd);
-        if (n % 2 == 0) {
-            mixed += mu[n / 2] * mu[n / 2];
-        }
-        mu[n - 1] = (squareN - mixed) * perSlope;
-        square[n] = squareN;
+    square[3] = kTwoBy[3] * skew * rootQ;
+    square[4] = kTwoBy[4] * (skew * mu[2] - p * q);
+    mu[3] = (square[4] - mu[2] * mu[2]) * perSlope;
+    for (int n = 5; n <= terms + 1; ++n) {
+        // What needs the last coefficient comes last: the next one waits for it.
+        const double factor = kTwoBy[n];
+        const double known = factor * p * square[n - 2];
+        square[n] = factor * skew * mu[n - 2] - known;
+        mu[n - 1] = mu[n - 2] * ((factor * skew - 2.0 * mu[2]) * perSlope) - (known + InnerSquare(mu, n)) * perSlope;
     }
     g[0] = 1.0 / rootQ;
-    for (int n = 1; n < terms; ++n) {
-        g[n] = ((n + 1) * mu[n + 1] - (n == 1 ? skew : 0.0) + p * mu[n - 1]) * perQ;
+    g[1] = (2.0 * mu[2] - skew) * perQ;
+    for (int n = 2; n < terms; ++n) {
+        g[n] = ((n + 1) * mu[n + 1] + p * mu[n - 1]) * perQ;
     }
 }
 

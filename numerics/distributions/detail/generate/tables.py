@@ -113,6 +113,10 @@ def stirling_error(x):
     return mpmath.loggamma(x) - (x - mpf(1) / 2) * mpmath.log(x) + x - mpmath.log(2 * mpmath.pi) / 2
 
 
+def half_step(x):
+    return mpmath.exp(mpmath.loggamma(x + mpf(1) / 2) - mpmath.loggamma(x)) / mpmath.sqrt(x)
+
+
 def reciprocals():
     """Short reciprocals c of the slices [k/128, (k+1)/128], 90 <= k <= 181, and -log c in two doubles."""
     shorts, highs, lows = [], [], []
@@ -172,6 +176,10 @@ def main():
                      "about their middles.\n//", *fit(stirling_error, [(lo, hi, (lo + hi) / 2)
                                                   for lo, hi in zip(slices, slices[1:])], target=mpf(2) ** -56)))
     out.append(deviances())
+    out.append(table("kHalfStep", "Gamma(x + 1/2) / (Gamma(x) sqrt x), slices as of kStirlingError.\n//",
+                     *fit(half_step, [(lo, hi, (lo + hi) / 2) for lo, hi in zip(slices, slices[1:])])))
+    out.append(table("kHalfStepSeries", "The same for x >= 16 in powers of 1/x - 1/32.\n//",
+                     *fit(lambda r: half_step(1 / r) if r > 0 else mpf(1), [(0, mpf(1) / 16, mpf(1) / 32)])))
     for name, what, values in zip(("kShortReciprocal", "kLogReciprocalHigh", "kLogReciprocalLow"),
                                   ("Reciprocals c, of at most 11 bits, of the slices (90 + i)/128 .. (91 + i)/128, about [sqrt(1/2), sqrt(2)].",
                                    "-log c, leading double.", "-log c, what the leading double leaves."), reciprocals()):
