@@ -215,6 +215,9 @@ double BetaPrefix(const UnitPoint& at, double a, double b) {
     if (a == 0.5) {
         return Exp(DoubleDouble(b) * Log(at.y)) * HalfBetaPower(at, b);
     }
+    if (b == 0.5) {
+        return Exp(DoubleDouble(a) * Log(at.x)) * HalfBetaPower(at.Swapped(), a) * (0.5 / a);
+    }
     if (a < 1.0 && b < 1.0) {
         const DoubleDouble power = DoubleDouble(a) * Log(at.x) + DoubleDouble(b) * Log(at.y);
         return Exp(power) * (b / sum) * (ReciprocalGamma1(a) * ReciprocalGamma1(b) / ReciprocalGamma1(sum));

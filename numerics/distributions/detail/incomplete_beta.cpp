@@ -32,10 +32,12 @@ double Fraction(const UnitPoint& at, double a, double b, double lambda) {
     double d = 0.0;
     double difference = 0.0;
     double sum = 0.0;
+    double perOdd = 1.0 / (a + 1.0);
     for (int n = 1; n < kMostSteps && (n < 3 || std::abs(difference) > 0.05 * kEpsilon * std::abs(sum)); ++n) {
-        const double odd = a + 2.0 * n - 1.0;
-        const double numerator = ((a + n - 1.0) / odd) * ((a + b + n - 1.0) / odd) * (n * (b - n) * x * x);
-        const double denominator = n + n * (b - n) * x / odd + ((a + n) / (odd + 2.0)) * (lambda + 1.0 + n * step);
+        const double perNext = 1.0 / (a + 2.0 * n + 1.0);
+        const double share = n * (b - n) * x * perOdd;
+        const double numerator = ((a + n - 1.0) * perOdd) * ((a + b + n - 1.0) * share) * x;
+        const double denominator = n + share + ((a + n) * perNext) * (lambda + 1.0 + n * step);
         const double next = 1.0 / (denominator + numerator * d);
         if (n == 1) {
             first = numerator;
@@ -45,6 +47,7 @@ double Fraction(const UnitPoint& at, double a, double b, double lambda) {
         }
         sum += difference;
         d = next;
+        perOdd = perNext;
     }
     return (a / (a + 1.0)) * (lambda + 1.0) + first * sum;
 }
@@ -108,14 +111,14 @@ bool BySeries(const UnitPoint& at, double a, double b, Tails& tails) {
     if (!series.converged) {
         return false;
     }
-    if (a > 1.0) {
-        // The leading factor without y^b: y is at least 1 - kSeriesReach here, and b at most 1.
-        const double power = std::exp(-b * Log(at.y).hi);
-        tails = Tails::FromLower(BetaPrefix(at, a, b) * power * (1.0 + series.rest));
-        return true;
-    }
     if (a == 0.5) {
         tails = Tails::FromLower(HalfBetaPower(at, b) * (1.0 + series.rest));
+        return true;
+    }
+    if (a > 1.0 || (b == 0.5 && a > 0.5)) {
+        // The leading factor without y^b: y is at least 1 - kSeriesReach here, and b at most 1.
+        const double power = b == 0.5 ? 1.0 / std::sqrt(at.y.hi) : std::exp(-b * Log(at.y).hi);
+        tails = Tails::FromLower(BetaPrefix(at, a, b) * power * (1.0 + series.rest));
         return true;
     }
     const DoubleDouble log = LogBetaPower(at, a, b);
@@ -174,13 +177,13 @@ double PeizerPratt(double x) {
 
 BetaSeries SumBetaSeries(double x, double a, double b) {
     BetaSeries series;
-    double factor = 1.0;
+    double factor = a;
+    const double end = a * kBetaSeriesEnd;
     for (series.terms = 1; series.terms < kBetaSeriesTerms; ++series.terms) {
         const double n = series.terms;
-        factor *= (n - b) / n * x;
-        const double term = a * factor / (a + n);
-        series.rest += term;
-        if (std::abs(factor) < kBetaSeriesEnd) {
+        factor *= (n - b) * x / n;
+        series.rest += factor / (a + n);
+        if (std::abs(factor) < end) {
             series.converged = true;
             break;
         }
