@@ -21,8 +21,9 @@ namespace KwMath_930::detail {
 
 namespace {
 
-constexpr int kBlock = 16;
+constexpr int kBlock = 48;
 constexpr double kNegligible = 1e-19;
+constexpr double kOutOfSight = 1e-24;
 constexpr double kMostIndex = 2e9;
 constexpr int kMostMixtureTerms = 2000000;  // some 18 sqrt(kMostIndex) are the most that a sum takes
 // From this half a squared non-centrality on the integral over the scale is shorter than the mixture; above this
@@ -50,7 +51,13 @@ struct RunningShape {
     double Correct(double value, double tilt) const { return value + value * (exact.lo * tilt); }
 };
 
-// P(a + k, z) as k runs: F(k) - F(k + 1) = Step(k).
+// The larger root of k^2 + slope k + rest, at least 0.
+double LargerRoot(double slope, double rest) {
+    const double root = std::sqrt(std::max(0.0, slope * slope - 4.0 * rest));
+    return std::max(0.0, slope > 0.0 ? -2.0 * rest / (slope + root) : 0.5 * (root - slope));
+}
+
+// P(a + k, z) as k runs: it falls by Step(k) from k to k + 1.
 struct GammaFamily {
     double z;
     double a;
@@ -66,8 +73,11 @@ struct GammaFamily {
         const RunningShape shape(a, k);
         return shape.Correct(GammaPrefix(z, shape.exact.hi), Tilt(shape.exact.hi));
     }
-    // Step(k) / Step(k - 1)
+    // Step(k) / Step(k - 1), and by how much, relatively, rounding of its constant factor takes it off.
     double Growth(double k) const { return z / (a + k); }
+    double Drift() const { return 0.0; }
+    // Where Growth(k) half is k + shift.
+    double Crossing(double half, double shift) const { return LargerRoot(a + shift, a * shift - half * z); }
 };
 
 // I_x(a + k, b) as k runs.
@@ -89,73 +99,143 @@ struct BetaFamily {
         return shape.exact.lo != 0.0 ? shape.Correct(step, Tilt(shape.exact.hi)) : step;
     }
     double Growth(double k) const { return at.x.hi * ((a + (k - 1.0) + b) / (a + k)); }
+    double Drift() const { return at.x.lo / at.x.hi; }
+    double Crossing(double half, double shift) const {
+        const double scaled = half * at.x.hi;
+        return LargerRoot(a + shift - scaled, a * shift - scaled * (a + b - 1.0));
+    }
 };
 
-// The index at which the terms stop growing: the last j at which ratio(j) = term(j)/term(j - 1) is at least 1.
-template <class Ratio>
-double LastGrowing(const Ratio& ratio, double most) {
-    double low = 0.0;
-    double high = most;
-    while (high - low > 1.0) {
-        const double middle = std::floor(0.5 * (low + high));
-        (ratio(middle) >= 1.0 ? low : high) = middle;
-    }
-    return low;
-}
+// A sum in two doubles, the second of which waits to the end.
+struct RunningSum {
+    double sum = 0.0;
+    double rest = 0.0;
 
-// Sum of weight(j) value(j), weight(j) = half^(j + shift) exp(-half)/Gamma(j + shift + 1): lower tails from the top
-// down, upper tails from the bottom up, each in the direction in which value only grows by Step.
+    void Add(double term) {
+        const DoubleDouble next = TwoSum(sum, term);
+        sum = next.hi;
+        rest += next.lo;
+    }
+    double Value() const { return sum + rest; }
+};
+
+// Sum of weight(j) F(j), weight(j) = half^(j + shift) exp(-half)/Gamma(j + shift + 1), F the lower or the upper tail of
+// a family, in parts: with the weight W(k) of all j <= k the lower one is the sum of Step(k) W(k), with that of all j >
+// k the upper one is the sum of Step(k) W(k) beside the tail at 0, and all terms are positive. W is summed towards the
+// largest term and beyond; where no weight is left, F itself is what is left of its steps. Weights and steps follow
+// from those at the largest term, or every kBlock terms anew, so that no error builds up.
 template <class Family>
-double Mixture(const Family& family, double half, double shift, bool isLower, double tol) {
-    const auto ratio = [&](double j) {
-        const double growth = family.Growth(j);
-        return half / (j + shift) * (isLower ? std::min(1.0, growth) : std::max(1.0, family.Growth(j - 1.0)));
+class Mixture {
+public:
+    Mixture(const Family& family, double half, double shift, bool isLower, double tol)
+        : family_(family), half_(half), shift_(shift), isLower_(isLower), end_(EndOf(tol)), drift_(family.Drift()) {}
+
+    double Sum() {
+        const double centre = std::max(0.0, half_ - shift_);
+        const bool isRising = family_.Growth(std::max(1.0, centre)) > 1.0;  // the steps grow where the weights are
+        const double largest = isRising == isLower_ ? centre : family_.Crossing(half_, shift_);
+        const Point mode = At(std::floor(std::min(largest, kMostIndex)));
+        for (double blocks = BlocksBehind(mode); blocks >= 0.0; blocks -= 1.0) {
+            AddBehind(blocks > 0.0 ? At(mode.index - direction() * (kBlock * blocks)) : mode);
+        }
+        return AddAhead(mode);
+    }
+
+private:
+    struct Point {
+        double index;
+        double weight;
+        double step;
     };
-    const double mode = LastGrowing(ratio, kMostIndex);
-    const auto valueAt = [&](double j) { return isLower ? family.Lower(j) : family.Upper(j); };
-    if (!(GammaPrefix(half, mode + shift) * valueAt(mode) > 0.0)) {
-        return 0.0;  // the largest term underflows
+
+    double direction() const { return isLower_ ? 1.0 : -1.0; }
+    Point At(double k) const { return {k, GammaPrefix(half_, k + shift_), family_.Step(k)}; }
+    void MoveUp(Point& at) const {
+        at.index += 1.0;
+        at.weight *= half_ / (at.index + shift_);
+        at.step *= family_.Growth(at.index);
     }
-    double j = mode;
-    double size = 1.0;
-    for (int n = 0; n < kMostMixtureTerms && size > kNegligible * 1e-2 && (isLower || j > 0.0); ++n) {
-        if (isLower) {
-            size *= ratio(++j);
-        } else {
-            size /= ratio(j--);
+    void MoveDown(Point& at) const {
+        at.weight *= (at.index + shift_) / half_;
+        at.step /= family_.Growth(at.index);
+        at.index -= 1.0;
+    }
+    void Move(Point& at, bool ahead) const { ahead == isLower_ ? MoveUp(at) : MoveDown(at); }
+
+    // How many blocks behind the mode the weights still matter.
+    double BlocksBehind(const Point& mode) const {
+        double blocks = 0.0;
+        for (; blocks < kMostMixtureTerms / kBlock; blocks += 1.0) {
+            const double index = mode.index - direction() * (kBlock * (blocks + 1.0));
+            if (index < 0.0) {
+                break;
+            }
+            const Point at = At(index);
+            if (!(at.weight / mode.weight * std::max(1.0, at.step / mode.step) > kOutOfSight)) {
+                break;
+            }
+        }
+        return blocks;
+    }
+
+    // The block that ends with at, from behind.
+    void AddBehind(const Point& last) {
+        Point block[kBlock];
+        int count = 0;
+        for (Point at = last; count < kBlock; Move(at, false)) {
+            block[count++] = at;
+            if (at.index == 0.0 && isLower_) {
+                break;
+            }
+        }
+        const double drift = -direction() * drift_;
+        while (count-- > 0) {
+            Add(block[count], drift * count);
         }
     }
-    const double end = EndOf(tol);
-    const double direction = isLower ? -1.0 : 1.0;
-    DoubleDouble value(valueAt(j));
-    DoubleDouble total;
-    double weight = 0.0;
-    double step = 0.0;
-    for (int n = 0; n < kMostMixtureTerms; ++n, j += direction) {
-        if (n % kBlock == 0) {
-            weight = GammaPrefix(half, j + shift);
-            step = isLower ? (j > 0.0 ? family.Step(j - 1.0) : 0.0) : family.Step(j);
+
+    // What follows the mode.
+    double AddAhead(Point at) {
+        const double drift = direction() * drift_;
+        double term = total_.sum;
+        for (int n = 1; n < kMostMixtureTerms && term >= 0.0; ++n) {
+            if (at.weight <= end_ * weights_.sum || (!isLower_ && at.index == 0.0)) {
+                return total_.Value() +
+                       weights_.Value() * (isLower_ ? family_.Lower(at.index + 1.0) : family_.Upper(at.index));
+            }
+            Move(at, true);
+            if (n % kBlock == 0) {
+                at = At(at.index);
+            }
+            term = Add(at, drift * (n % kBlock));
+            if (term <= end_ * total_.sum) {
+                return total_.Value();
+            }
         }
-        const double term = weight * value.hi;
-        total = total + DoubleDouble(term);
-        const bool isPastMode = isLower ? j <= mode : j >= mode;
-        if (!(term >= 0.0)) {
-            break;
-        }
-        if ((isLower && j == 0.0) || (isPastMode && term <= end * total.hi)) {
-            return total.Value();
-        }
-        value = value + DoubleDouble(step);
-        if (isLower) {
-            weight *= (j + shift) / half;
-            step /= j > 1.0 ? family.Growth(j - 1.0) : 1.0;
-        } else {
-            weight *= half / (j + 1.0 + shift);
-            step *= family.Growth(j + 1.0);
-        }
+        return std::numeric_limits<double>::quiet_NaN();
     }
-    return std::numeric_limits<double>::quiet_NaN();
-}
+
+    double Add(const Point& at, double drift) {
+        if (isLower_) {
+            weights_.Add(at.weight);
+        }
+        const double term = (at.step + at.step * drift) * weights_.Value();
+        total_.Add(term);
+        if (!isLower_) {
+            weights_.Add(at.weight);
+        }
+        return term;
+    }
+
+    Family family_;
+    double half_;
+    double shift_;
+    bool isLower_;
+    double end_;
+    double drift_;
+    RunningSum weights_;
+    RunningSum total_;
+};
 
 // exp(x) - 1 - x.
 double ExpRest(double x) {
@@ -326,8 +406,8 @@ double NormalMixture(double t, double df, double delta, bool isUpper, double end
 // P(T > t) or P(T <= t), t > 0, by the Poisson mixtures.
 double PoissonMixture(const UnitPoint& at, double df, double delta, bool isUpper, double tol) {
     const double half = 0.5 * delta * delta;
-    const double sum = Mixture(BetaFamily{at, 0.5, 0.5 * df}, half, 0.0, !isUpper, tol) +
-                       Mixture(BetaFamily{at, 1.0, 0.5 * df}, half, 0.5, !isUpper, tol);
+    const double sum = Mixture(BetaFamily{at, 0.5, 0.5 * df}, half, 0.0, !isUpper, tol).Sum() +
+                       Mixture(BetaFamily{at, 1.0, 0.5 * df}, half, 0.5, !isUpper, tol).Sum();
     return isUpper ? 0.5 * sum : 0.5 * Erfc(delta * kRootHalf) + 0.5 * sum;
 }
 
@@ -351,7 +431,7 @@ double NoncentralGamma(Tail tail, double z, double a, double half, double tol) {
         return tail == Tail::kLower ? tails.lower : tails.upper;
     }
     const Tail formed = z > a + half ? Tail::kUpper : Tail::kLower;
-    const double value = Mixture(GammaFamily{z, a}, half, 0.0, formed == Tail::kLower, tol);
+    const double value = Mixture(GammaFamily{z, a}, half, 0.0, formed == Tail::kLower, tol).Sum();
     return formed == tail ? value : 1.0 - value;
 }
 
@@ -370,7 +450,7 @@ double NoncentralBeta(Tail tail, const UnitPoint& at, double a, double b, double
     // A b below 1 heaps up what lies at 1: there the mean says little about the larger tail.
     const bool isRight = b < 1.0 ? IncompleteBeta(at, a + half, b).lower > 0.5 : at.x.hi * b > at.y.hi * (a + half);
     const Tail formed = isRight ? Tail::kUpper : Tail::kLower;
-    const double value = Mixture(BetaFamily{at, a, b}, half, 0.0, formed == Tail::kLower, tol);
+    const double value = Mixture(BetaFamily{at, a, b}, half, 0.0, formed == Tail::kLower, tol).Sum();
     return formed == tail ? value : 1.0 - value;
 }
 
