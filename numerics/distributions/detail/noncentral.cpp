@@ -14,6 +14,7 @@
 #include "numerics/distributions/detail/error_function.h"
 #include "numerics/distributions/detail/incomplete_beta.h"
 #include "numerics/distributions/detail/incomplete_gamma.h"
+#include "numerics/distributions/detail/polynomial.h"
 #include "numerics/distributions/detail/t_and_f.h"
 #include "numerics/power/KwPower.h"
 
@@ -73,8 +74,9 @@ struct GammaFamily {
         const RunningShape shape(a, k);
         return shape.Correct(GammaPrefix(z, shape.exact.hi), Tilt(shape.exact.hi));
     }
-    // Step(k) / Step(k - 1), and by how much, relatively, rounding of its constant factor takes it off.
+    // Step(k) / Step(k - 1), its reciprocal, and by how much, relatively, rounding of its constant factor takes it off.
     double Growth(double k) const { return z / (a + k); }
+    double Shrinkage(double k) const { return (a + k) / z; }
     double Drift() const { return 0.0; }
     // Where Growth(k) half is k + shift.
     double Crossing(double half, double shift) const { return LargerRoot(a + shift, a * shift - half * z); }
@@ -98,7 +100,8 @@ struct BetaFamily {
         const double step = BetaPrefix(at, shape.exact.hi, b);
         return shape.exact.lo != 0.0 ? shape.Correct(step, Tilt(shape.exact.hi)) : step;
     }
-    double Growth(double k) const { return at.x.hi * ((a + (k - 1.0) + b) / (a + k)); }
+    double Growth(double k) const { return at.x.hi * (a + (k - 1.0) + b) / (a + k); }
+    double Shrinkage(double k) const { return (a + k) / (at.x.hi * (a + (k - 1.0) + b)); }
     double Drift() const { return at.x.lo / at.x.hi; }
     double Crossing(double half, double shift) const {
         const double scaled = half * at.x.hi;
@@ -135,9 +138,15 @@ public:
         const bool isRising = family_.Growth(std::max(1.0, centre)) > 1.0;  // the steps grow where the weights are
         const double largest = isRising == isLower_ ? centre : family_.Crossing(half_, shift_);
         const Point mode = At(std::floor(std::min(largest, kMostIndex)));
-        for (double blocks = BlocksBehind(mode); blocks >= 0.0; blocks -= 1.0) {
-            AddBehind(blocks > 0.0 ? At(mode.index - direction() * (kBlock * blocks)) : mode);
+        Block nearest;
+        if (!Fill(mode, mode, nearest)) {
+            for (double blocks = BlocksBehind(mode); blocks > 0.0; blocks -= 1.0) {
+                Block block;
+                Fill(At(mode.index - direction() * (kBlock * blocks)), mode, block);
+                AddBlock(block);
+            }
         }
+        AddBlock(nearest);
         return AddAhead(mode);
     }
 
@@ -146,6 +155,10 @@ private:
         double index;
         double weight;
         double step;
+    };
+    struct Block {
+        Point points[kBlock];
+        int count;
     };
 
     double direction() const { return isLower_ ? 1.0 : -1.0; }
@@ -157,7 +170,7 @@ private:
     }
     void MoveDown(Point& at) const {
         at.weight *= (at.index + shift_) / half_;
-        at.step /= family_.Growth(at.index);
+        at.step *= family_.Shrinkage(at.index);
         at.index -= 1.0;
     }
     void Move(Point& at, bool ahead) const { ahead == isLower_ ? MoveUp(at) : MoveDown(at); }
@@ -178,19 +191,23 @@ private:
         return blocks;
     }
 
-    // The block that ends with at, from behind.
-    void AddBehind(const Point& last) {
-        Point block[kBlock];
-        int count = 0;
-        for (Point at = last; count < kBlock; Move(at, false)) {
-            block[count++] = at;
-            if (at.index == 0.0 && isLower_) {
-                break;
+    // The points from last on backwards; true if beyond them no weight matters.
+    bool Fill(const Point& last, const Point& mode, Block& block) const {
+        const double least = kOutOfSight * mode.weight * mode.step;
+        block.count = 0;
+        for (Point at = last; block.count < kBlock; Move(at, false)) {
+            block.points[block.count++] = at;
+            if ((isLower_ && at.index == 0.0) || at.weight * std::max(at.step, mode.step) < least) {
+                return true;
             }
         }
+        return false;
+    }
+
+    void AddBlock(const Block& block) {
         const double drift = -direction() * drift_;
-        while (count-- > 0) {
-            Add(block[count], drift * count);
+        for (int i = block.count; i-- > 0;) {
+            Add(block.points[i], drift * i);
         }
     }
 
@@ -237,40 +254,44 @@ private:
     RunningSum total_;
 };
 
+// exp(2x) - 1 - 2x from rest = exp(x) - 1 - x, without cancellation.
+double DoubledRest(double x, double rest) {
+    return 2.0 * rest + (x + rest) * (x + rest);
+}
+
 // exp(x) - 1 - x.
 double ExpRest(double x) {
     if (std::abs(x) > 0.5) {
         return std::expm1(x) - x;
     }
-    double term = 0.5 * x * x;
-    double sum = 0.0;
-    for (int n = 3; std::abs(term) > 1e-18 * sum && n < 24; ++n) {
-        sum += term;
-        term *= x / n;
-    }
-    return sum;
+    static constexpr double kTerms[] = {1.0 / 2,       1.0 / 6,        1.0 / 24,       1.0 / 120,
+                                        1.0 / 720,     1.0 / 5040,     1.0 / 40320,    1.0 / 362880,
+                                        1.0 / 3628800, 1.0 / 39916800, 1.0 / 479001600};
+    const double half = 0.5 * x;
+    return DoubledRest(half, half * half * Polynomial(kTerms, half));
 }
 
-// The integral of integrand(d) over d, its peak of about 1 near d = 0, of width about 1/sqrt(curvature); it ends at
-// terms of end times the sum.
+// The integral of integrand(d) over d, its peak near d = 0, of width about 1/sqrt(curvature); it ends at terms of end
+// times the sum. A narrow peak is all but Gaussian and wants no more than even nodes.
 template <class Integrand>
 double Trapezoid(const Integrand& integrand, double curvature, double end) {
-    constexpr double kStep = 0.125;
     constexpr int kMostNodes = 1000;
+    const bool isEven = curvature > 16.0;
+    const double step = curvature > 64.0 ? 0.25 : isEven ? 0.1875 : 0.15625;
     const double scale = std::min(0.5, 1.0 / std::sqrt(curvature));
     double sum = 2.0 * integrand(0.0);
     for (const double direction : {-1.0, 1.0}) {
         for (int i = 1; i < kMostNodes; ++i) {
-            const double v = direction * kStep * i;
-            const double bend = std::exp(-v);
-            const double term = (1.0 + bend) * integrand(scale * (v + (1.0 - bend)));
+            const double v = direction * step * i;
+            const double bend = isEven ? 1.0 : std::exp(-v);
+            const double term = (1.0 + bend) * integrand(scale * (isEven ? 2.0 * v : v + (1.0 - bend)));
             sum += term;
             if (term < end * sum) {
                 break;
             }
         }
     }
-    return kStep * scale * sum;
+    return step * scale * sum;
 }
 
 // s times the density of s = sqrt(chi-square/df); what rounding takes from df s^2/2 is put back.
@@ -333,13 +354,14 @@ double ScaleMixture::Integral(double end) const {
     const double mills = Mills(z);
     const double drift = df * (1.0 - s) * (1.0 + s);
     const double spread = 0.5 * df * s * s;
+    const double pull = sign * t * s;
     // Phi(-z) = exp(-z^2/2) E(z)/2 for z > 0: beside the peak the exponentials are divided by the peak's.
-    const double height = z > 0.0 ? ScaledErfc(z * kRootHalf) : Erfc(z * kRootHalf);
     const double level = z > 0.0 ? 0.5 * z * z : 0.0;
     const auto integrand = [&](double x) {
-        const double shift = sign * t * s * std::expm1(x);
+        const double rest = ExpRest(x);
+        const double shift = pull * (x + rest);
         const double at = z + shift;
-        double exponent = drift * x - spread * ExpRest(2.0 * x);
+        double exponent = drift * x - spread * DoubledRest(x, rest);
         double factor = 0.0;
         if (at > 0.0) {
             exponent -= z > 0.0 ? shift * (z + 0.5 * shift) : 0.5 * at * at;
@@ -348,10 +370,10 @@ double ScaleMixture::Integral(double end) const {
             exponent += level;
             factor = Erfc(at * kRootHalf);
         }
-        return KwPower::ExpUnderflow(exponent) ? 0.0 : std::exp(exponent) * factor / height;
+        return KwPower::ExpUnderflow(exponent) ? 0.0 : std::exp(exponent) * factor;
     };
     const double integral = Trapezoid(integrand, Curvature(s, z, mills), end);
-    const double edge = 0.5 * height * (z > 0.0 ? ExpHalfSquare(z) * (1.0 - mills * exactZ.lo) : 1.0);
+    const double edge = 0.5 * (z > 0.0 ? ExpHalfSquare(z) * (1.0 - mills * exactZ.lo) : 1.0);
     return edge * WeightedScale(s, df) * integral;
 }
 
@@ -490,7 +512,8 @@ double NoncentralTDensity(double t, double df, double delta) {
     }
     const double integral = Trapezoid(
         [&](double x) {
-            const double exponent = cross * ExpRest(x) - square * ExpRest(2.0 * x);
+            const double rest = ExpRest(x);
+            const double exponent = cross * rest - square * DoubledRest(x, rest);
             return KwPower::ExpUnderflow(exponent) ? 0.0 : std::exp(exponent);
         },
         4.0 * square - cross, kNegligible);
