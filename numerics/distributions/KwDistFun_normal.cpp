@@ -21,6 +21,7 @@ using detail::IsPositive;
 using detail::Missing;
 using detail::Polynomial;
 using detail::ScaledErfc;
+using detail::TwoProduct;
 using detail::TwoSum;
 
 namespace {
@@ -29,11 +30,15 @@ constexpr double kInverseRootTwoPi = 0.3989422804014327;
 
 // (x - mean)/sd with what its rounding leaves, so that a far tail does not see the rounding.
 DoubleDouble Standardise(double x, double mean, double sd) {
-    const double z = (x - mean) / sd;
-    if (!(std::abs(z) < 50.0) || !(std::abs(x) < 1e280) || !(std::abs(mean) < 1e280) || sd < 1e-280 || sd > 1e280) {
+    const double difference = x - mean;
+    const double z = difference / sd;
+    constexpr double kLargest = 1e280;
+    if (!(std::abs(z) < 50.0 && sd < kLargest && sd > 1.0 / kLargest)) {
         return z;
     }
-    return TwoSum(x, -mean) / DoubleDouble(sd);
+    const DoubleDouble product = TwoProduct(z, sd);
+    const double rest = ((difference - product.hi) - product.lo) + TwoSum(x, -mean).lo;
+    return {z, rest * (1.0 / sd)};
 }
 
 // The z > 1 that cuts off tail, one Newton step from an approximation.
@@ -150,8 +155,8 @@ double KwDistFun::PdfNormal(double x, double mean, double sd) {
         return Missing();
     }
     const DoubleDouble z = Standardise(x, mean, sd);
-    const double height = ExpHalfSquare(z.hi);
-    return FiniteOrMissing(kInverseRootTwoPi * (height - height * (z.hi * z.lo)) / sd);
+    const double height = ExpHalfSquare(z);
+    return height > 0.0 ? FiniteOrMissing(height * (kInverseRootTwoPi / sd)) : 0.0;
 }
 
 double KwDistFun::IdfStdNorm(double p) {
@@ -159,11 +164,10 @@ double KwDistFun::IdfStdNorm(double p) {
 }
 
 double KwDistFun::IdfNorm(double p, double mean, double sd) {
-    const double z = probit(p);
-    if (z == Missing() || !std::isfinite(mean) || !IsPositive(sd)) {
+    if (!(p > 0.0 && p < 1.0) || !std::isfinite(mean) || !IsPositive(sd)) {
         return Missing();
     }
-    return FiniteOrMissing(mean + sd * z);
+    return FiniteOrMissing(mean + sd * probit(p));
 }
 
 }  // namespace KwMath_930

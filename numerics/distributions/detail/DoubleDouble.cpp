@@ -17,7 +17,6 @@ namespace {
 
 constexpr double kLog2High = 0x1.62e42fefa3800p-1;  // its last bits are 0: times an exponent it is exact
 constexpr double kLog2Low = 0x1.ef35793c76730p-45;
-constexpr std::uint64_t kTopBits = 0xfffffffff8000000;  // the upper 26 bits of a mantissa: times 11 bits it is exact
 constexpr std::uint64_t kMantissaBits = 0x000fffffffffffff;
 constexpr std::uint64_t kHalfBits = 0x3fe0000000000000;
 constexpr double kThird[2] = {0x1.5555555555555p-2, 0x1.5555555555555p-56};
@@ -40,7 +39,7 @@ double QuarticTail(double u) {
 DoubleDouble LogMantissa(double m, double low) {
     const int slice = static_cast<int>(m * 128.0) - 90;
     const double c = kShortReciprocal[slice];
-    const double top = std::bit_cast<double>(std::bit_cast<std::uint64_t>(m) & kTopBits);
+    const double top = TopHalf(m);
     const DoubleDouble r = QuickTwoSum(top * c - 1.0, (m - top) * c + low * c);
     const DoubleDouble square = Square(r);
     const double cubic = square.hi * r.hi * CubicTail(r.hi);

@@ -3,6 +3,9 @@
 // it). Source: Dekker, A floating-point technique for extending the available precision, Numer. Math. 18 (1971).
 #pragma once
 
+#include <bit>
+#include <cstdint>
+
 namespace KwMath_930::detail {
 
 struct DoubleDouble {
@@ -25,6 +28,11 @@ inline DoubleDouble TwoSum(double a, double b) {
 inline DoubleDouble QuickTwoSum(double a, double b) {
     const double sum = a + b;
     return {sum, b - (sum - a)};
+}
+
+// The upper 26 bits of the mantissa: the square of it, or its product with another, is exact.
+inline double TopHalf(double a) {
+    return std::bit_cast<double>(std::bit_cast<std::uint64_t>(a) & 0xfffffffff8000000);
 }
 
 // a * b exactly.

@@ -13,7 +13,8 @@ namespace KwMath_930::detail {
 
 namespace {
 
-constexpr double kErfcEnd = 27.3;  // beyond it erfc is 0 in double precision
+constexpr double kErfcEnd = 27.3;            // beyond it erfc is 0 in double precision
+constexpr double kSquareEnd = 2.0 * 708.39;  // beyond it exp(-x^2/2) is 0, as everywhere in the library
 constexpr double kInverseRootPi = 0.5641895835477563;
 
 // exp(-(hi + lo)) for a square that DoubleDouble holds.
@@ -58,12 +59,15 @@ double Erf(double x) {
     return x > 0.0 ? value : -value;
 }
 
-double ExpHalfSquare(double x) {
-    if (std::abs(x) > 40.0) {
+double ExpHalfSquare(DoubleDouble x) {
+    const double square = x.hi * x.hi;
+    if (square > kSquareEnd) {
         return 0.0;
     }
-    const DoubleDouble square = TwoProduct(x, x);
-    return ExpOfMinus({0.5 * square.hi, 0.5 * square.lo});
+    const double top = TopHalf(x.hi);
+    const double rest = (top * top - square) + (x.hi - top) * (x.hi + top);
+    const double leading = std::exp(-0.5 * square);
+    return leading - leading * (0.5 * rest + x.hi * x.lo);
 }
 
 }  // namespace KwMath_930::detail

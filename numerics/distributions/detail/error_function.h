@@ -1,6 +1,8 @@
 // The error function's kernels: erf, erfc and erfc scaled by exp(x^2).
 #pragma once
 
+#include "numerics/distributions/detail/DoubleDouble.h"
+
 namespace KwMath_930::detail {
 
 // erf(x).
@@ -13,6 +15,6 @@ double Erfc(double x);
 double ScaledErfc(double x);
 
 // exp(-x^2 / 2), the rounding of x^2 made good; 0 where the exponent is below -708.39.
-double ExpHalfSquare(double x);
+double ExpHalfSquare(DoubleDouble x);
 
 }  // namespace KwMath_930::detail

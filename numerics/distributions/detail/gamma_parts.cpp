@@ -41,9 +41,8 @@ double Polygamma(int order, double x) {
 constexpr double kNear = 0x1p-5;      // shares of the shape up to which a deviance is a short series
 constexpr double kTabulatedTo = 8.0;  // and those up to which it is tabulated
 constexpr double kTabulatedFrom = -0.75;
-constexpr double kMostRough = 32.0;                     // a larger deviance wants all of its digits
-constexpr std::uint64_t kTopBits = 0xfffffffff8000000;  // the upper 26 bits of a mantissa
-constexpr int kSliceShift = 48;                         // leaves the exponent and four bits of the mantissa
+constexpr double kMostRough = 32.0;  // a larger deviance wants all of its digits
+constexpr int kSliceShift = 48;      // leaves the exponent and four bits of the mantissa
 
 // Which of the slices of the tables from 1 on, four a binade, x lies in, and how far from its middle.
 struct QuarterBinade {
@@ -75,7 +74,7 @@ DoubleDouble TabulatedDeviance(double shape, DoubleDouble shift, double reciproc
     const double c = std::copysign(middle, u);
     const std::size_t index = slice - (std::bit_cast<std::uint64_t>(kNear) >> kSliceShift);
     const DeviancePoint& point = u > 0.0 ? kDevianceAbove[index] : kDevianceBelow[index];
-    const double top = std::bit_cast<double>(std::bit_cast<std::uint64_t>(shape) & kTopBits);
+    const double top = TopHalf(shape);
     const double low = shape - top;
     const double beside = (((shift.hi - top * c) - low * c) + shift.lo) * point.reciprocal;  // shape r
     const double r = beside * reciprocal;

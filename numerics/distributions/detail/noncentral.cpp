@@ -23,8 +23,8 @@ namespace KwMath_930::detail {
 namespace {
 
 constexpr int kBlock = 48;
-constexpr double kNegligible = 1e-19;
-constexpr double kOutOfSight = 1e-24;
+constexpr double kNegligible = 1e-18;
+constexpr double kOutOfSight = 1e-22;
 constexpr double kMostIndex = 2e9;
 constexpr int kMostMixtureTerms = 2000000;  // some 18 sqrt(kMostIndex) are the most that a sum takes
 // From this half a squared non-centrality on the integral over the scale is shorter than the mixture; above this
@@ -414,8 +414,7 @@ double NormalMixture(double t, double df, double delta, bool isUpper, double end
             if (!(here.hi + delta > 2.0)) {
                 return std::numeric_limits<double>::quiet_NaN();
             }
-            const double term =
-                ExpHalfSquare(here.hi) * (1.0 - here.hi * here.lo) * ScaleAt(s, df, isUpper).probability;
+            const double term = ExpHalfSquare(here) * ScaleAt(s, df, isUpper).probability;
             sum += term;
             if (term <= end * sum) {
                 break;
@@ -506,7 +505,7 @@ double NoncentralTDensity(double t, double df, double delta) {
     const double square = 0.5 * whole * s * s;
     const double cross = mixed * s;
     const DoubleDouble z = TwoProduct(t, s) - DoubleDouble(delta);
-    const double height = kInverseRootTwoPi * ExpHalfSquare(z.hi) * (1.0 - z.hi * z.lo);
+    const double height = kInverseRootTwoPi * ExpHalfSquare(z);
     if (height == 0.0) {
         return 0.0;
     }
