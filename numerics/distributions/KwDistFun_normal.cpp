@@ -46,7 +46,7 @@ double RefineDeviate(double z, double tail) {
     constexpr double kRootHalf = 0.7071067811865476;
     const double scaled = ScaledErfc(z * kRootHalf);
     const double reached = 0.5 * ExpHalfSquare(z) * scaled;
-    return z + (reached / tail - 1.0) * scaled / (2.0 * kInverseRootTwoPi);
+    return z + (reached / tail - 1.0) * (scaled * (0.5 / kInverseRootTwoPi));
 }
 
 }  // namespace
