@@ -40,7 +40,8 @@ DoubleDouble LogMantissa(double m, double low) {
     const int slice = static_cast<int>(m * 128.0) - 90;
     const double c = kShortReciprocal[slice];
     const double top = TopHalf(m);
-    const DoubleDouble r = QuickTwoSum(top * c - 1.0, (m - top) * c + low * c);
+    const DoubleDouble exact = TwoSum(top * c - 1.0, (m - top) * c);
+    const DoubleDouble r = QuickTwoSum(exact.hi, exact.lo + low * c);
     const DoubleDouble square = Square(r);
     const double cubic = square.hi * r.hi * CubicTail(r.hi);
     const DoubleDouble log1p = QuickTwoSum(r.hi, -0.5 * square.hi);

@@ -138,6 +138,9 @@ public:
         const bool isRising = family_.Growth(std::max(1.0, centre)) > 1.0;  // the steps grow where the weights are
         const double largest = isRising == isLower_ ? centre : family_.Crossing(half_, shift_);
         const Point mode = At(std::floor(std::min(largest, kMostIndex)));
+        if (mode.weight == 0.0) {
+            return 0.0;  // the largest term underflows
+        }
         Block nearest;
         if (!Fill(mode, mode, nearest)) {
             for (double blocks = BlocksBehind(mode); blocks > 0.0; blocks -= 1.0) {
@@ -217,8 +220,10 @@ private:
         double term = total_.sum;
         for (int n = 1; n < kMostMixtureTerms && term >= 0.0; ++n) {
             if (at.weight <= end_ * weights_.sum || (!isLower_ && at.index == 0.0)) {
-                return total_.Value() +
-                       weights_.Value() * (isLower_ ? family_.Lower(at.index + 1.0) : family_.Upper(at.index));
+                const double rest = isLower_ ? family_.Lower(at.index + 1.0) : family_.Upper(at.index);
+                // Whole weights add to 1: their rounding goes by division.
+                return shift_ == 0.0 ? total_.Value() / weights_.Value() + rest
+                                     : total_.Value() + weights_.Value() * rest;
             }
             Move(at, true);
             if (n % kBlock == 0) {
