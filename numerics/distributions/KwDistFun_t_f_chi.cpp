@@ -7,6 +7,7 @@
 #include "numerics/distributions/detail/beta_inverse.h"
 #include "numerics/distributions/detail/checks.h"
 #include "numerics/distributions/detail/gamma_parts.h"
+#include "numerics/distributions/detail/incomplete_beta.h"
 #include "numerics/distributions/detail/invert.h"
 #include "numerics/distributions/detail/log_gamma.h"
 #include "numerics/distributions/detail/search.h"
@@ -21,6 +22,7 @@ using detail::FiniteOrMissing;
 using detail::InvertBeta;
 using detail::IsPositive;
 using detail::kLastRoughStep;
+using detail::LogMiss;
 using detail::Missing;
 using detail::PointOfF;
 using detail::PointOfT;
@@ -29,6 +31,7 @@ using detail::Refine;
 using detail::SearchIncreasing;
 using detail::Tails;
 using detail::TailsOfF;
+using detail::TwoSum;
 using detail::UnitPoint;
 
 namespace {
@@ -62,6 +65,22 @@ double WeightedT(double t, double df) {
 double WeightedF(double f, double df1, double df2) {
     const UnitPoint at = PointOfF(f, df1, df2);
     return at.x.hi > 0.0 && at.y.hi > 0.0 ? BetaPrefix(at, 0.5 * df1, 0.5 * df2) * (0.5 * df1) : 0.0;
+}
+
+// f after a last step on the logarithm of a tail that is the power of a small shape: there p tells f far better than
+// the rounding of p suggests.
+double SharpenF(double f, double p, double df1, double df2) {
+    constexpr double kSmallDf = 0.1;
+    const UnitPoint at = PointOfF(f, df1, df2);
+    if (std::min(df1, df2) > kSmallDf || !(at.x.hi > 0.0) || !(at.y.hi > 0.0)) {
+        return f;
+    }
+    const bool isLower = df1 <= df2;
+    const double miss =
+        isLower ? LogMiss(at, 0.5 * df1, 0.5 * df2, p) : LogMiss(at.Swapped(), 0.5 * df2, 0.5 * df1, TwoSum(1.0, -p));
+    const Tails tails = TailsOfF(f, df1, df2);
+    const double step = miss * (isLower ? -tails.lower : tails.upper) / WeightedF(f, df1, df2);
+    return std::abs(step) < kLastRoughStep ? f + f * step : f;
 }
 
 }  // namespace
@@ -130,9 +149,10 @@ double KwDistFun::zarnidff(const double& p, const double& df1, const double& df2
     if (!std::isfinite(start) || start == 0.0) {
         return FiniteOrMissing(start);
     }
-    return FiniteOrMissing(Refine(
-        start, target, std::numeric_limits<double>::max(), [df1, df2](double f) { return TailsOfF(f, df1, df2); },
-        [df1, df2](double f) { return WeightedF(f, df1, df2); }));
+    const double f = Refine(
+        start, target, std::numeric_limits<double>::max(), [df1, df2](double x) { return TailsOfF(x, df1, df2); },
+        [df1, df2](double x) { return WeightedF(x, df1, df2); });
+    return FiniteOrMissing(SharpenF(f, p, df1, df2));
 }
 
 double KwDistFun::CdfT(double t, double df) {

@@ -213,4 +213,12 @@ Tails IncompleteBeta(const UnitPoint& at, double a, double b) {
     return ByFraction(at, a, b);
 }
 
+double LogMiss(const UnitPoint& at, double a, double b, DoubleDouble p) {
+    if (!(a <= 1.0 && SeriesServes(at.x.hi, a, b))) {
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+    const DoubleDouble miss = LogBetaPower(at, a, b) - Log(p);
+    return miss.hi + (miss.lo + std::log1p(SumBetaSeries(at.x.hi, a, b).rest));
+}
+
 }  // namespace KwMath_930::detail

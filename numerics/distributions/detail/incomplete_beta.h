@@ -21,6 +21,9 @@ BetaSeries SumBetaSeries(double x, double a, double b);
 // I_x(a, b) and 1 - I_x(a, b) for finite a, b > 0 and x, y > 0.
 Tails IncompleteBeta(const UnitPoint& at, double a, double b);
 
+// log I_x(a, b) - log p for a of at most 1, to about 1e-20 of its terms; NaN where the power series does not serve.
+double LogMiss(const UnitPoint& at, double a, double b, DoubleDouble p);
+
 // (1 - x^2 + 2 x log x)/(1 - x)^2 of Peizer and Pratt for x >= 0, as KwDistFun::cbtaux documents it.
 double PeizerPratt(double x);
 
