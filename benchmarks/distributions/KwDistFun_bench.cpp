@@ -1,8 +1,10 @@
 // Time per call of each member beside Boost.Math and R's nmath: over random arguments of the ordinary range, and over
 // those of its reference table, which go to the ends of every range. Benchmarks are named BM_<Member>,
-// BM_<Member>_boost and BM_<Member>_nmath; those over the tables begin with BM_table_.
+// BM_<Member>_boost and BM_<Member>_nmath; those over the tables begin with BM_table_,
+// those with the tolerance of nmath's sums with BM_rough_.
 #include <benchmark/benchmark.h>
 
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -42,6 +44,24 @@ Arguments TableArguments(const std::string& member) {
     return arguments;
 }
 
+// The sums of nmath end at these tolerances: here ours at the same.
+void RegisterAtTolerance(const peers::Members& nmath) {
+    using KwMath_930::KwDistFun;
+    const double unit = std::numeric_limits<double>::epsilon();
+    const peers::Members members = {{"NonCentralCdfF",
+                                     [unit](const std::vector<double>& v) {
+                                         return KwDistFun::NonCentralCdfF(v[0], v[1], v[2], v[3], 1e-9 / unit);
+                                     }},
+                                    {"NonCentralCdfT", [unit](const std::vector<double>& v) {
+                                         return KwDistFun::NonCentralCdfT(v[0], v[1], v[2], 1e-12 / unit);
+                                     }}};
+    for (const auto& [member, own] : members) {
+        const Arguments arguments = random_arguments::Draw(member);
+        Register("BM_rough_" + member, members, member, arguments);
+        Register("BM_rough_" + member + "_nmath", nmath, member, arguments);
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -55,6 +75,7 @@ int main(int argc, char** argv) {
             Register(prefix + member + "_nmath", nmath, member, arguments);
         }
     }
+    RegisterAtTolerance(nmath);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int kBlock = 48;
 constexpr double kNegligible = 1e-18;
-constexpr double kOutOfSight = 1e-22;
+constexpr double kOutOfSight = 1e-4;  // times that, a weight that is yet to be summed does not matter
 constexpr double kMostIndex = 2e9;
 constexpr int kMostMixtureTerms = 2000000;  // some 18 sqrt(kMostIndex) are the most that a sum takes
 // From this half a squared non-centrality on the integral over the scale is shorter than the mixture; above this
@@ -187,7 +187,7 @@ private:
                 break;
             }
             const Point at = At(index);
-            if (!(at.weight / mode.weight * std::max(1.0, at.step / mode.step) > kOutOfSight)) {
+            if (!(at.weight / mode.weight * std::max(1.0, at.step / mode.step) > kOutOfSight * end_)) {
                 break;
             }
         }
@@ -196,7 +196,7 @@ private:
 
     // The points from last on backwards; true if beyond them no weight matters.
     bool Fill(const Point& last, const Point& mode, Block& block) const {
-        const double least = kOutOfSight * mode.weight * mode.step;
+        const double least = kOutOfSight * end_ * mode.weight * mode.step;
         block.count = 0;
         for (Point at = last; block.count < kBlock; Move(at, false)) {
             block.points[block.count++] = at;
