@@ -127,16 +127,16 @@ struct RunningSum {
 // k the upper one is the sum of Step(k) W(k) beside the tail at 0, and all terms are positive. W is summed towards the
 // largest term and beyond; where no weight is left, F itself is what is left of its steps. Weights and steps follow
 // from those at the largest term, or every kBlock terms anew, so that no error builds up.
-template <class Family>
+template <class Family, bool isLower>
 class Mixture {
 public:
-    Mixture(const Family& family, double half, double shift, bool isLower, double tol)
-        : family_(family), half_(half), shift_(shift), isLower_(isLower), end_(EndOf(tol)), drift_(family.Drift()) {}
+    Mixture(const Family& family, double half, double shift, double tol)
+        : family_(family), half_(half), shift_(shift), end_(EndOf(tol)), drift_(family.Drift()) {}
 
     double Sum() {
         const double centre = std::max(0.0, half_ - shift_);
         const bool isRising = family_.Growth(std::max(1.0, centre)) > 1.0;  // the steps grow where the weights are
-        const double largest = isRising == isLower_ ? centre : family_.Crossing(half_, shift_);
+        const double largest = isRising == isLower ? centre : family_.Crossing(half_, shift_);
         const Point mode = At(std::floor(std::min(largest, kMostIndex)));
         if (mode.weight == 0.0) {
             return 0.0;  // the largest term underflows
@@ -145,7 +145,7 @@ public:
         if (!Fill(mode, mode, nearest)) {
             for (double blocks = BlocksBehind(mode); blocks > 0.0; blocks -= 1.0) {
                 Block block;
-                Fill(At(mode.index - direction() * (kBlock * blocks)), mode, block);
+                Fill(At(mode.index - kDirection * (kBlock * blocks)), mode, block);
                 AddBlock(block);
             }
         }
@@ -164,7 +164,8 @@ private:
         int count;
     };
 
-    double direction() const { return isLower_ ? 1.0 : -1.0; }
+    static constexpr double kDirection = isLower ? 1.0 : -1.0;
+
     Point At(double k) const { return {k, GammaPrefix(half_, k + shift_), family_.Step(k)}; }
     void MoveUp(Point& at) const {
         at.index += 1.0;
@@ -176,13 +177,13 @@ private:
         at.step *= family_.Shrinkage(at.index);
         at.index -= 1.0;
     }
-    void Move(Point& at, bool ahead) const { ahead == isLower_ ? MoveUp(at) : MoveDown(at); }
+    void Move(Point& at, bool ahead) const { ahead == isLower ? MoveUp(at) : MoveDown(at); }
 
     // How many blocks behind the mode the weights still matter.
     double BlocksBehind(const Point& mode) const {
         double blocks = 0.0;
         for (; blocks < kMostMixtureTerms / kBlock; blocks += 1.0) {
-            const double index = mode.index - direction() * (kBlock * (blocks + 1.0));
+            const double index = mode.index - kDirection * (kBlock * (blocks + 1.0));
             if (index < 0.0) {
                 break;
             }
@@ -200,7 +201,7 @@ private:
         block.count = 0;
         for (Point at = last; block.count < kBlock; Move(at, false)) {
             block.points[block.count++] = at;
-            if ((isLower_ && at.index == 0.0) || at.weight * std::max(at.step, mode.step) < least) {
+            if ((isLower && at.index == 0.0) || at.weight * std::max(at.step, mode.step) < least) {
                 return true;
             }
         }
@@ -208,7 +209,7 @@ private:
     }
 
     void AddBlock(const Block& block) {
-        const double drift = -direction() * drift_;
+        const double drift = -kDirection * drift_;
         for (int i = block.count; i-- > 0;) {
             Add(block.points[i], drift * i);
         }
@@ -216,11 +217,11 @@ private:
 
     // What follows the mode.
     double AddAhead(Point at) {
-        const double drift = direction() * drift_;
+        const double drift = kDirection * drift_;
         double term = total_.sum;
         for (int n = 1; n < kMostMixtureTerms && term >= 0.0; ++n) {
-            if (at.weight <= end_ * weights_.sum || (!isLower_ && at.index == 0.0)) {
-                const double rest = isLower_ ? family_.Lower(at.index + 1.0) : family_.Upper(at.index);
+            if (at.weight <= end_ * weights_.sum || (!isLower && at.index == 0.0)) {
+                const double rest = isLower ? family_.Lower(at.index + 1.0) : family_.Upper(at.index);
                 // Whole weights add to 1: their rounding goes by division.
                 return shift_ == 0.0 ? total_.Value() / weights_.Value() + rest
                                      : total_.Value() + weights_.Value() * rest;
@@ -238,12 +239,12 @@ private:
     }
 
     double Add(const Point& at, double drift) {
-        if (isLower_) {
+        if (isLower) {
             weights_.Add(at.weight);
         }
         const double term = (at.step + at.step * drift) * weights_.Value();
         total_.Add(term);
-        if (!isLower_) {
+        if (!isLower) {
             weights_.Add(at.weight);
         }
         return term;
@@ -252,12 +253,17 @@ private:
     Family family_;
     double half_;
     double shift_;
-    bool isLower_;
     double end_;
     double drift_;
     RunningSum weights_;
     RunningSum total_;
 };
+
+template <class Family>
+double MixtureSum(const Family& family, double half, double shift, bool isLower, double tol) {
+    return isLower ? Mixture<Family, true>(family, half, shift, tol).Sum()
+                   : Mixture<Family, false>(family, half, shift, tol).Sum();
+}
 
 // exp(2x) - 1 - 2x from rest = exp(x) - 1 - x, without cancellation.
 double DoubledRest(double x, double rest) {
@@ -432,8 +438,8 @@ double NormalMixture(double t, double df, double delta, bool isUpper, double end
 // P(T > t) or P(T <= t), t > 0, by the Poisson mixtures.
 double PoissonMixture(const UnitPoint& at, double df, double delta, bool isUpper, double tol) {
     const double half = 0.5 * delta * delta;
-    const double sum = Mixture(BetaFamily{at, 0.5, 0.5 * df}, half, 0.0, !isUpper, tol).Sum() +
-                       Mixture(BetaFamily{at, 1.0, 0.5 * df}, half, 0.5, !isUpper, tol).Sum();
+    const double sum = MixtureSum(BetaFamily{at, 0.5, 0.5 * df}, half, 0.0, !isUpper, tol) +
+                       MixtureSum(BetaFamily{at, 1.0, 0.5 * df}, half, 0.5, !isUpper, tol);
     return isUpper ? 0.5 * sum : 0.5 * Erfc(delta * kRootHalf) + 0.5 * sum;
 }
 
@@ -457,7 +463,7 @@ double NoncentralGamma(Tail tail, double z, double a, double half, double tol) {
         return tail == Tail::kLower ? tails.lower : tails.upper;
     }
     const Tail formed = z > a + half ? Tail::kUpper : Tail::kLower;
-    const double value = Mixture(GammaFamily{z, a}, half, 0.0, formed == Tail::kLower, tol).Sum();
+    const double value = MixtureSum(GammaFamily{z, a}, half, 0.0, formed == Tail::kLower, tol);
     return formed == tail ? value : 1.0 - value;
 }
 
@@ -476,7 +482,7 @@ double NoncentralBeta(Tail tail, const UnitPoint& at, double a, double b, double
     // A b below 1 heaps up what lies at 1: there the mean says little about the larger tail.
     const bool isRight = b < 1.0 ? IncompleteBeta(at, a + half, b).lower > 0.5 : at.x.hi * b > at.y.hi * (a + half);
     const Tail formed = isRight ? Tail::kUpper : Tail::kLower;
-    const double value = Mixture(BetaFamily{at, a, b}, half, 0.0, formed == Tail::kLower, tol).Sum();
+    const double value = MixtureSum(BetaFamily{at, a, b}, half, 0.0, formed == Tail::kLower, tol);
     return formed == tail ? value : 1.0 - value;
 }
 
