@@ -177,17 +177,17 @@ double PeizerPratt(double x) {
 
 BetaSeries SumBetaSeries(double x, double a, double b) {
     BetaSeries series;
-    double factor = a;
-    const double end = a * kBetaSeriesEnd;
+    double factor = 1.0;
     for (series.terms = 1; series.terms < kBetaSeriesTerms; ++series.terms) {
         const double n = series.terms;
         factor *= (n - b) * x / n;
         series.rest += factor / (a + n);
-        if (std::abs(factor) < end) {
+        if (std::abs(factor) < kBetaSeriesEnd) {
             series.converged = true;
             break;
         }
     }
+    series.rest *= a;
     return series;
 }
 

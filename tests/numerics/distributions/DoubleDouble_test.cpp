@@ -63,6 +63,15 @@ TEST(DoubleDouble, LogarithmSeesTheLowPart) {
     EXPECT_NEAR(gap.hi, 3e-17 / 1.7, 1e-22);
 }
 
+// log(1 + u) = u - u^2/2 + u^3/3 where 1 + u is held in both doubles: all digits of a small u count.
+TEST(DoubleDouble, LogarithmNearOneKeepsItsRelativeAccuracy) {
+    for (const double u : {-2.1709e-10, 3.3127e-11, -7.7e-9, 4.4403e-14}) {
+        const DoubleDouble log = Log(TwoSum(1.0, u));
+        const double rest = u * u * (-0.5 + u / 3.0);
+        EXPECT_NEAR((log.hi - u) + log.lo, rest, std::abs(u) * 0x1p-64) << u;
+    }
+}
+
 TEST(DoubleDouble, LogarithmOfADenormalNumberIsFinite) {
     EXPECT_NEAR(Log(0x1p-1070).hi, -1070 * 0.69314718055994531, 1e-12);
 }

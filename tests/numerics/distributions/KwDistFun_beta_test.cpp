@@ -18,6 +18,7 @@ using KwMath_930::detail::BetaPrefix;
 using KwMath_930::detail::BetaSeries;
 using KwMath_930::detail::IncompleteBeta;
 using KwMath_930::detail::kBetaNormalFrom;
+using KwMath_930::detail::LogMiss;
 using KwMath_930::detail::SumBetaSeries;
 using KwMath_930::detail::Tails;
 using KwMath_930::detail::UnitPoint;
@@ -94,6 +95,24 @@ TEST(BetaSeries, GivesUpAfterTenThousandAndOneTerms) {
     const BetaSeries series = SumBetaSeries(0.9999, 3.0, 0.5);
     EXPECT_FALSE(series.converged);
     EXPECT_EQ(series.terms, 10001);
+}
+
+TEST(BetaSeries, AVanishingParameterLeavesOne) {
+    const BetaSeries series = SumBetaSeries(0.3, 1e-320, 0.5);
+    EXPECT_TRUE(series.converged);
+    EXPECT_LT(series.rest, 1e-318);
+    EXPECT_DOUBLE_EQ(IncompleteBeta(UnitPoint(0.3), 1e-320, 0.5).lower, 1.0);
+}
+
+TEST(LogMiss, IsTheLogarithmOfTheRatioWhereTheSeriesServes) {
+    const double a = 0.0371;
+    const double b = 2.25;
+    const UnitPoint at(0.1875);
+    const double reached = IncompleteBeta(at, a, b).lower;
+    EXPECT_NEAR(LogMiss(at, a, b, 0.75), std::log(reached / 0.75), 4e-16);
+    EXPECT_NEAR(LogMiss(at, a, b, reached), 0.0, 2.3e-16);
+    EXPECT_TRUE(std::isnan(LogMiss(UnitPoint(0.84375), a, b, 0.75)));
+    EXPECT_TRUE(std::isnan(LogMiss(at, 1.5, 0.25, 0.75)));
 }
 
 // I_x(a, b) + I_(1-x)(b, a) = 1 over the regions and their borders.

@@ -177,6 +177,15 @@ TEST(KwDistFunF, IsTheSquareOfT) {
     }
 }
 
+// With so few degrees of freedom f is a huge power of p: half an ulp of p are 750 of f, but p itself tells f.
+// mpmath 1.3.0, 50 digits.
+TEST(KwDistFunF, InverseOfFewDegreesOfFreedomKeepsItsDigits) {
+    const double f = KwDistFun::IdfF(0.95944045480225137, 0.0013234890338241171, 213481.67772887601);
+    EXPECT_NEAR(f / 5.6921652259894705e-25, 1.0, 2e-15);
+    const double g = KwDistFun::IdfF(0.20912012391931928, 13.0, 0.010082664971537864);
+    EXPECT_NEAR(g / 1.3432999649642048e18, 1.0, 2e-15);
+}
+
 TEST(KwDistFunF, InverseHasItsEnds) {
     EXPECT_EQ(KwDistFun::IdfF(0.0, 2.0, 3.0), 0.0);
     EXPECT_EQ(KwDistFun::IdfF(1.0, 2.0, 3.0), kMissing);

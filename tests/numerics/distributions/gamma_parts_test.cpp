@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "numerics/distributions/detail/log_gamma.h"
@@ -12,6 +13,7 @@ namespace {
 using KwMath_930::detail::BetaPrefix;
 using KwMath_930::detail::DoubleDouble;
 using KwMath_930::detail::GammaDeviance;
+using KwMath_930::detail::HalfStep;
 using KwMath_930::detail::Log;
 using KwMath_930::detail::LogGamma1p;
 using KwMath_930::detail::ReciprocalGamma1;
@@ -62,6 +64,35 @@ TEST(GammaDeviance, IsZeroAtThePeakAndAgreesAcrossItsSwitch) {
     }
 }
 
+// Over the slices of the table and beyond it, against x - p - p log(x/p) in pairs of doubles.
+TEST(GammaDeviance, IsTheLogarithmsFormInEverySlice) {
+    int served = 0;
+    for (const double p : {1.0, 3.171, 29.73, 811.7}) {
+        for (double share = 0.0131; share < 40.0; share *= 1.0137) {
+            const double x = p * share;
+            const DoubleDouble log = Log(DoubleDouble(x) / DoubleDouble(p));
+            const DoubleDouble form = TwoSum(x, -p) - DoubleDouble(p) * log;
+            const DoubleDouble gap = GammaDeviance(x, p) - form;
+            EXPECT_LE(std::abs(gap.hi), 0x1p-53 * std::max(0.5, 0x1p-2 * form.hi)) << p << ' ' << share;
+            served += form.hi < 32.0 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(served, 1000);
+}
+
+// HalfStep(x) HalfStep(x + 1/2) = sqrt(x / (x + 1/2)), over the pieces and their borders.
+TEST(HalfStep, TwoHalvesMakeAWhole) {
+    EXPECT_NEAR(HalfStep(0.5), 0.79788456080286536, 2e-16);  // sqrt(2/pi)
+    EXPECT_NEAR(HalfStep(1.0), 0.88622692545275801, 2e-16);  // sqrt(pi)/2
+    for (double x = 0.0037; x < 1e7; x *= 1.0731) {
+        EXPECT_NEAR(HalfStep(x) * HalfStep(x + 0.5) / std::sqrt(x / (x + 0.5)), 1.0, 7e-16) << x;
+    }
+    for (const double border : {1.0, 1.25, 3.5, 16.0}) {
+        EXPECT_NEAR(HalfStep(border), HalfStep(std::nextafter(border, 0.0)), 5e-16)
+            << border;  // four roundings below 1
+    }
+}
+
 TEST(LogGamma1p, VanishesAtBothEndsWithItsSlope) {
     EXPECT_EQ(LogGamma1p(0.0), 0.0);
     EXPECT_EQ(LogGamma1p(1.0), 0.0);
@@ -73,6 +104,16 @@ TEST(BetaPrefix, IsABinomialTermForWholeParameters) {
     const UnitPoint at(0.3125);
     EXPECT_DOUBLE_EQ(BetaPrefix(at, 3.0, 4.0), std::pow(0.3125, 3) * std::pow(0.6875, 4) * 20.0);
     EXPECT_DOUBLE_EQ(BetaPrefix(at, 1.0, 1.0), 0.3125 * 0.6875);
+}
+
+// With a parameter of one half it goes by square roots: continued beside it, where it does not.
+TEST(BetaPrefix, HalfIsNoSpecialValue) {
+    for (const double other : {0.31, 1.0, 7.25, 16.5, 4e5}) {
+        const UnitPoint at(1.0 / (1.3 + other));
+        const double next = std::nextafter(0.5, 1.0);
+        EXPECT_NEAR(BetaPrefix(at, 0.5, other) / BetaPrefix(at, next, other), 1.0, 3e-15) << other;
+        EXPECT_NEAR(BetaPrefix(at.Swapped(), other, 0.5) / BetaPrefix(at.Swapped(), other, next), 1.0, 3e-15) << other;
+    }
 }
 
 TEST(BetaPrefix, FollowsItsRecurrenceAcrossParameterOne) {
