@@ -13,7 +13,8 @@ namespace KwMath_930::detail {
 
 namespace {
 
-constexpr double kErfcEnd = 27.3;            // beyond it erfc is 0 in double precision
+constexpr double kErfcEnd = 27.3;   // beyond it erfc is 0 in double precision
+constexpr double kErfcFrom = -6.0;  // and before it 2
 constexpr double kSquareEnd = 2.0 * 708.39;  // beyond it exp(-x^2/2) is 0, as everywhere in the library
 constexpr double kInverseRootPi = 0.5641895835477563;
 
@@ -42,7 +43,7 @@ double Erfc(double x) {
     if (std::abs(x) < 0.5) {
         return 1.0 - Erf(x);
     }
-    if (std::abs(x) > kErfcEnd) {
+    if (x > kErfcEnd || x < kErfcFrom) {
         return x > 0.0 ? 0.0 : 2.0;
     }
     const double magnitude = std::abs(x);

@@ -127,6 +127,12 @@ bool BySeries(const UnitPoint& at, double a, double b, Tails& tails) {
     return true;
 }
 
+// x^a and its complement.
+Tails Power(DoubleDouble x, double a) {
+    const DoubleDouble log = DoubleDouble(a) * Log(x);
+    return {Exp(log), -std::expm1(log.Value())};
+}
+
 // Peizer and Pratt's normal form of a binomial tail with b - 1 successes in a + b - 1 trials at probability y.
 Tails Normal(const UnitPoint& at, double a, double b) {
     const double n = a + b - 1.0;
@@ -202,6 +208,9 @@ Tails IncompleteBeta(const UnitPoint& at, double a, double b) {
     }
     if (least > 1.0) {
         return ByDeviance(at, a, b);
+    }
+    if (a == 1.0 || b == 1.0) {
+        return a == 1.0 ? Power(at.y, b).Swapped() : Power(at.x, a);
     }
     Tails tails;
     if (SeriesServes(at.x.hi, a, b) && BySeries(at, a, b, tails)) {

@@ -1,10 +1,9 @@
-// A mixture starts from the end of its range from which the recurrence of the incomplete function only adds, and takes
-// its weights afresh every kBlock terms, so that no error builds up. Where t and delta have opposite signs the mixture
-// of the t cancels, and where delta is large it is long; there a tail is the integral over the scale s of
-// Phi(-+(t s - delta)) times the density of s, by the trapezoidal rule in v with log s = log s0 + c (v + 1 - exp(-v)),
-// which decays doubly exponentially on both sides. Sources: Benton and Krishnamoorthy, Comput. Statist. Data Anal. 43
-// (2003), for sums from their mode; Takahasi and Mori, Publ. RIMS 9 (1974), for the rule.
-// Test: KwDistFun_noncentral_test.cpp.
+// Poisson mixtures of incomplete functions are summed in parts, outwards from their largest term. Where t and delta
+// have opposite signs the mixture of the t cancels, and where delta is large it is long; there a tail is the integral
+// over the scale s of Phi(-+(t s - delta)) times the density of s, by the trapezoidal rule in log s, or, where its
+// density is broad, in v with log s = log s0 + c (v + 1 - exp(-v)), which decays doubly exponentially on both sides.
+// Sources: Benton and Krishnamoorthy, Comput. Statist. Data Anal. 43 (2003), for sums from their mode; Takahasi and
+// Mori, Publ. RIMS 9 (1974), for the rule. Test: KwDistFun_noncentral_test.cpp.
 #include "numerics/distributions/detail/noncentral.h"
 
 #include <algorithm>
@@ -32,6 +31,7 @@ constexpr int kMostMixtureTerms = 2000000;  // some 18 sqrt(kMostIndex) are the 
 constexpr double kLongMixture = 8.0;
 constexpr double kVeryLongMixture = 400.0;
 constexpr double kSharpEdge = 1.75;
+constexpr double kGaussianFrom = 16.0;  // the curvature from which a peak needs no bent scale
 // Against a parameter above it the spread of the Poisson weights is nothing, and a beta variate is a gamma variate.
 constexpr double kFixedFrom = 1e15;
 constexpr double kRootHalf = 0.7071067811865476;
@@ -287,8 +287,8 @@ double ExpRest(double x) {
 template <class Integrand>
 double Trapezoid(const Integrand& integrand, double curvature, double end) {
     constexpr int kMostNodes = 1000;
-    const bool isEven = curvature > 16.0;
-    const double step = curvature > 64.0 ? 0.25 : isEven ? 0.1875 : 0.15625;
+    const bool isEven = curvature > kGaussianFrom;
+    const double step = isEven ? 0.1875 : 0.140625;
     const double scale = std::min(0.5, 1.0 / std::sqrt(curvature));
     double sum = 2.0 * integrand(0.0);
     for (const double direction : {-1.0, 1.0}) {
