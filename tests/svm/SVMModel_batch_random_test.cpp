@@ -332,22 +332,27 @@ void CompareModels(const Choice& choice, Generator& random, Tally& tally) {
     }
 }
 
-TEST(SVMModelBatchRandom, ScoresAsOneByOneAndAsThePlainLoops) {
-    Generator random(8831);
+class SVMModelBatchRandom : public testing::TestWithParam<std::uint64_t> {};
+
+TEST_P(SVMModelBatchRandom, ScoresAsOneByOneAndAsThePlainLoops) {
+    Generator random(GetParam());
     Tally tally;
-    for (int model = 0; model < 2500 && !testing::Test::HasFatalFailure(); ++model) {
+    for (int model = 0; model < 850 && !HasFatalFailure(); ++model) {
         SCOPED_TRACE("model " + std::to_string(model));
         CompareModels(Choice(random), random, tally);
     }
-    EXPECT_GE(tally.cases, 100'000u);
+    EXPECT_GE(tally.cases, 70'000u);
     EXPECT_GE(tally.succeeded, tally.cases / 2);
-    EXPECT_GE(tally.invalid, 10'000u);
-    EXPECT_GE(tally.missing, 10'000u);
-    EXPECT_GE(tally.planned, 1'500u);
+    EXPECT_GE(tally.invalid, 5'000u);
+    EXPECT_GE(tally.missing, 5'000u);
+    EXPECT_GE(tally.planned, 500u);
+    // By three seeds together more than 10,000 of each.
     for (const std::size_t voted : tally.voted)
-        EXPECT_GE(voted, 10'000u);
-    EXPECT_GE(tally.regressed, 10'000u);
+        EXPECT_GE(voted, 3'500u);
+    EXPECT_GE(tally.regressed, 3'500u);
 }
+
+INSTANTIATE_TEST_SUITE_P(Seeds, SVMModelBatchRandom, testing::Values(8831, 8832, 8833));
 
 }  // namespace
 }  // namespace KwBrevix_930
