@@ -15,7 +15,6 @@ namespace {
 
 constexpr double kErfcEnd = 27.3;   // beyond it erfc is 0 in double precision
 constexpr double kErfcFrom = -6.0;  // and before it 2
-constexpr double kSquareEnd = 2.0 * 708.39;  // beyond it exp(-x^2/2) is 0, as everywhere in the library
 constexpr double kInverseRootPi = 0.5641895835477563;
 
 // exp(-(hi + lo)) for a square that DoubleDouble holds.
@@ -58,17 +57,6 @@ double Erf(double x) {
     }
     const double value = magnitude < 6.0 ? 1.0 - Erfc(magnitude) : 1.0;
     return x > 0.0 ? value : -value;
-}
-
-double ExpHalfSquare(DoubleDouble x) {
-    const double square = x.hi * x.hi;
-    if (square > kSquareEnd) {
-        return 0.0;
-    }
-    const double top = TopHalf(x.hi);
-    const double rest = (top * top - square) + (x.hi - top) * (x.hi + top);
-    const double leading = std::exp(-0.5 * square);
-    return leading - leading * (0.5 * rest + x.hi * x.lo);
 }
 
 }  // namespace KwMath_930::detail

@@ -1,6 +1,8 @@
 // The error function's kernels: erf, erfc and erfc scaled by exp(x^2).
 #pragma once
 
+#include <cmath>
+
 #include "numerics/distributions/detail/DoubleDouble.h"
 
 namespace KwMath_930::detail {
@@ -15,6 +17,15 @@ double Erfc(double x);
 double ScaledErfc(double x);
 
 // exp(-x^2 / 2), the rounding of x^2 made good; 0 where the exponent is below -708.39.
-double ExpHalfSquare(DoubleDouble x);
+inline double ExpHalfSquare(DoubleDouble x) {
+    const double square = x.hi * x.hi;
+    if (square > 2.0 * 708.39) {
+        return 0.0;
+    }
+    const double top = TopHalf(x.hi);
+    const double rest = (top * top - square) + (x.hi - top) * (x.hi + top);
+    const double leading = std::exp(-0.5 * square);
+    return leading - leading * (0.5 * rest + x.hi * x.lo);
+}
 
 }  // namespace KwMath_930::detail
