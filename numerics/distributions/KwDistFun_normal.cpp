@@ -28,17 +28,21 @@ namespace {
 
 constexpr double kInverseRootTwoPi = 0.3989422804014327;
 
-// (x - mean)/sd with what its rounding leaves, so that a far tail does not see the rounding.
-DoubleDouble Standardise(double x, double mean, double sd) {
-    const double difference = x - mean;
-    const double z = difference / sd;
-    constexpr double kLargest = 1e280;
-    if (!(std::abs(z) < 50.0 && sd < kLargest && sd > 1.0 / kLargest)) {
-        return z;
-    }
+// Whether z = (x - mean)/sd and all that it is made of are finite, and what rounding takes from it can be put back.
+inline bool IsOrdinary(double z, double sd) {
+    return std::abs(z) < 50.0 && sd > 1e-280 && sd < 1e280;
+}
+
+// An ordinary z with what its rounding leaves, so that a far tail does not see the rounding.
+inline DoubleDouble Standardise(double x, double mean, double sd, double z) {
+    const DoubleDouble difference = TwoSum(x, -mean);
     const DoubleDouble product = TwoProduct(z, sd);
-    const double rest = ((difference - product.hi) - product.lo) + TwoSum(x, -mean).lo;
+    const double rest = ((difference.hi - product.hi) - product.lo) + difference.lo;
     return {z, rest * (1.0 / sd)};
+}
+
+bool IsNormal(double x, double mean, double sd) {
+    return !std::isnan(x) && std::isfinite(mean) && IsPositive(sd);
 }
 
 // The z > 1 that cuts off tail, one Newton step from an approximation.
@@ -145,11 +149,11 @@ double KwDistFun::CdfStdNorm(double x) {
 }
 
 double KwDistFun::CdfNorm(double x, double mean, double sd) {
-    if (std::isnan(x) || !std::isfinite(mean) || !IsPositive(sd)) {
-        return Missing();
+    const double z = (x - mean) / sd;
+    if (!IsOrdinary(z, sd)) {
+        return IsNormal(x, mean, sd) ? prbnrm(z) : Missing();
     }
-    const DoubleDouble z = Standardise(x, mean, sd);
-    return prbnrm(z.hi) + kInverseRootTwoPi * ExpHalfSquare(z.hi) * z.lo;
+    return prbnrm(z) + kInverseRootTwoPi * ExpHalfSquare(z) * Standardise(x, mean, sd, z).lo;
 }
 
 double KwDistFun::PdfNormalStandard(double x) {
@@ -157,11 +161,15 @@ double KwDistFun::PdfNormalStandard(double x) {
 }
 
 double KwDistFun::PdfNormal(double x, double mean, double sd) {
-    if (std::isnan(x) || !std::isfinite(mean) || !IsPositive(sd)) {
+    const double perSd = 1.0 / sd;
+    const double z = (x - mean) * perSd;
+    if (IsOrdinary(z, sd)) {
+        return ExpHalfSquare(Standardise(x, mean, sd, z)) * (kInverseRootTwoPi * perSd);
+    }
+    if (!IsNormal(x, mean, sd)) {
         return Missing();
     }
-    const DoubleDouble z = Standardise(x, mean, sd);
-    const double height = ExpHalfSquare(z);
+    const double height = ExpHalfSquare((x - mean) / sd);
     return height > 0.0 ? FiniteOrMissing(height * (kInverseRootTwoPi / sd)) : 0.0;
 }
 

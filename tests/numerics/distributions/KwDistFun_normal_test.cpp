@@ -58,6 +58,19 @@ TEST(KwDistFunNormal, RefusesASdThatIsNotPositive) {
     EXPECT_EQ(KwDistFun::CdfNorm(0.1, kInfinity, 2.0), kMissing);
 }
 
+// Deviations that cannot be split into halves, and deviates too far out to matter.
+TEST(KwDistFunNormal, ServesExtremeDeviations) {
+    EXPECT_DOUBLE_EQ(KwDistFun::PdfNormal(1.5e300, -0.5e300, 2e300), KwDistFun::PdfNormalStandard(1.0) / 2e300);
+    EXPECT_DOUBLE_EQ(KwDistFun::CdfNorm(-1.5e300, 0.5e300, 2e300), KwDistFun::CdfStdNorm(-1.0));
+    EXPECT_EQ(KwDistFun::PdfNormal(2.5, 0.25, 1e-310), 0.0);
+    EXPECT_EQ(KwDistFun::PdfNormal(0.25, 0.25, 1e-310), kMissing);
+    EXPECT_EQ(KwDistFun::PdfNormal(kInfinity, 0.25, 1.5), 0.0);
+    EXPECT_EQ(KwDistFun::PdfNormal(0.25, -kInfinity, 1.5), kMissing);
+    EXPECT_EQ(KwDistFun::CdfNorm(-kInfinity, 0.25, 1.5), 0.0);
+    EXPECT_EQ(KwDistFun::CdfNorm(2.5, 0.25, 1e-310), 1.0);
+    EXPECT_EQ(KwDistFun::PdfNormal(1e10, 0.25, 1.5), 0.0);
+}
+
 TEST(KwDistFunNormal, DensityHasThePrintedConstant) {
     EXPECT_EQ(KwDistFun::PdfNormalStandard(0.0), 0.3989422804014327);
     EXPECT_EQ(KwDistFun::PdfNormal(3.5, 3.5, 4.0), 0.3989422804014327 / 4.0);
