@@ -93,15 +93,15 @@ INSTANTIATE_TEST_SUITE_P(
                     Limit{"IdfF", Measure::kInverse, 1.0}, Limit{"CdfBin", Measure::kUlp, 16.0},
                     Limit{"PdfBin", Measure::kUlp, 16.0}, Limit{"IdfBin", Measure::kUlp, 0.0},
                     Limit{"PdfNegBin", Measure::kUlp, 16.0}, Limit{"PdfHyper", Measure::kUlp, 16.0},
-                    Limit{"CDFHyper", Measure::kUlp, 45.0},          // seen 17: sums of some ten thousand terms
-                    Limit{"NonCentralCdfChi", Measure::kUlp, 24.0},  // seen 12: sums of some hundred terms
-                    Limit{"NonCentralCdfF", Measure::kUlp, 24.0},    // seen 13: the same
-                    Limit{"NonCentralCdfT", Measure::kUlp, 24.0},    // seen 15: the same
-                    Limit{"NonCentralPdfT", Measure::kUlp, 24.0},    // seen 9
-                    // A search ends within the rounding of the distribution function, up to the 12 and 15 ulp of p
-                    // above where 4 are allowed: seen 2.4, 4.3 and 1.2.
-                    Limit{"FindNCParamChi", Measure::kInverse, 3.0}, Limit{"FindNCParamF", Measure::kInverse, 5.0},
-                    Limit{"FindNCParamT", Measure::kInverse, 2.0}),
+                    Limit{"CDFHyper", Measure::kUlp, 45.0},          // seen 16: sums of some ten thousand terms
+                    Limit{"NonCentralCdfChi", Measure::kUlp, 12.0},  // seen 5: sums of some hundred terms
+                    Limit{"NonCentralCdfF", Measure::kUlp, 20.0},    // seen 10: the same
+                    Limit{"NonCentralCdfT", Measure::kUlp, 24.0},    // seen 16: the same
+                    Limit{"NonCentralPdfT", Measure::kUlp, 20.0},    // seen 10
+                    // A search ends within the rounding of the distribution function, some 5 ulp of p where
+                    // 4 are allowed: seen 1.3, 1.2 and 0.9.
+                    Limit{"FindNCParamChi", Measure::kInverse, 2.0}, Limit{"FindNCParamF", Measure::kInverse, 2.0},
+                    Limit{"FindNCParamT", Measure::kInverse, 1.5}),
     [](const testing::TestParamInfo<Limit>& named) { return std::string(named.param.member); });
 
 // mean + sd z as written: where the two cancel, the result keeps the absolute accuracy of sd z.
