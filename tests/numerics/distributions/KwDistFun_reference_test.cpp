@@ -95,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Limit{"PdfNegBin", Measure::kUlp, 16.0}, Limit{"PdfHyper", Measure::kUlp, 16.0},
                     Limit{"CDFHyper", Measure::kUlp, 45.0},          // seen 16: sums of some ten thousand terms
                     Limit{"NonCentralCdfChi", Measure::kUlp, 12.0},  // seen 5: sums of some hundred terms
-                    Limit{"NonCentralCdfF", Measure::kUlp, 20.0},    // seen 10: the same
+                    Limit{"NonCentralCdfF", Measure::kUlp, 16.0},    // seen 10: the same
                     Limit{"NonCentralCdfT", Measure::kUlp, 24.0},    // seen 16: the same
                     Limit{"NonCentralPdfT", Measure::kUlp, 20.0},    // seen 10
                     // A search ends within the rounding of the distribution function, some 5 ulp of p where
