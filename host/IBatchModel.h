@@ -28,6 +28,15 @@ public:
     /// created by then are handed over.
     virtual void ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
                             KwScore::KwStatus* statuses, bool flag) = 0;
+
+    /// Scores count cases whose values are plain: of each variable that the model reads, every case has a value that is
+    /// neither missing nor invalid, as its ScoreDictVar says. columns: columnCount pointers, at the index that
+    /// ScoreDictVar::GetIndex gives the values of that variable, one for each case; null for a variable that is not
+    /// given. A text is given by the index of its category. results, statuses: as for ScoreCases.
+    /// Returns: false, and nothing is done, where the model has no way of its own for them: before its first case by
+    /// index, where it reads what is not given, and for some models always.
+    virtual bool ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount,
+                              ScoreResult** results, KwScore::KwStatus* statuses) = 0;
 };
 
 }  // namespace KwBrevix_930

@@ -5,8 +5,6 @@
 #include <cmath>
 #include <limits>
 
-#include "numerics/matrix/KwSymMatrix.h"
-
 namespace KwBrevix_930 {
 
 namespace {
@@ -68,14 +66,20 @@ double LargestError(const std::vector<double>& qp, double pqp) {
 }  // namespace
 
 KwScore::KwStatus PairwiseCoupling::Solve(const std::vector<std::vector<double>>& r, std::vector<double>& p) const {
+    Work work;
+    return Solve(r, p, work);
+}
+
+KwScore::KwStatus PairwiseCoupling::Solve(const std::vector<std::vector<double>>& r, std::vector<double>& p,
+                                          Work& work) const {
     const std::size_t n = r.size();
-    KwSymMatrix q(static_cast<int>(n), true);
+    KwSymMatrix& q = work.q;
     p.assign(n, 1.0 / static_cast<double>(n));
-    if (!q.IsValidMatrix())
+    if (!q.Resize(static_cast<int>(n)))
         return {};
     FillQ(r, q);
     const bool isCovered = CoversAllCategories(q, static_cast<int>(n));
-    std::vector<double> qp;
+    std::vector<double>& qp = work.product;
     for (int iteration = 0; iteration < kMaxIterations; ++iteration) {
         if (fInterruption && fInterruption())
             return {1, true};

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/KwStatus.h"
+#include "numerics/matrix/KwSymMatrix.h"
 
 namespace KwBrevix_930 {
 
@@ -18,6 +19,12 @@ class PairwiseCoupling {
 public:
     static constexpr int kMaxIterations = 100;
 
+    /// What the equations are held in; its memory serves the next call.
+    struct Work {
+        KwMath_930::KwSymMatrix q = {};
+        std::vector<double> product = {};
+    };
+
     /// hook: asked before each iteration; true ends the iterations with an error.
     void SetInterruption(std::function<bool()> hook) { fInterruption = std::move(hook); }
 
@@ -25,6 +32,7 @@ public:
     /// the last iteration when there is no convergence. A category that no pair covers, or a NaN, makes all of them
     /// NaN, and no further iteration is begun.
     /// Returns: success; error 1 when the interruption hook asked to stop.
+    KwScore::KwStatus Solve(const std::vector<std::vector<double>>& r, std::vector<double>& p, Work& work) const;
     KwScore::KwStatus Solve(const std::vector<std::vector<double>>& r, std::vector<double>& p) const;
 
     /// error: the largest deviation from the fixed point after an iteration over n categories.

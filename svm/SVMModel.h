@@ -10,11 +10,11 @@
 #include "host/BaseModel.h"
 #include "host/IBatchModel.h"
 #include "pmml/SVMModelData.h"
+#include "svm/PairwiseCoupling.h"
 #include "svm/SVMKernelFunction.h"
 
 namespace KwBrevix_930 {
 
-class PairwiseCoupling;
 class ScoreValue;
 namespace plan {
 class ScoringPlan;
@@ -60,6 +60,8 @@ public:
     KwScore::KwStatus GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) override;
     void ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
                     KwScore::KwStatus* statuses, bool flag) override;
+    bool ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount, ScoreResult** results,
+                      KwScore::KwStatus* statuses) override;
     ModelType GetModelType() const override;
     bool GetPredictionOnly() const override;
     void Display(std::ostream& stream) const override;
@@ -80,6 +82,10 @@ private:
 
         Indices tickets = {};
         std::vector<Values> pairs = {};
+        PairwiseCoupling::Work coupling = {};
+
+        // Returns: roughly how many numbers there is room for.
+        std::size_t GetRoom() const;
     };
     class Workspace;
 
@@ -103,6 +109,12 @@ private:
     void ReadOneOfCases(std::size_t place, std::size_t stride, const ScoreCaseRecord* record, ScoreResult*& result,
                         Status& status, bool flag, Workspace& work);
     void DecideCases(std::size_t stride, ScoreResult** results, Status* statuses, Workspace& work) const;
+    void DecideColumns(std::size_t cases, Workspace& work) const;
+    Status FillResultOf(std::size_t decided, Workspace& work, ScoreResult*& result) const;
+    bool FindSources(std::size_t first, std::size_t cases, const double* const* columns, std::size_t columnCount,
+                     Workspace& work) const;
+    std::size_t GetDecisionCount() const;
+    std::size_t GetMostTogether() const;
     static void Trace(const Status& status);
     Status FillCaseRecord(ScoreResult*& result, const ScoreCaseRecord* record, bool& isComplete, Indices& indices,
                           Values& values) const;
@@ -112,7 +124,7 @@ private:
     Status ScoreSVMByKernelType(const Indices& indices, const Values& values, std::int32_t machine,
                                 double& value) const;
     bool IsPlannedFor(std::size_t machineCount, std::size_t columnCount) const;
-    Status ComputeDecisions(const Indices& indices, const Values& values, std::size_t count, double* decisions) const;
+    Status ComputeDecisions(Workspace& work) const;
     Status ScoreSVMClsModel(ScoreResult*& result, Workspace& work) const;
     Status ScoreSVMRegModel(ScoreResult*& result, Workspace& work) const;
     bool IsMissScoreValue(const ScoreDictVar* variable, const ScoreValue* value) const;
@@ -136,8 +148,8 @@ private:
     Status GetProbablitiesForMultiClass(const Indices& votes, Vote& vote) const;                   // sic
     Status CalculateClassProbabilites(const Values& decisions, std::vector<Values>& pairs) const;  // sic
     static double ComputeZARNZValue(double decision, double a, double b);
-    Status DoMultiProbLearn(const std::vector<Values>& pairs, const PairwiseCoupling& coupling,
-                            Values& probabilities) const;
+    Status DoMultiProbLearn(const std::vector<Values>& pairs, const PairwiseCoupling& coupling, Values& probabilities,
+                            PairwiseCoupling::Work& work) const;
 
     // Results.
     Status FillSVMClsResult(const Vote& vote, ScoreResult*& result) const;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "svm/SVMModel.h"
+#include "svm/plan/PlanWorkspace.h"
 
 namespace KwBrevix_930 {
 
@@ -17,15 +18,19 @@ public:
     Values decisions;
     Vote vote;
 
-    // Several cases: which of the call they are, the input values column by column, the decision values case by case.
+    // Several cases: which of the call they are, the input values column by column and where those of each column
+    // begin, the decision values case by case.
     std::vector<std::size_t> places;
     Values columns;
+    std::vector<const double*> sources;
     Values batchDecisions;
+
+    plan::PlanWorkspace plan;
 
     /// Returns: roughly how many numbers the vectors have room for.
     std::size_t GetRoom() const {
-        return values.capacity() + decisions.capacity() + vote.pairs.size() * vote.pairs.size() + columns.capacity() +
-               batchDecisions.capacity();
+        return indices.capacity() + values.capacity() + decisions.capacity() + vote.GetRoom() + places.capacity() +
+               columns.capacity() + sources.capacity() + batchDecisions.capacity() + plan.GetRoom();
     }
 };
 
@@ -52,8 +57,8 @@ public:
     Workspace& operator*() { return fMade ? *fMade : Kept().workspace; }
 
 private:
-    // In numbers: half a megabyte.
-    static constexpr std::size_t kMostKept = 1 << 16;
+    // In numbers: eight megabytes.
+    static constexpr std::size_t kMostKept = 1 << 20;
 
     struct Keep {
         Workspace workspace;

@@ -5,6 +5,7 @@
 #include <exception>
 #include <numeric>
 
+#include "host/ScoreDictVar.h"
 #include "svm/SVMModel.h"
 #include "svm/SVMModelWorkspace.h"
 #include "svm/plan/ScoringPlan.h"
@@ -14,18 +15,30 @@ namespace KwBrevix_930 {
 
 namespace {
 
-// So many are read before they are decided: enough to fill tiles, few enough that their values stay in the cache.
+// So many are read before they are decided: enough to fill tiles, few enough that their values stay in the cache; and
+// of large cases fewer, so that a batch of them takes hardly more memory than one.
 constexpr std::size_t kMostTogether = 64;
+constexpr std::size_t kMostNumbers = std::size_t{1} << 17;
 
 }  // namespace
 
+std::size_t SVMModel::GetDecisionCount() const {
+    return fData->GetIsClassification() ? fData->GetMachines().size() : 1;
+}
+
+std::size_t SVMModel::GetMostTogether() const {
+    const std::size_t machineCount = fData ? GetDecisionCount() : 0;
+    return std::clamp(kMostNumbers / (fInputVars.size() + machineCount + 1), std::size_t{1}, kMostTogether);
+}
+
 void SVMModel::ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
                           Status* statuses, bool flag) {
+    const std::size_t together = GetMostTogether();
     Lent<Workspace> lent;
     // What an exception leaves out keeps this.
     std::fill_n(statuses, count, kMissingStatus);
-    for (std::size_t first = 0; first < count; first += kMostTogether) {
-        const std::size_t some = std::min(kMostTogether, count - first);
+    for (std::size_t first = 0; first < count; first += together) {
+        const std::size_t some = std::min(together, count - first);
         std::exception_ptr fault;
         const std::size_t read =
             ReadCases(some, records + first, results + first, statuses + first, flag, *lent, fault);
@@ -74,11 +87,13 @@ void SVMModel::DecideCases(std::size_t stride, ScoreResult** results, Status* st
     const std::size_t cases = work.places.size();
     if (cases == 0)
         return;
-    const std::size_t machineCount = fData->GetIsClassification() ? fData->GetMachines().size() : 1;
+    const std::size_t machineCount = GetDecisionCount();
     const bool hasPlan = IsPlannedFor(machineCount, fInputVars.size());
     if (hasPlan) {
-        work.batchDecisions.resize(cases * machineCount);
-        fPlan->DecideBatch(cases, work.columns.data(), stride, work.batchDecisions.data());
+        work.sources.resize(fInputVars.size());
+        for (std::size_t column = 0; column < fInputVars.size(); ++column)
+            work.sources[column] = work.columns.data() + column * stride;
+        DecideColumns(cases, work);
     }
     // As every case that was read, with each column in its place.
     work.values.resize(fInputVars.size());
@@ -87,15 +102,78 @@ void SVMModel::DecideCases(std::size_t stride, ScoreResult** results, Status* st
     for (std::size_t k = 0; k < cases; ++k) {
         const std::size_t place = work.places[k];
         if (hasPlan) {
-            const auto first = work.batchDecisions.begin() + static_cast<std::ptrdiff_t>(k * machineCount);
-            work.decisions.assign(first, first + static_cast<std::ptrdiff_t>(machineCount));
-            statuses[place] = FillResult(work, results[place]);
+            statuses[place] = FillResultOf(k, work, results[place]);
             continue;
         }
         for (std::size_t column = 0; column < work.values.size(); ++column)
             work.values[column] = work.columns[column * stride + k];
         statuses[place] = DecideCase(results[place], work);
     }
+}
+
+// By the plan, from work.sources.
+void SVMModel::DecideColumns(std::size_t cases, Workspace& work) const {
+    work.batchDecisions.resize(cases * GetDecisionCount());
+    fPlan->DecideBatch(cases, work.sources.data(), work.batchDecisions.data(), work.plan);
+}
+
+// Of one of the cases that the plan has decided.
+SVMModel::Status SVMModel::FillResultOf(std::size_t decided, Workspace& work, ScoreResult*& result) const {
+    const std::size_t machineCount = GetDecisionCount();
+    const double* first = work.batchDecisions.data() + decided * machineCount;
+    work.decisions.assign(first, first + machineCount);
+    return FillResult(work, result);
+}
+
+bool SVMModel::ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount,
+                            ScoreResult** results, Status* statuses) {
+    if (!fDictVarIndicesReady || !fTargetVar || !fData || !IsPlannedFor(GetDecisionCount(), fInputVars.size()))
+        return false;
+    Lent<Workspace> lent;
+    const std::size_t together = GetMostTogether();
+    for (std::size_t first = 0; first < count; first += together) {
+        const std::size_t some = std::min(together, count - first);
+        if (!FindSources(first, some, columns, columnCount, *lent))
+            return false;
+        DecideColumns(some, *lent);
+        for (std::size_t i = 0; i < some; ++i) {
+            ScoreResult*& result = results[first + i];
+            if (!result)
+                CreateResult(result);
+            statuses[first + i] = FillResultOf(i, *lent, result);
+            Trace(statuses[first + i]);
+        }
+    }
+    return true;
+}
+
+// Where the values of some cases begin, column by column of the vector space. Returns: false when a variable is not
+// among the given ones, or its values are not such as the column needs.
+bool SVMModel::FindSources(std::size_t first, std::size_t cases, const double* const* columns, std::size_t columnCount,
+                           Workspace& work) const {
+    const auto& kinds = fData->GetVectorFieldKinds();
+    if (kinds.size() != fInputVars.size())
+        return false;
+    work.sources.resize(fInputVars.size());
+    work.columns.resize(fInputVars.size() * cases);
+    for (std::size_t column = 0; column < fInputVars.size(); ++column) {
+        const ScoreDictVar* variable = fInputVars[column];
+        const int index = variable ? variable->GetIndex() : -1;
+        if (index < 0 || static_cast<std::size_t>(index) >= columnCount || !columns[index])
+            return false;
+        const double* values = columns[index] + first;
+        const bool isCategory = kinds[column] == SVMVectorField::kCategoricalPredictor;
+        if (variable->IsString() != isCategory || (!isCategory && kinds[column] != SVMVectorField::kFieldRef))
+            return false;
+        work.sources[column] = values;
+        if (!isCategory)
+            continue;
+        const double category = fData->GetVectorFields()[column]->categoryIndex;
+        double* encoded = work.columns.data() + column * cases;
+        std::transform(values, values + cases, encoded, [=](double value) { return value == category ? 1.0 : 0.0; });
+        work.sources[column] = encoded;
+    }
+    return true;
 }
 
 }  // namespace KwBrevix_930

@@ -186,25 +186,27 @@ bool SVMModel::IsPlannedFor(std::size_t machineCount, std::size_t columnCount) c
     return fPlan && fPlan->GetMachineCount() == machineCount && fPlan->GetColumnCount() == columnCount;
 }
 
-// The decision values of the first machines; by the plan where it fits, and with the same bits by the plain loops where
-// not.
-SVMModel::Status SVMModel::ComputeDecisions(const Indices& indices, const Values& values, std::size_t count,
-                                            double* decisions) const {
+// As many decision values as there is room for; by the plan where it fits, and with the same bits by the plain loops
+// where not.
+SVMModel::Status SVMModel::ComputeDecisions(Workspace& work) const {
+    const Values& values = work.values;
+    const std::size_t count = work.decisions.size();
+    double* decisions = work.decisions.data();
     if (IsPlannedFor(count, values.size())) {
-        fPlan->Decide(values.data(), decisions);
+        fPlan->Decide(values.data(), decisions, work.plan);
         return {};
     }
     Status status;
     for (std::size_t machine = 0; machine < count && !status.IsError(); ++machine) {
         decisions[machine] = 0.0;
-        status = ScoreSVMByKernelType(indices, values, static_cast<std::int32_t>(machine), decisions[machine]);
+        status = ScoreSVMByKernelType(work.indices, values, static_cast<std::int32_t>(machine), decisions[machine]);
     }
     return status;
 }
 
 SVMModel::Status SVMModel::ScoreSVMClsModel(ScoreResult*& result, Workspace& work) const {
     work.decisions.resize(fData->GetMachines().size());
-    const Status status = ComputeDecisions(work.indices, work.values, work.decisions.size(), work.decisions.data());
+    const Status status = ComputeDecisions(work);
     return status.IsError() ? status : FillResult(work, result);
 }
 
@@ -213,7 +215,7 @@ SVMModel::Status SVMModel::ScoreSVMRegModel(ScoreResult*& result, Workspace& wor
     if (work.indices.empty())
         return {};
     work.decisions.resize(1);
-    const Status status = ComputeDecisions(work.indices, work.values, 1, work.decisions.data());
+    const Status status = ComputeDecisions(work);
     return status.IsError() ? status : FillResult(work, result);
 }
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "svm/PairwiseCoupling.h"
 #include "svm/status_codes.h"
 
 namespace KwBrevix_930 {
@@ -24,6 +23,12 @@ bool IsPairCount(std::size_t machineCount, std::int32_t categoryCount) {
 }
 
 }  // namespace
+
+std::size_t SVMModel::Vote::GetRoom() const {
+    const std::size_t rowRoom = pairs.empty() ? 0 : pairs.front().capacity();
+    return probabilities.capacity() + tickets.capacity() + pairs.capacity() * (rowRoom + 1) +
+           coupling.q.AsVectorConst().capacity() + coupling.product.capacity();
+}
 
 SVMModel::Status SVMModel::DoVotingForSVMCls(const Values& decisions, Vote& vote) const {
     if (decisions.empty() || decisions.size() != fData->GetMachines().size())
@@ -146,8 +151,8 @@ SVMModel::Status SVMModel::CalculateClassProbabilites(const Values& decisions, s
 
 // Fewer than three categories are left as they are.
 SVMModel::Status SVMModel::DoMultiProbLearn(const std::vector<Values>& pairs, const PairwiseCoupling& coupling,
-                                            Values& probabilities) const {
-    if (probabilities.size() >= 3 && coupling.Solve(pairs, probabilities).IsError())
+                                            Values& probabilities, PairwiseCoupling::Work& work) const {
+    if (probabilities.size() >= 3 && coupling.Solve(pairs, probabilities, work).IsError())
         return kInvalidStatus;
     return probabilities.empty() ? kInvalidStatus : Status();
 }
@@ -161,7 +166,7 @@ SVMModel::Status SVMModel::GetZARNTicketByMultiClass(const Values& decisions, Vo
     if (status.IsError())
         return status;
     vote.probabilities.resize(pairs.size());
-    status = DoMultiProbLearn(pairs, PairwiseCoupling(), vote.probabilities);
+    status = DoMultiProbLearn(pairs, PairwiseCoupling(), vote.probabilities, vote.coupling);
     if (status.IsError() || vote.probabilities.size() != fTargetCategoryNames.size())
         return status;
     for (std::size_t c = 0; c < vote.probabilities.size(); ++c) {

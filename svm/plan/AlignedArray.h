@@ -9,8 +9,7 @@
 
 namespace KwBrevix_930::plan {
 
-/// Of fixed size, zero at first. Its memory comes from the ordinary operator new, which knows no such alignment
-/// everywhere.
+/// Zero at first. Its memory comes from the ordinary operator new, which knows no such alignment everywhere.
 template <class T>
 class AlignedArray {
     static_assert(std::is_trivially_copyable_v<T>);
@@ -29,6 +28,14 @@ public:
     AlignedArray(AlignedArray&&) noexcept = default;
     AlignedArray& operator=(AlignedArray&&) noexcept = default;
     ~AlignedArray() = default;
+
+    /// Makes room for size elements where there is less; what the elements held is lost then.
+    /// Returns: the first element.
+    T* Grow(std::size_t size) {
+        if (size > fSize)
+            *this = AlignedArray(size);
+        return data();
+    }
 
     T* data() { return fMemory.data() + fOffset; }
     const T* data() const { return fMemory.data() + fOffset; }

@@ -8,6 +8,7 @@
 #include "svm/plan/AlignedArray.h"
 #include "svm/plan/KernelShape.h"
 #include "svm/plan/Loops.h"
+#include "svm/plan/PlanWorkspace.h"
 #include "svm/plan/merged_vector.h"
 
 namespace KwBrevix_930::plan {
@@ -24,9 +25,7 @@ public:
     void Finish();
 
     /// Returns: false, with nothing done, when x is not made of bits. kernel: the kernel value of each row.
-    bool Evaluate(const double* x, double* kernel) const;
-    /// The same for a tile, none of whose cases may have anything but bits. kernel: kTile values a row.
-    bool EvaluateTile(const double* tile, double* kernel) const;
+    bool Evaluate(const double* x, double* kernel, PlanWorkspace& work) const;
 
 private:
     std::size_t fColumns;

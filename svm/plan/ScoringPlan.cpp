@@ -3,150 +3,150 @@
 
 #include <algorithm>
 
-#include "svm/plan/AlignedArray.h"
-#include "svm/plan/Scratch.h"
-
 namespace KwBrevix_930::plan {
 
 namespace {
 
-// Numbers of a case, or kernel values, that one call keeps on the stack.
-constexpr std::size_t kOnStack = 512;
+// Tiles whose numbers and kernel values are worked on together: as many as fit a cache.
+constexpr std::size_t kMostTiles = 4;
+constexpr std::size_t kNumbersInCache = std::size_t{1} << 18;
 
-bool AreFinite(const double* x, std::size_t count) {
+// Fewer cases than this are no tile: one by one they take less time.
+constexpr std::size_t kFewestInTile = 4;
+
+// x: each stride behind the one before.
+bool AreFinite(const double* x, std::size_t count, std::size_t stride = 1) {
     bool areFinite = true;
     for (std::size_t i = 0; i < count; ++i)
-        areFinite &= x[i] - x[i] == 0.0;
+        areFinite &= x[stride * i] - x[stride * i] == 0.0;
     return areFinite;
+}
+
+// Cases that the tile lacks are zeros, and so are the numbers behind its last column.
+void FillTile(std::size_t first, std::size_t cases, const double* const* columns, std::size_t columnCount,
+              double* tile) {
+    for (std::size_t p = 0; p < columnCount; ++p, tile += kTile) {
+        if (cases == kTile)
+            std::copy_n(columns[p] + first, kTile, tile);
+        else
+            std::fill(std::copy_n(columns[p] + first, cases, tile), tile + kTile, 0.0);
+    }
+    std::fill_n(tile, kTile, 0.0);
 }
 
 }  // namespace
 
-// What a batch works with: some tiles of cases and their kernel values, all of which fit a cache; one case apart; the
-// sums of one tile.
-struct ScoringPlan::Workspace {
-    static constexpr std::size_t kMostTiles = 4;
-    static constexpr std::size_t kNumbersInCache = std::size_t{1} << 18;
-
-    Workspace(const ScoringPlan& plan, std::size_t cases)
-        : columns(plan.GetColumnCount()),
-          tileSpace((columns + 1) * kTile),
-          valueSpace((plan.GetRowSpace() + 1) * kTile),
-          tileCount(std::clamp(kNumbersInCache / (tileSpace + valueSpace), std::size_t{1},
-                               std::min(kMostTiles, (cases + kTile - 1) / kTile))),
-          numbers(tileCount * tileSpace),
-          kernelValues(tileCount * valueSpace),
-          x(columns),
-          sums(plan.GetMachineCount() * kTile) {}
-
-    // Cases that the last tile lacks are zeros. Returns: the tiles that there are.
-    std::size_t Fill(std::size_t cases, const double* values, std::size_t stride) {
-        const std::size_t filled = (cases + kTile - 1) / kTile;
-        for (std::size_t p = 0; p < columns; ++p) {
-            for (std::size_t i = 0; i < filled * kTile; ++i)
-                numbers[i / kTile * tileSpace + p * kTile + i % kTile] = i < cases ? values[p * stride + i] : 0.0;
-        }
-        return filled;
-    }
-
-    void TakeCase(const double* tile, std::size_t c) {
-        for (std::size_t p = 0; p < columns; ++p)
-            x[p] = tile[p * kTile + c];
-    }
-
-    Tiles GetTiles(std::size_t first, std::size_t count) {
-        return {count, numbers.data() + first * tileSpace, tileSpace, kernelValues.data() + first * valueSpace,
-                valueSpace};
-    }
-
-    std::size_t columns;
-    std::size_t tileSpace;
-    std::size_t valueSpace;
-    std::size_t tileCount;
-    AlignedArray<double> numbers;
-    AlignedArray<double> kernelValues;
-    std::vector<double> x;
-    std::vector<double> sums;
-};
-
 void ScoringPlan::Decide(const double* values, double* decisions) const {
-    const std::size_t columns = fColumns.size();
-    Scratch<double, kOnStack> x(columns + 1);
-    std::copy_n(values, columns, x.data());
-    x[columns] = 0.0;
-    Scratch<double, kOnStack> kernelValues(GetRowSpace() + 1);
-    Evaluate(x.data(), kernelValues.data());
+    PlanWorkspace work;
+    Decide(values, decisions, work);
+}
+
+void ScoringPlan::Decide(const double* values, double* decisions, PlanWorkspace& work) const {
+    std::copy_n(values, fColumns.size(), work.numbers.Grow(fColumns.size() + 1));
+    DecideGathered(decisions, work);
+}
+
+// Of the case that stands in work.numbers.
+void ScoringPlan::DecideGathered(double* decisions, PlanWorkspace& work) const {
+    double* x = work.numbers.data();
+    double* kernelValues = work.kernelValues.Grow(GetRowSpace() + 1);
+    x[fColumns.size()] = 0.0;
+    Evaluate(x, kernelValues, work);
     kernelValues[GetRowSpace()] = 0.0;
-    fMachines->SumCase(kernelValues.data(), decisions);
+    fMachines->SumCase(kernelValues, decisions);
     for (std::size_t m = 0; m < fBiases.size(); ++m)
         decisions[m] += fBiases[m];
 }
 
-void ScoringPlan::Evaluate(const double* x, double* kernelValues) const {
-    if (fBits && fBits->Evaluate(x, kernelValues))
+void ScoringPlan::Evaluate(const double* x, double* kernelValues, PlanWorkspace& work) const {
+    if (fBits && fBits->Evaluate(x, kernelValues, work))
         return;
-    const std::size_t columns = fColumns.size();
-    if (fNeedsFinite && !AreFinite(x, columns)) {
-        CallKernel({x, x + columns}, true, kernelValues, 1);
+    if (fNeedsFinite && !AreFinite(x, fColumns.size())) {
+        CallKernel(x, true, kernelValues, 1, work);
         return;
     }
     fSums->SumCase(x, kernelValues);
-    fShape.Apply(kernelValues, fRows.size());
+    fShape.Apply(kernelValues, fAppliedRows);
     if (!fMergedRows.empty())
-        CallKernel({x, x + columns}, false, kernelValues, 1);
+        CallKernel(x, false, kernelValues, 1, work);
 }
 
-// For all rows, or for those alone that no layout holds. kernelValues[stride * row] is set.
-void ScoringPlan::CallKernel(const std::vector<double>& x, bool forAll, double* kernelValues,
-                             std::size_t stride) const {
+// For all rows, or for those alone that no layout holds. x: each stride behind the one before, and so the kernel
+// values.
+void ScoringPlan::CallKernel(const double* x, bool forAll, double* kernelValues, std::size_t stride,
+                             PlanWorkspace& work) const {
+    work.x.resize(fColumns.size());
+    for (std::size_t p = 0; p < work.x.size(); ++p)
+        work.x[p] = x[stride * p];
     const std::size_t count = forAll ? fRows.size() : fMergedRows.size();
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t row = forAll ? i : fMergedRows[i];
-        kernelValues[stride * row] = fKernel.Evaluate(fColumns, x, fRows[row]->indices, fRows[row]->values);
+        kernelValues[stride * row] = fKernel.Evaluate(fColumns, work.x, fRows[row]->indices, fRows[row]->values);
     }
 }
 
 void ScoringPlan::DecideBatch(std::size_t count, const double* values, std::size_t stride, double* decisions) const {
-    if (count == 0)
-        return;
-    Workspace work(*this, count);
+    PlanWorkspace work;
+    for (std::size_t p = 0; p < fColumns.size(); ++p)
+        work.columns.push_back(values + stride * p);
+    DecideBatch(count, work.columns.data(), decisions, work);
+}
+
+// Bits are so many cases already that tiles gain nothing.
+void ScoringPlan::DecideBatch(std::size_t count, const double* const* columns, double* decisions,
+                              PlanWorkspace& work) const {
+    const std::size_t perTile = (fColumns.size() + GetRowSpace() + 2) * kTile;
+    const std::size_t together = std::clamp(kNumbersInCache / perTile, std::size_t{1}, kMostTiles) * kTile;
+    std::size_t first = 0;
+    while (!fBits && count - first >= kFewestInTile) {
+        const std::size_t some = std::min(together, count - first);
+        const std::size_t cases = some % kTile < kFewestInTile && some > kTile ? some - some % kTile : some;
+        DecideTiles(first, cases, columns, decisions, work);
+        first += cases;
+    }
+    for (; first < count; ++first) {
+        double* x = work.numbers.Grow(fColumns.size() + 1);
+        for (std::size_t p = 0; p < fColumns.size(); ++p)
+            x[p] = columns[p][first];
+        DecideGathered(decisions + first * GetMachineCount(), work);
+    }
+}
+
+void ScoringPlan::DecideTiles(std::size_t first, std::size_t cases, const double* const* columns, double* decisions,
+                              PlanWorkspace& work) const {
     const std::size_t machines = GetMachineCount();
-    for (std::size_t first = 0; first < count; first += work.tileCount * kTile) {
-        const std::size_t cases = std::min(work.tileCount * kTile, count - first);
-        EvaluateTiles(work.Fill(cases, values + first, stride), work);
-        for (std::size_t i = 0; i < cases; ++i) {
-            if (i % kTile == 0)
-                fMachines->SumTile(work.GetTiles(i / kTile, 1).sums, work.sums.data());
-            for (std::size_t m = 0; m < machines; ++m)
-                decisions[(first + i) * machines + m] = work.sums[m * kTile + i % kTile] + fBiases[m];
-        }
-    }
-}
-
-void ScoringPlan::EvaluateTiles(std::size_t count, Workspace& work) const {
-    if (!fBits)
-        fSums->SumTiles(work.GetTiles(0, count));
+    const std::size_t numberStride = (fColumns.size() + 1) * kTile;
+    const std::size_t sumStride = (GetRowSpace() + 1) * kTile;
+    const std::size_t count = (cases + kTile - 1) / kTile;
+    const Tiles tiles{count, work.numbers.Grow(count * numberStride), numberStride,
+                      work.kernelValues.Grow(count * sumStride), sumStride};
+    for (std::size_t i = 0; i < count; ++i)
+        FillTile(first + i * kTile, std::min(kTile, cases - i * kTile), columns, fColumns.size(),
+                 work.numbers.data() + i * numberStride);
+    fSums->SumTiles(tiles);
     for (std::size_t i = 0; i < count; ++i) {
-        const Tiles tile = work.GetTiles(i, 1);
-        if (fBits) {
-            if (fBits->EvaluateTile(tile.numbers, tile.sums))
-                continue;
-            fSums->SumTiles(tile);
+        const std::size_t its = std::min(kTile, cases - i * kTile);
+        FinishTile({1, tiles.numbers + i * numberStride, numberStride, tiles.sums + i * sumStride, sumStride}, its,
+                   work);
+        const double* sums = work.sums.data();
+        double* to = decisions + (first + i * kTile) * machines;
+        for (std::size_t c = 0; c < its; ++c) {
+            for (std::size_t m = 0; m < machines; ++m)
+                *to++ = sums[m * kTile + c] + fBiases[m];
         }
-        fShape.Apply(tile.sums, fRows.size() * kTile);
-        CallKernelOfTile(tile, work);
     }
 }
 
-// Cases that the tile lacks are finite.
-void ScoringPlan::CallKernelOfTile(const Tiles& tile, Workspace& work) const {
+// From the sums of a tile's rows to those of its machines, in work.sums.
+void ScoringPlan::FinishTile(const Tiles& tile, std::size_t cases, PlanWorkspace& work) const {
+    fShape.Apply(tile.sums, fRows.size() * kTile);
     const bool isFinite = !fNeedsFinite || AreFinite(tile.numbers, kTile * fColumns.size());
-    if (isFinite && fMergedRows.empty())
-        return;
-    for (std::size_t c = 0; c < kTile; ++c) {
-        work.TakeCase(tile.numbers, c);
-        CallKernel(work.x, !isFinite && !AreFinite(work.x.data(), work.x.size()), tile.sums + c, kTile);
+    for (std::size_t c = 0; c < cases && !(isFinite && fMergedRows.empty()); ++c) {
+        const double* x = tile.numbers + c;
+        CallKernel(x, !isFinite && !AreFinite(x, fColumns.size(), kTile), tile.sums + c, kTile, work);
     }
+    std::fill_n(tile.sums + GetRowSpace() * kTile, kTile, 0.0);
+    fMachines->SumTile(tile.sums, work.sums.Grow(GetMachineCount() * kTile));
 }
 
 }  // namespace KwBrevix_930::plan

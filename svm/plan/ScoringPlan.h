@@ -13,6 +13,7 @@
 #include "svm/plan/BitRows.h"
 #include "svm/plan/KernelShape.h"
 #include "svm/plan/Loops.h"
+#include "svm/plan/PlanWorkspace.h"
 #include "svm/plan/ProductLists.h"
 #include "svm/plan/RowSums.h"
 
@@ -46,17 +47,19 @@ public:
     /// Returns: the number of decision values of a case.
     std::size_t GetMachineCount() const { return fBiases.size(); }
 
-    /// values: one for each column. decisions: one for each machine.
+    /// values: one for each column. decisions: one for each machine. work: any, whose memory serves the next call.
+    void Decide(const double* values, double* decisions, PlanWorkspace& work) const;
     void Decide(const double* values, double* decisions) const;
 
-    /// values: column by column, values[stride * column + i] of case i, i < count <= stride. decisions: case by case,
+    /// columns: for each column the numbers of all cases. decisions: case by case,
     /// decisions[GetMachineCount() * i + machine].
+    void DecideBatch(std::size_t count, const double* const* columns, double* decisions, PlanWorkspace& work) const;
+    /// The same, of values[stride * column + i] for case i, i < count <= stride.
     void DecideBatch(std::size_t count, const double* values, std::size_t stride, double* decisions) const;
 
 private:
     using Instance = SVMVectorInstance;
     struct Survey;
-    struct Workspace;
 
     using Machines = std::span<const std::unique_ptr<ST_SUPPORTVECTORMACHINE>>;
 
@@ -78,10 +81,12 @@ private:
 
     // Scoring. The kernel values of a case or tile have room for whole blocks and a zero behind them.
     std::size_t GetRowSpace() const { return (fRows.size() + kBlock - 1) / kBlock * kBlock; }
-    void Evaluate(const double* x, double* kernelValues) const;
-    void EvaluateTiles(std::size_t count, Workspace& work) const;
-    void CallKernelOfTile(const Tiles& tile, Workspace& work) const;
-    void CallKernel(const std::vector<double>& x, bool forAll, double* kernelValues, std::size_t stride) const;
+    void DecideGathered(double* decisions, PlanWorkspace& work) const;
+    void Evaluate(const double* x, double* kernelValues, PlanWorkspace& work) const;
+    void DecideTiles(std::size_t first, std::size_t cases, const double* const* columns, double* decisions,
+                     PlanWorkspace& work) const;
+    void FinishTile(const Tiles& tile, std::size_t cases, PlanWorkspace& work) const;
+    void CallKernel(const double* x, bool forAll, double* kernelValues, std::size_t stride, PlanWorkspace& work) const;
 
     KernelShape fShape;
     const KwSVM_700::SVMKernelFunction& fKernel;
@@ -91,6 +96,9 @@ private:
     // The distinct support vectors, in the order in which the machines name them.
     std::vector<const Instance*> fRows;
     std::vector<std::uint32_t> fMergedRows;
+    // How many kernel values of a case are computed: with those behind the last row that make whole packs, where the
+    // layout has sums for them.
+    std::size_t fAppliedRows = 0;
     bool fNeedsFinite = false;
     std::unique_ptr<RowSums> fSums;
     std::unique_ptr<BitRows> fBits;

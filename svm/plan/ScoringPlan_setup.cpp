@@ -136,6 +136,7 @@ void ScoringPlan::LayOutRows(const Survey& survey, const Target& target) {
         LayOutDense(isDistance ? loops.distancesOfFloats : loops.productsOfFloats);
     else
         LayOutDense(isDistance ? loops.distances : loops.products);
+    fAppliedRows = IsListed(survey) ? fRows.size() : (fRows.size() + kTile - 1) / kTile * kTile;
     fNeedsFinite = !isDistance && !IsListed(survey) && survey.entryCount < fRows.size() * fColumns.size();
     if (survey.areBits)
         LayOutBits(loops);

@@ -59,7 +59,8 @@ public:
     }
     static double Sigmoid(double decision, double a, double b) { return SVMModel::ComputeZARNZValue(decision, a, b); }
     Status Couple(const std::vector<Values>& pairs, Values& probabilities, const PairwiseCoupling& coupling = {}) {
-        return fModel.DoMultiProbLearn(pairs, coupling, probabilities);
+        PairwiseCoupling::Work work;
+        return fModel.DoMultiProbLearn(pairs, coupling, probabilities, work);
     }
 
     Status FillCls(const Vote& vote, ScoreResult*& result) { return fModel.FillSVMClsResult(vote, result); }

@@ -97,12 +97,12 @@ TEST(GetScoreAllocation, OfOneAgainstAllIsNone) {
     EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 0));
 }
 
-TEST(GetScoreAllocation, OfCouplingIsItsMatrixAndProduct) {
+TEST(GetScoreAllocation, OfCouplingIsNone) {
     Bench bench({"a", "b", "c", "d", "e"});
     auto data = PairsOf(bench, 5);
     data->SetIsZarnModel(true);
     bench.TakeData(std::move(data));
-    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 2));
+    EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 0));
 }
 
 TEST(GetScoreAllocation, OfANewResultIsTheResult) {
