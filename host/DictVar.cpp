@@ -29,7 +29,8 @@ bool DictVar::Interval::Contains(double number) const {
     return isAboveLeft && isBelowRight;
 }
 
-DictVar::DictVar(std::string name, DataType type, Kind kind) : fName(std::move(name)), fType(type), fKind(kind) {}
+DictVar::DictVar(std::string name, DataType type, Kind kind)
+    : fName(std::move(name)), fType(type), fKind(kind), fHasNumberRules(type != kNumber) {}
 
 DictVar::DictVar(const DictVar& other)
     : ScoreDictVar(other),
@@ -50,6 +51,7 @@ DictVar::DictVar(const DictVar& other)
       fLow(other.fLow),
       fHigh(other.fHigh),
       fMissingIsInvalid(other.fMissingIsInvalid),
+      fHasNumberRules(other.fHasNumberRules),
       fStats(other.fStats),
       fIndex(other.fIndex) {
     for (const ScoreCategory& category : other.fCategories)
@@ -107,14 +109,17 @@ void DictVar::Declare(const std::string& name, std::unique_ptr<ScoreValue> value
         AddToLookUp(name, value->GetDouble());
     }
     fCategories.push_back({name, std::move(value)});
+    FindNumberRules();
 }
 
 void DictVar::AddMissingValue(const std::string& text) {
     fMissingValues.Add(MakeAnyValue(text));
+    FindNumberRules();
 }
 
 void DictVar::AddInvalidValue(const std::string& text) {
     fInvalidValues.Add(MakeAnyValue(text));
+    FindNumberRules();
 }
 
 std::unique_ptr<ScoreValue> DictVar::MakeAnyValue(const std::string& text) const {
@@ -124,6 +129,7 @@ std::unique_ptr<ScoreValue> DictVar::MakeAnyValue(const std::string& text) const
 
 void DictVar::AddInterval(const Interval& interval) {
     fIntervals.push_back(interval);
+    FindNumberRules();
 }
 
 void DictVar::SetInvalidTreatment(InvalidTreatment treatment, std::unique_ptr<ScoreValue> replacement) {
@@ -133,6 +139,7 @@ void DictVar::SetInvalidTreatment(InvalidTreatment treatment, std::unique_ptr<Sc
 
 void DictVar::SetOutlierTreatment(OutlierTreatment treatment, std::optional<double> low, std::optional<double> high) {
     fOutliers = treatment;
+    FindNumberRules();
     fLow.reset();
     fHigh.reset();
     if (low)
@@ -181,6 +188,26 @@ std::optional<double> DictVar::ParseText(std::string_view text) const {
     const auto number = ParseNumber(text);
     const bool isNoBoolean = fType == kBoolean && number != 0.0 && number != 1.0;
     return isNoBoolean ? std::nullopt : number ? number : ParseCount(text);
+}
+
+void DictVar::FindNumberRules() {
+    fHasNumberRules = fType != kNumber || !fMissingValues.IsEmpty() || !fInvalidValues.IsEmpty() ||
+                      !fCategories.empty() || !fIntervals.empty() || fOutliers != kOutliersAsIs;
+}
+
+bool DictVar::IsPlain(const ScoreValue& value) const {
+    return Treat(value) == &value && !IsMissing(&value) && IsValid(&value);
+}
+
+bool DictVar::ReadByRules(std::string_view text, double& number) const {
+    if (fType == kString) {
+        const StringValue value{std::string(text)};
+        number = GetCategoryIndex(&value);
+        return IsPlain(value);
+    }
+    const auto parsed = ParseText(text);
+    number = parsed.value_or(0.0);
+    return parsed && IsPlain(NumericValue(number));
 }
 
 // A day is the moment at which it begins.
@@ -251,7 +278,7 @@ bool DictVar::IsValid(const ScoreValue* value) const {
     return IsDeclaredValid(*value);
 }
 
-std::optional<int> DictVar::FindText(const std::string& text) const {
+std::optional<int> DictVar::FindText(std::string_view text) const {
     const auto found = fIndexByText.find(text);
     return found == fIndexByText.end() ? std::nullopt : std::optional(found->second);
 }

@@ -1,6 +1,7 @@
 // The host's variable: a field of the data dictionary with its declared values and treatments.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,6 +12,7 @@
 #include "host/NumericValue.h"
 #include "host/ScoreDictVar.h"
 #include "host/ScoreMissingValueSet.h"
+#include "host/short_decimal.h"
 
 namespace KwBrevix_930 {
 
@@ -92,6 +94,15 @@ public:
     /// letters of either case, are 1 and 0, and other numbers are none.
     std::optional<double> ParseText(std::string_view text) const;
 
+    /// What scoring takes of a text that no treatment concerns, sooner than by way of the record.
+    /// number: becomes the number that the text is, or the index of its category where the variable's values are texts,
+    /// -1 for a text that is none.
+    /// Returns: false for a text that is missing or invalid or that something else stands in for.
+    bool ReadPlain(std::string_view text, double& number) const {
+        // What is so short is neither NaN nor the system-missing value.
+        return (!fHasNumberRules && ShortDecimal::Parse(text, number)) || ReadByRules(text, number);
+    }
+
     /// Returns: whether the declaration allows a value, whatever the treatment.
     bool IsDeclaredValid(const ScoreValue& value) const;
 
@@ -113,10 +124,19 @@ public:
     void Display(std::ostream& stream) const override;
 
 private:
+    // Hashes texts of any kind alike, so that none is copied for a look-up.
+    struct TextHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+    };
+
+    void FindNumberRules();
+    bool ReadByRules(std::string_view text, double& number) const;
+    bool IsPlain(const ScoreValue& value) const;
     bool IsOfDataType(const ScoreValue& value) const;
     bool IsRightText(std::string_view text) const;
     std::optional<double> ParseCount(std::string_view text) const;
-    std::optional<int> FindText(const std::string& text) const;
+    std::optional<int> FindText(std::string_view text) const;
     std::optional<int> FindNumber(double number) const;
     const ScoreValue* TreatOutlier(const ScoreValue& value) const;
     std::unique_ptr<ScoreValue> MakeAnyValue(const std::string& text) const;
@@ -131,7 +151,7 @@ private:
     // By category index; shorter than the categories where the last ones declare none.
     std::vector<std::string> fDisplayValues;
     // Both look-ups lead to category indices; those from fCategories.size() on were registered, not declared.
-    std::unordered_map<std::string, int> fIndexByText;
+    std::unordered_map<std::string, int, TextHash, std::equal_to<>> fIndexByText;
     std::unordered_map<double, int> fIndexByNumber;
     int fLookUpCount = 0;
     ScoreMissingValueSet fMissingValues;
@@ -143,6 +163,8 @@ private:
     std::optional<NumericValue> fLow;
     std::optional<NumericValue> fHigh;
     bool fMissingIsInvalid = false;
+    // Whether what becomes of a number depends on which one it is.
+    bool fHasNumberRules;
     ScoreVarStats fStats;
     int fIndex = -1;
 };

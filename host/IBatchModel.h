@@ -34,7 +34,7 @@ public:
     /// ScoreDictVar::GetIndex gives the values of that variable, one for each case; null for a variable that is not
     /// given. A text is given by the index of its category. results, statuses: as for ScoreCases.
     /// Returns: false, and nothing is done, where the model has no way of its own for them: before its first case by
-    /// index, where it reads what is not given, and for some models always.
+    /// index, where it reads what is not given, and for some models always. A count of 0 asks for no more than that.
     virtual bool ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount,
                               ScoreResult** results, KwScore::KwStatus* statuses) = 0;
 };

@@ -17,6 +17,7 @@ public:
 
     void Add(std::unique_ptr<ScoreValue> value);
 
+    bool IsEmpty() const { return fValues.empty(); }
     /// Returns: whether an equal value was added; here a number that is NaN equals another.
     bool Contains(const ScoreValue& value) const;
 

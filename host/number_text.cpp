@@ -8,9 +8,14 @@
 #include <limits>
 #include <system_error>
 
+#include "host/short_decimal.h"
+
 namespace KwBrevix_930 {
 
 namespace {
+
+// Enough for the shortest text of every number.
+constexpr std::size_t kLongestText = 32;
 
 constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
 
@@ -106,43 +111,10 @@ double LeadingNumber(std::string_view text) {
     return scanned.isNumber ? scanned.value : 0.0;
 }
 
-namespace {
-
-// A plain decimal of at most 15 digits, of which at most 15 stand behind the point: its digits as a whole number and
-// the power of ten are exact doubles, so that their quotient is rounded once, as a correct conversion is.
-// Source: Clinger, How to read floating point numbers accurately, PLDI 1990.
-std::optional<double> ParseShort(std::string_view text) {
-    constexpr double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    const bool isNegative = text.starts_with('-');
-    if (isNegative)
-        text.remove_prefix(1);
-    if (text.size() > 16)
-        return std::nullopt;
-    std::int64_t digits = 0;
-    int digitCount = 0;
-    int countBeforePoint = -1;
-    for (const char c : text) {
-        if (c >= '0' && c <= '9') {
-            digits = 10 * digits + (c - '0');
-            ++digitCount;
-        } else if (c == '.' && countBeforePoint < 0) {
-            countBeforePoint = digitCount;
-        } else {
-            return std::nullopt;
-        }
-    }
-    if (digitCount == 0 || digitCount > 15)
-        return std::nullopt;
-    const double magnitude =
-        static_cast<double>(digits) / kPowers[countBeforePoint < 0 ? 0 : digitCount - countBeforePoint];
-    return isNegative ? -magnitude : magnitude;
-}
-
-}  // namespace
-
 std::optional<double> ParseNumber(std::string_view text) {
-    if (const auto number = ParseShort(text))
-        return number;
+    double value = 0.0;
+    if (ShortDecimal::Parse(text, value))
+        return value;
     const std::string_view number = Trimmed(text);
     const Scanned scanned = ScanNumber(number, false);
     if (!scanned.isNumber || scanned.end != number.data() + number.size())
@@ -167,13 +139,14 @@ std::string NumberText(double value) {
 }
 
 void AppendNumber(std::string& text, double value) {
-    if (std::isnan(value)) {
-        text += "nan";
-        return;
-    }
-    char buffer[32];
-    const auto written = std::to_chars(buffer, buffer + sizeof buffer, value);
-    text.append(buffer, written.ptr);
+    char buffer[kLongestText];
+    text.append(buffer, WriteNumber(buffer, value));
+}
+
+char* WriteNumber(char* text, double value) {
+    if (std::isnan(value))
+        return std::copy_n("nan", 3, text);
+    return std::to_chars(text, text + kLongestText, value).ptr;
 }
 
 }  // namespace KwBrevix_930

@@ -28,4 +28,8 @@ BREVIX_HOST_API std::string NumberText(double value);
 /// Appends the same text.
 BREVIX_HOST_API void AppendNumber(std::string& text, double value);
 
+/// Writes the same text, of at most 32 characters and without a zero byte.
+/// Returns: its end.
+BREVIX_HOST_API char* WriteNumber(char* text, double value);
+
 }  // namespace KwBrevix_930

@@ -143,42 +143,46 @@ void CsvReader::check(bool isRead) const {
 
 // Returns: the text from the first row on that is not plain, or not complete.
 std::string_view CsvReader::takePlainRows(std::string_view text) {
-    while (true) {
-        const std::size_t end = text.find('\n');
-        if (end == std::string_view::npos || !takePlainRow(text.substr(0, end)))
-            return text;
-        text.remove_prefix(end + 1);
-    }
+    if (fEmptyLineCount > 0)
+        return text;
+    CellMarks marks(text, fSeparator);
+    std::size_t taken = 0;
+    for (std::size_t end = takePlainRow(text, taken, marks); end > taken; end = takePlainRow(text, taken, marks))
+        taken = end;
+    fRows.appendText(text.substr(0, taken));
+    return text.substr(taken);
 }
 
 // Takes a row with as many cells as the header and neither quotes nor line ends in them.
-// Returns: false, and nothing is taken, for any other line.
-bool CsvReader::takePlainRow(std::string_view line) {
-    if (line.ends_with('\r'))
-        line.remove_suffix(1);
-    if (line.empty() || fEmptyLineCount > 0)
-        return false;
-    const char* const begin = line.data();
-    const char* const end = begin + line.size();
-    const char* start = begin;
-    std::size_t column = 0;
-    for (; column < fWantedByColumn.size() && start <= end; ++column) {
-        const char* stop = start;
-        while (stop < end && *stop != fSeparator && *stop != '"' && *stop != '\r')
-            ++stop;
-        if (stop < end && *stop != fSeparator)
-            return false;
-        if (const int wanted = fWantedByColumn[column]; wanted >= 0)
-            fPlainCells[static_cast<std::size_t>(wanted)] = {stop == start ? Row::kMissing : Row::kText,
-                                                             static_cast<std::size_t>(start - begin),
-                                                             static_cast<std::size_t>(stop - start)};
-        start = stop + 1;
+// Returns: where the next row starts; start, and nothing is taken, for any other row.
+std::size_t CsvReader::takePlainRow(std::string_view text, std::size_t start, CellMarks& marks) {
+    const std::size_t base = fRows.getTextSize();
+    const auto isMark = [text](std::size_t place, char mark) { return place < text.size() && text[place] == mark; };
+    const auto take = [&](int wanted, std::size_t cell, std::size_t end) {
+        if (wanted >= 0)
+            fPlainCells[static_cast<std::size_t>(wanted)] = {base + cell, static_cast<std::uint32_t>(end - cell),
+                                                             end == cell ? Row::kMissing : Row::kText};
+    };
+    std::size_t cell = start;
+    const std::size_t last = fWantedByColumn.size() - 1;
+    for (std::size_t column = 0; column < last; ++column) {
+        const std::size_t end = marks.next();
+        if (!isMark(end, fSeparator))
+            return start;
+        take(fWantedByColumn[column], cell, end);
+        cell = end + 1;
     }
-    if (column < fWantedByColumn.size() || start <= end)
-        return false;
-    fRows.append(fPlainCells, line);
+    const std::size_t end = marks.next();
+    const std::size_t lineEnd = isMark(end, '\r') ? marks.next() : end;
+    if (!isMark(lineEnd, '\n') || lineEnd > end + 1)
+        return start;
+    take(fWantedByColumn[last], cell, end);
+    // An empty line is no row, or one that is not plain.
+    if (end == start)
+        return start;
+    fRows.appendCells(fPlainCells);
     ++fRowCount;
-    return true;
+    return lineEnd + 1;
 }
 
 void CsvReader::onCell(void* text, std::size_t length, void* self) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <exception>
 
+#include "runtime/CellMarks.h"
 #include "runtime/Row.h"
 #include "runtime/TableReader.h"
 #include "runtime/TextChunks.h"
@@ -41,7 +42,7 @@ private:
     void finish();
     void check(bool isRead) const;
     std::string_view takePlainRows(std::string_view text);
-    bool takePlainRow(std::string_view line);
+    std::size_t takePlainRow(std::string_view text, std::size_t start, CellMarks& marks);
     void readHeader();
     void takeCell(std::string_view text);
     void takeHeaderCell(std::string_view text);

@@ -10,7 +10,7 @@ void Row::clear() {
 }
 
 void Row::set(std::size_t column, Kind kind, std::string_view text) {
-    fCells[column] = {text.empty() ? kMissing : kind, fText.size(), text.size()};
+    fCells[column] = {fText.size(), static_cast<std::uint32_t>(text.size()), text.empty() ? kMissing : kind};
     fText += text;
 }
 

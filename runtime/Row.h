@@ -13,10 +13,11 @@ class Row {
 public:
     enum Kind : std::uint8_t { kMissing, kText, kNumber, kBoolean };
 
+    /// Readers let no text grow beyond what length can tell.
     struct Cell {
-        Kind kind = kMissing;
         std::size_t start = 0;
-        std::size_t length = 0;
+        std::uint32_t length = 0;
+        Kind kind = kMissing;
     };
 
     explicit Row(std::size_t width) : fCells(width) {}

@@ -10,16 +10,15 @@ void RowBatch::clear() {
 }
 
 void RowBatch::append(const Row& row) {
-    append(row.fCells, row.fText);
+    appendCells(row.fCells);
+    for (std::size_t i = fCells.size() - fWidth; i < fCells.size(); ++i)
+        fCells[i].start += fText.size();
+    appendText(row.fText);
 }
 
-void RowBatch::append(const std::vector<Row::Cell>& cells, std::string_view text) {
+void RowBatch::appendCells(const std::vector<Row::Cell>& cells) {
     fWidth = cells.size();
-    const std::size_t first = fCells.size();
     fCells.insert(fCells.end(), cells.begin(), cells.end());
-    for (std::size_t i = first; i < fCells.size(); ++i)
-        fCells[i].start += fText.size();
-    fText += text;
     ++fRowCount;
 }
 

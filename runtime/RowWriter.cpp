@@ -1,7 +1,9 @@
 // Turns outcomes into the text of a result table. What does not change from row to row is made once.
 #include "runtime/RowWriter.h"
 
+#include <algorithm>
 #include <cmath>
+#include <optional>
 #include <unordered_set>
 
 #include <nlohmann/json.hpp>
@@ -42,14 +44,33 @@ void appendQuoted(std::string& out, std::string_view text, char separator) {
     out += '"';
 }
 
-// Returns: what most columns show, where it is there; null otherwise.
+const double* findProbability(const Outcome& outcome, int category) {
+    const auto place = static_cast<std::size_t>(category);
+    return category >= 0 && place < outcome.probabilities.size() ? &outcome.probabilities[place] : nullptr;
+}
+
+// Returns: what a column of numbers shows; null where it is absent, and for the status, which is a whole number.
 const double* findNumber(const Outcome& outcome, const OutputColumn& column) {
-    if (column.content == OutputColumn::kProbability)
-        return static_cast<std::size_t>(column.category) < outcome.probabilities.size()
-                   ? &outcome.probabilities[static_cast<std::size_t>(column.category)]
-                   : nullptr;
-    if (column.content == OutputColumn::kConfidence)
-        return outcome.confidence ? &*outcome.confidence : nullptr;
+    const auto find = [](const std::optional<double>& number) { return number ? &*number : nullptr; };
+    switch (column.content) {
+        case OutputColumn::kPrediction:
+            return find(outcome.number);
+        case OutputColumn::kConfidence:
+            return find(outcome.confidence);
+        case OutputColumn::kProbability:
+            return findProbability(outcome, column.category);
+        case OutputColumn::kPredictedProbability:
+            return findProbability(outcome, outcome.category);
+        case OutputColumn::kStdDev:
+            return find(outcome.stdDev);
+        case OutputColumn::kLower:
+            return find(outcome.lower);
+        case OutputColumn::kUpper:
+            return find(outcome.upper);
+        case OutputColumn::kStatus:
+        case OutputColumn::kField:
+            return nullptr;
+    }
     return nullptr;
 }
 
@@ -64,19 +85,41 @@ RowWriter::RowWriter(TableKind kind, const ScoringModel& model, std::vector<Kept
       fSeparator(kind == TableKind::kTsv ? '\t' : ','),
       fModel(model),
       fKept(std::move(kept)),
-      fLineEnd(isJson() ? "}\n" : "\n") {
-    for (const std::string& name : nameColumns(fKept, model)) {
-        const bool isFirst = fPrefixes.empty();
-        std::string prefix(isFirst ? 0 : 1, fSeparator);
+      fLineEnd(isJson() ? "}\n" : "\n"),
+      fAbsent(isJson() ? "null" : "") {
+    const auto names = nameColumns(fKept, model);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        std::string prefix(i == 0 ? 0 : 1, fSeparator);
         if (isJson()) {
-            prefix.assign(1, isFirst ? '{' : ',');
-            appendJsonText(prefix, name);
+            prefix.assign(1, i == 0 ? '{' : ',');
+            appendJsonText(prefix, names[i]);
             prefix += ':';
         }
-        fPrefixes.push_back(prefix);
+        if (i < fKept.size())
+            fKeptPrefixes.push_back(prefix);
+        else
+            fResults.push_back({&model.getOutputColumns()[i - fKept.size()], Piece(prefix)});
     }
-    for (const std::string& category : model.getCategories())
-        appendTyped(fCategoryTexts.emplace_back(), category, model.getOutputColumns().front());
+    // With room for quotes around a number.
+    std::size_t longestCell = NumberTexts::kLongest + 2;
+    for (const std::string& category : model.getCategories()) {
+        std::string text;
+        appendTyped(text, category, model.getOutputColumns().front());
+        longestCell = std::max(longestCell, text.size());
+        fCategoryTexts.emplace_back(text);
+    }
+    fLongest = 2 * Piece::kShort;
+    for (const Result& result : fResults) {
+        fIsFixed = fIsFixed && result.column->content != OutputColumn::kField;
+        fLongest += result.prefix.get().size() + longestCell;
+    }
+}
+
+RowWriter::Piece::Piece(const std::string& text) : fSize(text.size()), fIsLong(text.size() > kShort) {
+    if (fIsLong)
+        fLong = text;
+    else
+        text.copy(fText, kShort);
 }
 
 std::string RowWriter::makeHeader() const {
@@ -85,24 +128,59 @@ std::string RowWriter::makeHeader() const {
         return header;
     const auto names = nameColumns(fKept, fModel);
     for (std::size_t i = 0; i < names.size(); ++i) {
-        header += fPrefixes[i];
+        header += i < fKept.size() ? std::string_view(fKeptPrefixes[i]) : fResults[i - fKept.size()].prefix.get();
         appendText(header, names[i]);
     }
-    return header + fLineEnd;
+    header += fLineEnd.get();
+    return header;
 }
 
 void RowWriter::append(std::string& out, const RowBatch& batch, std::size_t row, const Outcome& outcome,
                        NumberTexts& texts) const {
-    std::size_t place = 0;
-    for (const KeptColumn& column : fKept) {
-        out += fPrefixes[place++];
-        appendKept(out, batch, row, column.place);
+    for (std::size_t i = 0; i < fKept.size(); ++i) {
+        out += fKeptPrefixes[i];
+        appendKept(out, batch, row, fKept[i].place);
     }
-    for (const OutputColumn& column : fModel.getOutputColumns()) {
-        out += fPrefixes[place++];
-        appendResult(out, column, outcome, texts);
+    if (fIsFixed)
+        return appendFixed(out, outcome, texts);
+    for (const Result& result : fResults) {
+        out += result.prefix.get();
+        appendResult(out, *result.column, outcome, texts);
     }
-    out += fLineEnd;
+    out += fLineEnd.get();
+}
+
+// Makes room once for the whole row.
+void RowWriter::appendFixed(std::string& out, const Outcome& outcome, NumberTexts& texts) const {
+    const std::size_t start = out.size();
+    out.resize(start + fLongest);
+    char* to = out.data() + start;
+    for (const Result& result : fResults) {
+        to = result.prefix.write(to);
+        if (result.column->content == OutputColumn::kPrediction && outcome.category >= 0)
+            to = fCategoryTexts[static_cast<std::size_t>(outcome.category)].write(to);
+        else if (const double* number = findNumber(outcome, *result.column))
+            to = writeNumber(*number, texts, to);
+        else if (result.column->content == OutputColumn::kStatus)
+            to = writeNumber(outcome.status, texts, to);
+        else
+            to = fAbsent.write(to);
+    }
+    to = fLineEnd.write(to);
+    out.resize(static_cast<std::size_t>(to - out.data()));
+}
+
+// JSON has no numbers that are not finite.
+char* RowWriter::writeNumber(double number, NumberTexts& texts, char* to) const {
+    const bool isQuoted = isJson() && !std::isfinite(number);
+    if (isQuoted)
+        *to++ = '"';
+    const std::string_view text = texts.get(number);
+    std::memcpy(to, text.data(), NumberTexts::kLongest);
+    to += text.size();
+    if (isQuoted)
+        *to++ = '"';
+    return to;
 }
 
 void RowWriter::appendKept(std::string& out, const RowBatch& batch, std::size_t row, std::size_t column) const {
@@ -118,12 +196,6 @@ void RowWriter::appendKept(std::string& out, const RowBatch& batch, std::size_t 
 
 void RowWriter::appendResult(std::string& out, const OutputColumn& column, const Outcome& outcome,
                              NumberTexts& texts) const {
-    if (column.content == OutputColumn::kPrediction && outcome.category >= 0) {
-        out += fCategoryTexts[static_cast<std::size_t>(outcome.category)];
-        return;
-    }
-    if (const double* number = findNumber(outcome, column))
-        return appendNumber(out, *number, texts);
     const OutputValue value = fModel.getValue(outcome, column);
     switch (value.kind) {
         case OutputValue::kAbsent:
@@ -159,8 +231,7 @@ void RowWriter::appendText(std::string& out, std::string_view text) const {
 }
 
 void RowWriter::appendAbsent(std::string& out) const {
-    if (isJson())
-        out += "null";
+    out += fAbsent.get();
 }
 
 }  // namespace brevix

@@ -18,6 +18,7 @@
 #include "host/transform/TransformationDictionary.h"
 #include "runtime/ModelDocument.h"
 #include "runtime/OutputProgram.h"
+#include "runtime/PlainCases.h"
 #include "runtime/PluginLibrary.h"
 #include "runtime/PreparedDocument.h"
 #include "runtime/TargetRules.h"
@@ -112,6 +113,7 @@ void ScoringModel::describeFields(const ModelDocument& document) {
     for (InputField& input : fInputs) {
         input.isOptional = input.name == fTargetName;
         fInputPlaces.push_back(record.GetIndex(input.name));
+        fInputVariables.push_back(&dynamic_cast<const KwBrevix_930::DictVar&>(*dictionary.FindVar(input.name)));
     }
 }
 
@@ -226,6 +228,28 @@ void ScoringModel::score(const Record& record, Outcome& outcome) const {
     read(record, status, outcome);
 }
 
+namespace {
+
+// Keeps what the plug-in has handed over when it ends, an exception being the end or not.
+template <class Home>
+class KeptResults {
+public:
+    KeptResults(std::size_t count, ScoreResult** results, Home home) : fCount(count), fResults(results), fHome(home) {}
+    ~KeptResults() {
+        for (std::size_t i = 0; i < fCount; ++i)
+            keep(fResults[i], fHome(i));
+    }
+    KeptResults(const KeptResults&) = delete;
+    KeptResults& operator=(const KeptResults&) = delete;
+
+private:
+    std::size_t fCount;
+    ScoreResult** fResults;
+    Home fHome;
+};
+
+}  // namespace
+
 void ScoringModel::score(std::span<const Record> records, std::span<Outcome> outcomes) const {
     if (!fBatchModel) {
         for (std::size_t i = 0; i < records.size(); ++i)
@@ -242,16 +266,57 @@ void ScoringModel::score(std::span<const Record> records, std::span<Outcome> out
             cells[i] = some[i].fCells.get();
             results[i] = some[i].fResult.get();
         }
-        fBatchModel->ScoreCases(some.size(), cells.data(), results.data(), statuses.data(), false);
-        for (std::size_t i = 0; i < some.size(); ++i)
-            keep(results[i], some[i].fResult);
+        {
+            const KeptResults kept(
+                some.size(), results.data(), [&](std::size_t i) -> auto& { return some[i].fResult; });
+            fBatchModel->ScoreCases(some.size(), cells.data(), results.data(), statuses.data(), false);
+        }
         for (std::size_t i = 0; i < some.size(); ++i)
             read(some[i], statuses[i], outcomes[first + i]);
     }
 }
 
+std::unique_ptr<PlainCases> ScoringModel::makePlainCases() const {
+    // The Output reads the record, and some variables may have no plain values.
+    if (!fBatchModel || fOutputProgram)
+        return nullptr;
+    auto cases = std::make_unique<PlainCases>();
+    cases->fNumbers.resize(fInputs.size() * PlainCases::kMost);
+    for (std::size_t i = 0; i < fInputs.size(); ++i) {
+        const auto place = static_cast<std::size_t>(fInputPlaces[i]);
+        cases->fColumns.resize(std::max(cases->fColumns.size(), place + 1));
+        cases->fColumns[place] = cases->getNumbers(i);
+    }
+    cases->fResults.resize(PlainCases::kMost);
+    const bool isTaken = fBatchModel->ScoreNumbers(0, cases->fColumns.data(), cases->fColumns.size(), nullptr, nullptr);
+    return isTaken ? std::move(cases) : nullptr;
+}
+
+void ScoringModel::score(PlainCases& cases, std::span<Outcome> outcomes) const {
+    std::array<ScoreResult*, PlainCases::kMost> results;
+    for (std::size_t i = 0; i < outcomes.size(); ++i)
+        results[i] = cases.fResults[i].get();
+    {
+        const KeptResults kept(
+            outcomes.size(), results.data(), [&](std::size_t i) -> auto& { return cases.fResults[i]; });
+        fBatchModel->ScoreNumbers(outcomes.size(), cases.fColumns.data(), cases.fColumns.size(), results.data(),
+                                  cases.fStatuses.data());
+    }
+    for (std::size_t i = 0; i < outcomes.size(); ++i)
+        read(cases.fResults[i].get(), cases.fStatuses[i], outcomes[i]);
+}
+
 // Makes an outcome of what the plug-in says of a record.
 void ScoringModel::read(const Record& record, const KwScore::KwStatus& status, Outcome& outcome) const {
+    read(record.fResult.get(), status, outcome);
+    if (fOutputProgram && outcome.status == 0)
+        fOutputProgram->run(*record.fCells, record.fSlots, outcome);
+    else
+        outcome.fields.clear();
+}
+
+// All but what the Output computes.
+void ScoringModel::read(const ScoreResult* result, const KwScore::KwStatus& status, Outcome& outcome) const {
     outcome.category = -1;
     outcome.number.reset();
     outcome.confidence.reset();
@@ -260,19 +325,15 @@ void ScoringModel::read(const Record& record, const KwScore::KwStatus& status, O
     outcome.lower.reset();
     outcome.upper.reset();
     outcome.status = status.IsError() ? status.GetErrorCode() : 0;
-    if (!status.IsError() && record.fResult) {
+    if (!status.IsError() && result) {
         if (fIsClassification)
-            readClassification(*record.fResult, outcome);
+            readClassification(*result, outcome);
         else
-            readRegression(*record.fResult, outcome);
+            readRegression(*result, outcome);
     }
     fTargetRules->rescale(outcome);
     if (fMissingPolicy == MissingPolicy::kUseReplacement)
         fTargetRules->replaceMissing(outcome, fModel->GetPredictionOnly());
-    if (fOutputProgram && outcome.status == 0)
-        fOutputProgram->run(*record.fCells, record.fSlots, outcome);
-    else
-        outcome.fields.clear();
 }
 
 // A prediction is one of the target's own category values, as a rule.
@@ -291,8 +352,9 @@ void ScoringModel::readClassification(const ScoreResult& result, Outcome& outcom
     outcome.category = findCategory(result.GetPrediction());
     outcome.confidence = presentValue(result.GetConfidence(), -1.0);
     const auto& percents = static_cast<const KwBrevix_930::ScoreClsResult&>(result).GetAllValuePercent();
-    for (const auto& [value, percent] : percents)
-        outcome.probabilities.push_back(percent);
+    outcome.probabilities.resize(percents.size());
+    for (std::size_t i = 0; i < percents.size(); ++i)
+        outcome.probabilities[i] = percents[i].second;
 }
 
 void ScoringModel::readRegression(const ScoreResult& result, Outcome& outcome) const {

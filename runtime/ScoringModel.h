@@ -16,6 +16,7 @@
 
 namespace KwBrevix_930 {
 class CaseRecord;
+class DictVar;
 class IBatchModel;
 class ScoreDictVar;
 class ScoreModel;
@@ -32,6 +33,7 @@ namespace brevix {
 
 class ModelDocument;
 class OutputProgram;
+class PlainCases;
 class PluginLibrary;
 class TargetRules;
 struct PreparedDocument;
@@ -88,6 +90,16 @@ public:
     /// Scores many records, some dozens at a time being enough: the outcomes of scoring each alone, but sooner.
     /// outcomes: at least as many; those of the records are overwritten.
     void score(std::span<const Record> records, std::span<Outcome> outcomes) const;
+
+    // For whoever scores tables: the way without records, for cases that nothing is missing or wrong in.
+
+    /// Returns: room for such cases; null where the model has no such way.
+    std::unique_ptr<PlainCases> makePlainCases() const;
+    /// Returns: the variable of each input, which tells what stands for a text in such a case.
+    const std::vector<const KwBrevix_930::DictVar*>& getInputVariables() const { return fInputVariables; }
+    /// Scores the first of the cases: the outcomes of scoring their records.
+    void score(PlainCases& cases, std::span<Outcome> outcomes) const;
+
     /// Returns: what an outcome of this model holds for a column.
     OutputValue getValue(const Outcome& outcome, const OutputColumn& column) const;
 
@@ -102,6 +114,7 @@ private:
     std::vector<std::string> listInputs(const ModelDocument& document) const;
     void warmUp() const;
     void read(const Record& record, const KwScore::KwStatus& status, Outcome& outcome) const;
+    void read(const KwBrevix_930::ScoreResult* result, const KwScore::KwStatus& status, Outcome& outcome) const;
     int findCategory(const KwBrevix_930::ScoreValue* prediction) const;
     void readClassification(const KwBrevix_930::ScoreResult& result, Outcome& outcome) const;
     void readRegression(const KwBrevix_930::ScoreResult& result, Outcome& outcome) const;
@@ -121,8 +134,9 @@ private:
     // Null where nothing is to be computed.
     std::unique_ptr<const OutputProgram> fOutputProgram;
     std::vector<InputField> fInputs;
-    // Where the inputs stand in the host's records.
+    // Where the inputs stand in the host's records, and their variables.
     std::vector<int> fInputPlaces;
+    std::vector<const KwBrevix_930::DictVar*> fInputVariables;
     std::vector<OutputColumn> fColumns;
     std::vector<std::string> fNotes;
     std::vector<std::string> fIgnored;

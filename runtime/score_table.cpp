@@ -2,6 +2,7 @@
 #include "runtime/score_table.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <span>
 
@@ -12,7 +13,9 @@
 #include <tbb/parallel_pipeline.h>
 #include <tbb/task_arena.h>
 
+#include "host/DictVar.h"
 #include "runtime/OutputFile.h"
+#include "runtime/PlainCases.h"
 #include "runtime/RowWriter.h"
 #include "runtime/ScoringModel.h"
 
@@ -44,21 +47,44 @@ ColumnPlan planColumns(const ScoringModel& model, const std::vector<std::string>
     return plan;
 }
 
+// Rows that are scored in one call.
+constexpr std::size_t kMostTogether = PlainCases::kMost;
+
 // What one thread needs for scoring.
 struct Scorer {
+    // Null where the model takes records only.
+    std::unique_ptr<PlainCases> plain;
+    std::size_t plainCount = 0;
+    // Made when the first row needs one.
     std::vector<Record> records;
+    std::size_t recordCount = 0;
+    // Of the plain cases from the front, of the records behind them.
     std::vector<Outcome> outcomes;
+    // Which of them is each row's.
+    std::array<std::size_t, kMostTogether> places{};
     NumberTexts texts;
 };
-
-// Rows that are scored in one call.
-constexpr std::size_t kMostTogether = 32;
 
 // A batch on its way through the pipeline.
 struct Job {
     RowBatch rows;
     std::string text;
-    std::map<std::int32_t, std::uint64_t> rowCountByStatus;
+    // Of statuses other than 0.
+    std::map<std::int32_t, std::uint64_t> failedCountByStatus;
+    std::uint64_t failedCount = 0;
+
+    void count(std::int32_t status) {
+        if (status == 0)
+            return;
+        ++failedCountByStatus[status];
+        ++failedCount;
+    }
+
+    void clear() {
+        text.clear();
+        failedCountByStatus.clear();
+        failedCount = 0;
+    }
 };
 
 class TableScorer {
@@ -68,31 +94,63 @@ public:
 
     void score(Job& job) {
         Scorer& scorer = fScorers.local();
-        while (scorer.records.size() < kMostTogether)
-            scorer.records.push_back(fModel.makeRecord());
-        scorer.outcomes.resize(kMostTogether);
+        if (scorer.outcomes.empty()) {
+            scorer.outcomes.resize(2 * kMostTogether);
+            scorer.plain = fModel.makePlainCases();
+        }
         for (std::size_t first = 0; first < job.rows.getRowCount(); first += kMostTogether) {
             const std::size_t count = std::min(kMostTogether, job.rows.getRowCount() - first);
-            for (std::size_t i = 0; i < count; ++i)
-                fill(scorer.records[i], job.rows, first + i);
-            fModel.score(std::span(scorer.records).first(count), scorer.outcomes);
+            take(scorer, job.rows, first, count);
+            const std::span outcomes(scorer.outcomes);
+            if (scorer.plainCount > 0)
+                fModel.score(*scorer.plain, outcomes.first(scorer.plainCount));
+            fModel.score(std::span(scorer.records).first(scorer.recordCount), outcomes.subspan(kMostTogether));
             for (std::size_t i = 0; i < count; ++i) {
-                ++job.rowCountByStatus[scorer.outcomes[i].status];
-                fWriter.append(job.text, job.rows, first + i, scorer.outcomes[i], scorer.texts);
+                const Outcome& outcome = outcomes[scorer.places[i]];
+                job.count(outcome.status);
+                fWriter.append(job.text, job.rows, first + i, outcome, scorer.texts);
             }
         }
     }
 
 private:
+    // Each row becomes a plain case where it is one, otherwise a record.
+    void take(Scorer& scorer, const RowBatch& rows, std::size_t first, std::size_t count) const {
+        scorer.plainCount = 0;
+        scorer.recordCount = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            if (scorer.plain && takePlain(*scorer.plain, scorer.plainCount, rows, first + i)) {
+                scorer.places[i] = scorer.plainCount++;
+                continue;
+            }
+            if (scorer.recordCount == scorer.records.size())
+                scorer.records.push_back(fModel.makeRecord());
+            scorer.places[i] = kMostTogether + scorer.recordCount;
+            fill(scorer.records[scorer.recordCount++], rows, first + i);
+        }
+    }
+
+    bool takePlain(PlainCases& cases, std::size_t place, const RowBatch& rows, std::size_t row) const {
+        const auto& variables = fModel.getInputVariables();
+        for (std::size_t i = 0; i < variables.size(); ++i) {
+            if (isMissing(rows, row, i) || !variables[i]->ReadPlain(rows.getText(row, i), cases.getNumbers(i)[place]))
+                return false;
+        }
+        return true;
+    }
+
+    bool isMissing(const RowBatch& rows, std::size_t row, std::size_t input) const {
+        return rows.getKind(row, input) == Row::kMissing ||
+               (!fMissingTexts.empty() &&
+                std::find(fMissingTexts.begin(), fMissingTexts.end(), rows.getText(row, input)) != fMissingTexts.end());
+    }
+
     void fill(Record& record, const RowBatch& rows, std::size_t row) const {
         for (std::size_t i = 0; i < fModel.getInputs().size(); ++i) {
-            const std::string_view text = rows.getText(row, i);
-            const bool isMissing = rows.getKind(row, i) == Row::kMissing ||
-                                   std::find(fMissingTexts.begin(), fMissingTexts.end(), text) != fMissingTexts.end();
-            if (isMissing)
+            if (isMissing(rows, row, i))
                 record.setMissing(i);
             else
-                record.setText(i, text);
+                record.setText(i, rows.getText(row, i));
         }
     }
 
@@ -115,8 +173,7 @@ public:
 
     // Jobs that are written serve again: their memory stays what the largest batches took.
     void giveBack(Job* job) {
-        job->text.clear();
-        job->rowCountByStatus.clear();
+        job->clear();
         fFree.push(job);
     }
 
@@ -151,7 +208,9 @@ void runPipeline(int threadCount, const Next& next, const Score& score, const Wr
 
 void add(TableTally& tally, const Job& job) {
     tally.rowCount += job.rows.getRowCount();
-    for (const auto& [status, count] : job.rowCountByStatus)
+    if (job.rows.getRowCount() > job.failedCount)
+        tally.rowCountByStatus[0] += job.rows.getRowCount() - job.failedCount;
+    for (const auto& [status, count] : job.failedCountByStatus)
         tally.rowCountByStatus[status] += count;
 }
 

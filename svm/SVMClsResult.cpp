@@ -80,6 +80,12 @@ const std::vector<ScoreClsResult::ValuePercent>& SVMClsResult::GetAllValuePercen
     return fValuePercents;
 }
 
+void SVMClsResult::SetValuePercents(const std::vector<ScoreValue*>& values, const std::vector<double>& percents) {
+    fValuePercents.resize(values.size());
+    for (std::size_t k = 0; k < values.size(); ++k)
+        fValuePercents[k] = {values[k], percents[k]};
+}
+
 void SVMClsResult::RemoveValuePercent() {
     fValuePercents.clear();
 }

@@ -35,6 +35,8 @@ public:
     double GetPercent(const ScoreValue* value) const override;
     const std::vector<ValuePercent>& GetAllValuePercent() const override;
 
+    /// Fills the list anew: the probability of each value, in their order, of which there are as many.
+    void SetValuePercents(const std::vector<ScoreValue*>& values, const std::vector<double>& percents);
     /// Empties the list of categories and probabilities.
     void RemoveValuePercent();
 

@@ -92,6 +92,7 @@ private:
     // Set-up.
     void SetUpModelType(bool isClassification);
     void SetUpVectorField(const std::vector<std::unique_ptr<SVMVectorField>>& fields, const Indices& types);
+    void SetUpFirstColumns(const Indices& types);
     Status SetUpSVMKFEvaluate(SVMModelData* data);
     void SetUpPlan();
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool flag);
@@ -117,10 +118,11 @@ private:
     std::size_t GetMostTogether() const;
     static void Trace(const Status& status);
     Status FillCaseRecord(ScoreResult*& result, const ScoreCaseRecord* record, bool& isComplete, Indices& indices,
-                          Values& values) const;
+                          Values& values, Indices& categories) const;
     Status ReadInput(std::size_t position, const ScoreCaseRecord& record, const ScoreCaseRecord* derived,
-                     ScoreResult*& result, double& number) const;
-    double EncodeInput(std::size_t position, const ScoreValue& value) const;
+                     ScoreResult*& result, double& number, std::int32_t& category) const;
+    double EncodeInput(std::size_t position, const ScoreValue& value, std::int32_t& category) const;
+    double EncodeCategory(std::size_t position, std::int32_t category) const;
     Status ScoreSVMByKernelType(const Indices& indices, const Values& values, std::int32_t machine,
                                 double& value) const;
     bool IsPlannedFor(std::size_t machineCount, std::size_t columnCount) const;
@@ -138,8 +140,7 @@ private:
     Status DoVotingForSVMCls(const Values& decisions, Vote& vote) const;
     Status VoteForOneAgainstOne(const Values& decisions, Vote& vote) const;
     Status VoteForOneAgainstAll(const Values& decisions, Vote& vote) const;
-    bool PicksTarget(const ST_SUPPORTVECTORMACHINE& machine, double decision) const;
-    std::int32_t PickCategory(std::size_t place, double decision) const;
+    static std::int32_t PickCategory(const ST_SUPPORTVECTORMACHINE& machine, bool isMaxWins, double decision);
     Status GetTicketByBinaryClass(const Values& decisions, std::int32_t machine, Vote& vote) const;
     Status GetZARNTicketByBinaryClass(const Values& decisions, Vote& vote) const;
     Status GetTicketByMultiClass(const Values& decisions, Vote& vote) const;
@@ -163,6 +164,8 @@ private:
     bool fDictVarIndicesReady = false;
     std::unique_ptr<SVMModelData> fData;
     std::vector<ScoreDictVar*> fInputVars;
+    // Of each column that stands for a category, the first one of the same variable; otherwise the column itself.
+    std::vector<std::size_t> fFirstColumns;
     std::vector<std::string> fTargetCategoryNames;
     std::vector<ScoreValue*> fTargetCategoryValues;
     std::unique_ptr<KwSVM_700::SVMKernelFunction> fKernel;

@@ -15,6 +15,7 @@ public:
     // One case: its input vector, its decision values and its vote.
     Indices indices;
     Values values;
+    Indices categories;
     Values decisions;
     Vote vote;
 
@@ -29,7 +30,7 @@ public:
 
     /// Returns: roughly how many numbers the vectors have room for.
     std::size_t GetRoom() const {
-        return indices.capacity() + values.capacity() + decisions.capacity() + vote.GetRoom() + places.capacity() +
+        return indices.capacity() + values.capacity() + categories.capacity() + decisions.capacity() + vote.GetRoom() + places.capacity() +
                columns.capacity() + sources.capacity() + batchDecisions.capacity() + plan.GetRoom();
     }
 };

@@ -130,11 +130,12 @@ bool SVMModel::ScoreNumbers(std::size_t count, const double* const* columns, std
     if (!fDictVarIndicesReady || !fTargetVar || !fData || !IsPlannedFor(GetDecisionCount(), fInputVars.size()))
         return false;
     Lent<Workspace> lent;
+    if (!FindSources(0, 0, columns, columnCount, *lent))
+        return false;
     const std::size_t together = GetMostTogether();
     for (std::size_t first = 0; first < count; first += together) {
         const std::size_t some = std::min(together, count - first);
-        if (!FindSources(first, some, columns, columnCount, *lent))
-            return false;
+        FindSources(first, some, columns, columnCount, *lent);
         DecideColumns(some, *lent);
         for (std::size_t i = 0; i < some; ++i) {
             ScoreResult*& result = results[first + i];

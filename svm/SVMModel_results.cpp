@@ -32,9 +32,7 @@ SVMModel::Status SVMModel::FillSVMZARNClsResult(const Vote& vote, ScoreResult*& 
     if (fPredictionOnly || !isKnown || vote.probabilities.size() != count)
         return {};
     auto& categories = static_cast<SVMClsResult&>(*result);
-    categories.RemoveValuePercent();
-    for (std::size_t k = 0; k < count; ++k)
-        categories.AddValuePercent(fTargetCategoryValues[k], vote.probabilities[k]);
+    categories.SetValuePercents(fTargetCategoryValues, vote.probabilities);
     categories.SetConfidence(vote.confidence);
     return {};
 }

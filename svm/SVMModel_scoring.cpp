@@ -57,26 +57,31 @@ SVMModel::Status SVMModel::ReadCase(const ScoreCaseRecord& record, ScoreResult*&
     work.indices.clear();
     work.values.clear();
     bool isComplete = false;
-    return FillCaseRecord(result, &record, isComplete, work.indices, work.values);
+    return FillCaseRecord(result, &record, isComplete, work.indices, work.values, work.categories);
 }
 
 SVMModel::Status SVMModel::DecideCase(ScoreResult*& result, Workspace& work) const {
     return fData->GetIsClassification() ? ScoreSVMClsModel(result, work) : ScoreSVMRegModel(result, work);
 }
 
-// isComplete: whether every column was given its value.
+// isComplete: whether every column was given its value. categories: where a variable's category is kept once it is
+// looked up, for all columns that stand for one of its categories.
 SVMModel::Status SVMModel::FillCaseRecord(ScoreResult*& result, const ScoreCaseRecord* record, bool& isComplete,
-                                          Indices& indices, Values& values) const {
+                                          Indices& indices, Values& values, Indices& categories) const {
     const auto* transformations = GetTransformationDictionary();
     const ScoreCaseRecord* derived = transformations && GetDictionary()
                                          ? transformations->GetValuesForDerivedVars(record, GetDictionary())
                                          : nullptr;
     indices.reserve(fInputVars.size());
     values.reserve(fInputVars.size());
+    categories.resize(fInputVars.size());
     Status status;
     for (std::size_t i = 0; i < fInputVars.size() && !status.IsError(); ++i) {
         double number = 0.0;
-        status = ReadInput(i, *record, derived, result, number);
+        if (fFirstColumns[i] < i)
+            number = EncodeCategory(i, categories[fFirstColumns[i]]);
+        else
+            status = ReadInput(i, *record, derived, result, number, categories[i]);
         if (!status.IsError()) {
             indices.push_back(static_cast<std::int32_t>(i));
             values.push_back(number);
@@ -87,7 +92,8 @@ SVMModel::Status SVMModel::FillCaseRecord(ScoreResult*& result, const ScoreCaseR
 }
 
 SVMModel::Status SVMModel::ReadInput(std::size_t position, const ScoreCaseRecord& record,
-                                     const ScoreCaseRecord* derived, ScoreResult*& result, double& number) const {
+                                     const ScoreCaseRecord* derived, ScoreResult*& result, double& number,
+                                     std::int32_t& category) const {
     const ScoreDictVar* variable = fInputVars[position];
     if (!variable)
         return kMissingStatus;
@@ -102,25 +108,28 @@ SVMModel::Status SVMModel::ReadInput(std::size_t position, const ScoreCaseRecord
     // A replacement excuses a missing value, but the record must hold it.
     if (!value)
         return kMissingStatus;
-    number = EncodeInput(position, *value);
+    number = EncodeInput(position, *value, category);
     return {};
 }
 
 // Kinds are looked up by position. A model that was given data without columns keeps the input variables of the data
 // before, for which there are none.
-double SVMModel::EncodeInput(std::size_t position, const ScoreValue& value) const {
+double SVMModel::EncodeInput(std::size_t position, const ScoreValue& value, std::int32_t& category) const {
     if (position >= fData->GetVectorFieldKinds().size())
         return 0.0;
     switch (fData->GetVectorFieldKinds()[position]) {
         case SVMVectorField::kFieldRef:
             return value.GetDouble();
-        case SVMVectorField::kCategoricalPredictor: {
-            const int category = fInputVars[position]->GetCategoryIndex(&value);
-            return category == fData->GetVectorFields()[position]->categoryIndex ? 1.0 : 0.0;
-        }
+        case SVMVectorField::kCategoricalPredictor:
+            category = fInputVars[position]->GetCategoryIndex(&value);
+            return EncodeCategory(position, category);
         default:
             return 0.0;
     }
+}
+
+double SVMModel::EncodeCategory(std::size_t position, std::int32_t category) const {
+    return category == fData->GetVectorFields()[position]->categoryIndex ? 1.0 : 0.0;
 }
 
 bool SVMModel::IsMissScoreValue(const ScoreDictVar* variable, const ScoreValue* value) const {

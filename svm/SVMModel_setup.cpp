@@ -2,6 +2,7 @@
 #include "svm/SVMModel.h"
 
 #include <ostream>
+#include <unordered_map>
 
 #include "host/BaseDictionary.h"
 #include "host/ScoreCaseRecord.h"
@@ -49,6 +50,17 @@ void SVMModel::SetUpVectorField(const std::vector<std::unique_ptr<SVMVectorField
             fields[k]->categoryIndex = index >= 0 ? index : SVMVectorField::kUnknownCategory;
         }
         fInputVars.push_back(variable);
+    }
+    SetUpFirstColumns(types);
+}
+
+// Kinds are looked up by position, as scoring does.
+void SVMModel::SetUpFirstColumns(const Indices& types) {
+    std::unordered_map<const ScoreDictVar*, std::size_t> firstOf;
+    fFirstColumns.clear();
+    for (std::size_t column = 0; column < fInputVars.size(); ++column) {
+        const bool isCategory = column < types.size() && types[column] == SVMVectorField::kCategoricalPredictor;
+        fFirstColumns.push_back(isCategory ? firstOf.emplace(fInputVars[column], column).first->second : column);
     }
 }
 

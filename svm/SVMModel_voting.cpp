@@ -64,22 +64,15 @@ SVMModel::Status SVMModel::VoteForOneAgainstOne(const Values& decisions, Vote& v
 }
 
 // A decision equal to the threshold is for the alternate category, whatever maxWins says.
-bool SVMModel::PicksTarget(const ST_SUPPORTVECTORMACHINE& machine, double decision) const {
-    return fData->GetIsMaxWins() ? decision > machine.threshold : machine.threshold > decision;
-}
-
-// Returns: -1 where there is no machine.
-std::int32_t SVMModel::PickCategory(std::size_t place, double decision) const {
-    const auto* machine = fData->GetMachines()[place].get();
-    if (!machine)
-        return -1;
-    return PicksTarget(*machine, decision) ? machine->targetCategoryIndex : machine->alternateTargetCategoryIndex;
+std::int32_t SVMModel::PickCategory(const ST_SUPPORTVECTORMACHINE& machine, bool isMaxWins, double decision) {
+    const bool picksTarget = isMaxWins ? decision > machine.threshold : machine.threshold > decision;
+    return picksTarget ? machine.targetCategoryIndex : machine.alternateTargetCategoryIndex;
 }
 
 SVMModel::Status SVMModel::GetTicketByBinaryClass(const Values& decisions, std::int32_t machine, Vote& vote) const {
     const auto place = static_cast<std::size_t>(machine);
     if (place < decisions.size() && place < fData->GetMachines().size() && fData->GetMachines()[place])
-        vote.category = PickCategory(place, decisions[place]);
+        vote.category = PickCategory(*fData->GetMachines()[place], fData->GetIsMaxWins(), decisions[place]);
     return {};
 }
 
@@ -89,9 +82,11 @@ SVMModel::Status SVMModel::GetTicketsToCategories(const Values& decisions, Indic
     if (decisions.size() != machineCount || fData->GetTargetCategoryCount() < 2 ||
         !IsPairCount(machineCount, fData->GetTargetCategoryCount()))
         return {};
+    const auto& machines = fData->GetMachines();
+    const bool isMaxWins = fData->GetIsMaxWins();
     for (std::size_t i = 0; i < machineCount; ++i) {
-        const std::int32_t category = PickCategory(i, decisions[i]);
-        if (category >= 0 && static_cast<std::size_t>(category) < votes.size())
+        const std::int32_t category = machines[i] ? PickCategory(*machines[i], isMaxWins, decisions[i]) : -1;
+        if (static_cast<std::uint32_t>(category) < votes.size())
             ++votes[static_cast<std::size_t>(category)];
     }
     return {};
@@ -106,10 +101,12 @@ SVMModel::Status SVMModel::GetTicketByMultiClass(const Values& decisions, Vote& 
 // Ties go to the lowest category.
 SVMModel::Status SVMModel::GetProbablitiesForMultiClass(const Indices& votes, Vote& vote) const {
     const auto machineCount = static_cast<double>(fData->GetMachines().size());
-    vote.probabilities.reserve(fTargetCategoryNames.size());
-    for (std::size_t c = 0; c < fTargetCategoryNames.size(); ++c) {
+    const std::size_t first = vote.probabilities.size();
+    const std::size_t count = fTargetCategoryNames.size();
+    vote.probabilities.resize(first + count);
+    for (std::size_t c = 0; c < count; ++c) {
         const double probability = static_cast<double>(votes[c]) / machineCount;
-        vote.probabilities.push_back(probability);
+        vote.probabilities[first + c] = probability;
         if (probability > vote.confidence) {
             vote.category = static_cast<std::int32_t>(c);
             vote.confidence = probability;

@@ -26,7 +26,8 @@ public:
 
     Status FillCaseRecord(ScoreResult*& result, const ScoreCaseRecord* record, bool& isComplete, Indices& indices,
                           Values& values) {
-        return fModel.FillCaseRecord(result, record, isComplete, indices, values);
+        Indices categories;
+        return fModel.FillCaseRecord(result, record, isComplete, indices, values, categories);
     }
     Status ScoreByKernel(const Indices& indices, const Values& values, std::int32_t machine, double& value) {
         return fModel.ScoreSVMByKernelType(indices, values, machine, value);

@@ -1,0 +1,80 @@
+// Where the cells of plain rows end.
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <string_view>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace brevix {
+
+/// Goes from one character that ends a cell, or may, to the next: separators, quotes and both characters of line ends.
+/// Looks at 64 characters at a time.
+class CellMarks {
+public:
+    /// text: must outlive this object.
+    CellMarks(std::string_view text, char separator) : fText(text), fSeparator(separator) { look(); }
+
+    /// Returns: the place of the next one; the text's size behind the last.
+    std::size_t next() {
+        while (fMarks == 0) {
+            fFirst += kAtOnce;
+            if (fFirst >= fText.size())
+                return fText.size();
+            look();
+        }
+        const auto place = static_cast<std::size_t>(std::countr_zero(fMarks));
+        fMarks &= fMarks - 1;
+        return fFirst + place;
+    }
+
+private:
+    static constexpr std::size_t kAtOnce = 64;
+
+    void look() {
+        const std::size_t count = std::min(kAtOnce, fText.size() - fFirst);
+        if (count == kAtOnce) {
+            fMarks = find(fText.data() + fFirst);
+            return;
+        }
+        char last[kAtOnce] = {};
+        std::copy_n(fText.data() + fFirst, count, last);
+        fMarks = find(last);
+    }
+
+#if defined(__SSE2__)
+    std::uint64_t find(const char* text) const {
+        const __m128i separator = _mm_set1_epi8(fSeparator);
+        const __m128i quote = _mm_set1_epi8('"');
+        const __m128i carriageReturn = _mm_set1_epi8('\r');
+        const __m128i lineFeed = _mm_set1_epi8('\n');
+        std::uint64_t marks = 0;
+        for (std::size_t i = 0; i < kAtOnce; i += 16) {
+            const __m128i some = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+            const __m128i cells = _mm_or_si128(_mm_cmpeq_epi8(some, separator), _mm_cmpeq_epi8(some, quote));
+            const __m128i lines = _mm_or_si128(_mm_cmpeq_epi8(some, carriageReturn), _mm_cmpeq_epi8(some, lineFeed));
+            marks |= std::uint64_t{static_cast<std::uint16_t>(_mm_movemask_epi8(_mm_or_si128(cells, lines)))} << i;
+        }
+        return marks;
+    }
+#else
+    std::uint64_t find(const char* text) const {
+        std::uint64_t marks = 0;
+        for (std::size_t i = 0; i < kAtOnce; ++i) {
+            const char c = text[i];
+            marks |= std::uint64_t{c == fSeparator || c == '"' || c == '\r' || c == '\n'} << i;
+        }
+        return marks;
+    }
+#endif
+
+    std::string_view fText;
+    char fSeparator;
+    std::size_t fFirst = 0;
+    std::uint64_t fMarks = 0;
+};
+
+}  // namespace brevix
