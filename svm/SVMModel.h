@@ -122,6 +122,7 @@ private:
     Status ReadInput(std::size_t position, const ScoreCaseRecord& record, const ScoreCaseRecord* derived,
                      ScoreResult*& result, double& number, std::int32_t& category) const;
     double EncodeInput(std::size_t position, const ScoreValue& value, std::int32_t& category) const;
+    bool IsCategory(std::size_t position) const;
     double EncodeCategory(std::size_t position, std::int32_t category) const;
     Status ScoreSVMByKernelType(const Indices& indices, const Values& values, std::int32_t machine,
                                 double& value) const;

@@ -78,7 +78,7 @@ SVMModel::Status SVMModel::FillCaseRecord(ScoreResult*& result, const ScoreCaseR
     Status status;
     for (std::size_t i = 0; i < fInputVars.size() && !status.IsError(); ++i) {
         double number = 0.0;
-        if (fFirstColumns[i] < i)
+        if (fFirstColumns[i] < i && IsCategory(i) && IsCategory(fFirstColumns[i]))
             number = EncodeCategory(i, categories[fFirstColumns[i]]);
         else
             status = ReadInput(i, *record, derived, result, number, categories[i]);
@@ -114,18 +114,19 @@ SVMModel::Status SVMModel::ReadInput(std::size_t position, const ScoreCaseRecord
 
 // Kinds are looked up by position. A model that was given data without columns keeps the input variables of the data
 // before, for which there are none.
+bool SVMModel::IsCategory(std::size_t position) const {
+    const Indices& kinds = fData->GetVectorFieldKinds();
+    return position < kinds.size() && kinds[position] == SVMVectorField::kCategoricalPredictor;
+}
+
 double SVMModel::EncodeInput(std::size_t position, const ScoreValue& value, std::int32_t& category) const {
-    if (position >= fData->GetVectorFieldKinds().size())
-        return 0.0;
-    switch (fData->GetVectorFieldKinds()[position]) {
-        case SVMVectorField::kFieldRef:
-            return value.GetDouble();
-        case SVMVectorField::kCategoricalPredictor:
-            category = fInputVars[position]->GetCategoryIndex(&value);
-            return EncodeCategory(position, category);
-        default:
-            return 0.0;
+    if (IsCategory(position)) {
+        category = fInputVars[position]->GetCategoryIndex(&value);
+        return EncodeCategory(position, category);
     }
+    const Indices& kinds = fData->GetVectorFieldKinds();
+    const bool isNumber = position < kinds.size() && kinds[position] == SVMVectorField::kFieldRef;
+    return isNumber ? value.GetDouble() : 0.0;
 }
 
 double SVMModel::EncodeCategory(std::size_t position, std::int32_t category) const {

@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <sstream>
 
+#include "host/BaseDictionary.h"
+#include "host/CaseRecord.h"
 #include "host/DateTimeValue.h"
 #include "host/NumericValue.h"
 #include "host/StringValue.h"
@@ -505,6 +508,63 @@ TEST(DictVar, EveryOneOfManyCategoriesIsFound) {
         ASSERT_EQ(s.GetCategoryIndex("c" + std::to_string(i)), i);
         ASSERT_EQ(IndexOf(x, NumericValue(i)), i);
     }
+}
+
+// A text is plain just where a record holds it as it stands, and the variable takes it: all rules are tried on all
+// texts.
+TEST(DictVarReadPlain, TakesWhatNoRuleConcerns) {
+    const auto make = [](DictVar::DataType type, DictVar::Kind kind) { return DictVar("v", type, kind); };
+    std::vector<std::unique_ptr<DictVar>> variables;
+    const auto add = [&](DictVar::DataType type, DictVar::Kind kind) -> DictVar& {
+        return *variables.emplace_back(std::make_unique<DictVar>(make(type, kind)));
+    };
+    add(DictVar::kNumber, DictVar::kContinuous);
+    add(DictVar::kNumber, DictVar::kContinuous).AddMissingValue("-9");
+    add(DictVar::kNumber, DictVar::kContinuous).AddInvalidValue("2.5");
+    add(DictVar::kNumber, DictVar::kContinuous).AddInterval({0.5, 7.25});
+    add(DictVar::kNumber, DictVar::kContinuous).SetOutlierTreatment(DictVar::kOutliersAsExtreme, 0.0, 3.0);
+    add(DictVar::kNumber, DictVar::kContinuous).SetInvalidTreatment(DictVar::kAsIs, nullptr);
+    add(DictVar::kNumber, DictVar::kContinuous).SetInvalidTreatment(DictVar::kAsMissing, nullptr);
+    add(DictVar::kNumber, DictVar::kContinuous)
+        .SetInvalidTreatment(DictVar::kAsValue, std::make_unique<NumericValue>(1.5));
+    add(DictVar::kNumber, DictVar::kCategorical).AddCategory("2.5");
+    add(DictVar::kBoolean, DictVar::kCategorical);
+    add(DictVar::kString, DictVar::kCategorical);
+    DictVar& color = add(DictVar::kString, DictVar::kCategorical);
+    color.AddCategory("red");
+    color.AddCategory("2.5");
+    color.AddMissingValue("none");
+    color.RegisterCategory("blue");
+    for (const auto& variable : variables) {
+        KwBrevix_930::BaseDictionary dictionary;
+        ASSERT_TRUE(dictionary.AddVar("v", *variable));
+        const auto& declared = dynamic_cast<const DictVar&>(*dictionary.FindVar("v"));
+        KwBrevix_930::CaseRecord record(dictionary);
+        for (const char* text : {"2.5", "-9", "0.25", "100", "1e3", "NaN", "INF", "-1.7976931348623157e308", "abc", "",
+                                 "true", "1", "red", "blue", "none", " 3", "0.30000000000000004"}) {
+            record.SetText(0, text);
+            const ScoreValue* held = record.GetValue(0);
+            const bool isTaken = held && !declared.IsMissing(held) && declared.IsValid(held);
+            double number = -77.0;
+            if (!declared.ReadPlain(text, number))
+                continue;
+            ASSERT_TRUE(isTaken) << text;
+            const double expected = declared.IsString() ? declared.GetCategoryIndex(held) : held->GetDouble();
+            EXPECT_TRUE(number == expected || (std::isnan(number) && std::isnan(expected))) << text;
+        }
+    }
+    double number = 0.0;
+    EXPECT_TRUE(variables[0]->ReadPlain("2.5", number));
+    EXPECT_EQ(number, 2.5);
+    EXPECT_FALSE(variables[1]->ReadPlain("-9", number));
+    EXPECT_FALSE(variables[2]->ReadPlain("2.5", number));
+    EXPECT_FALSE(variables[3]->ReadPlain("7.5", number));
+    EXPECT_TRUE(variables[3]->ReadPlain("7.25", number));
+    EXPECT_FALSE(variables[4]->ReadPlain("3.5", number));
+    EXPECT_TRUE(color.ReadPlain("2.5", number));
+    EXPECT_EQ(number, 1.0);
+    EXPECT_FALSE(color.ReadPlain("blue", number)) << "registered only";
+    EXPECT_FALSE(color.ReadPlain("none", number));
 }
 
 }  // namespace

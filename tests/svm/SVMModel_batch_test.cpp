@@ -308,8 +308,95 @@ TEST(SVMModelBatch, ExceptionOfARecordLeavesOutOnlyWhatComesBehind) {
     }
 }
 
-TEST(SVMModelBatch, InterfaceHasOneSlotBehindItsDestructor) {
+// Plain values as columns: what records of them give.
+
+struct PlainBench {
+    explicit PlainBench(std::size_t cases) : bench({"no", "yes", "maybe"}), cells(cases), numbers(3) {
+        auto data = NewClassification(3);
+        bench.AddVar("a");
+        bench.AddVar("color", DictVar::kString, ScoreDictVar::kCategorical).AddCategory("red");
+        bench.AddVar("b");
+        AddNumericColumn(*data, "b");
+        AddCategoryColumn(*data, "color", "green");
+        AddCategoryColumn(*data, "color", "red");
+        AddNumericColumn(*data, "a");
+        data->SetKernelType(SVMModelData::kRadialBasis);
+        for (std::int32_t m = 0; m < 3; ++m) {
+            ST_SUPPORTVECTORMACHINE& machine = AddMachine(*data, 0.125 * m, m == 2 ? 1 : 0, m == 0 ? 1 : 2);
+            for (int v = 0; v < 11; ++v)
+                AddSupportVector(*data, machine, v - 5.25, {0, 1, 2, 3},
+                                 {0.5 * v, 1.0 * (v % 2), 1.0 - v % 2, 0.25 * m});
+        }
+        bench.TakeData(std::move(data));
+        std::mt19937_64 engine(83);
+        std::normal_distribution<double> number(0.0, 2.0);
+        for (std::size_t i = 0; i < cases; ++i) {
+            const bool isRed = engine() % 2 == 0;
+            cells[i] = std::make_unique<CaseRecord>(bench.dictionary);
+            numbers[0].push_back(number(engine));
+            numbers[1].push_back(isRed ? 0.0 : 1.0);
+            numbers[2].push_back(number(engine));
+            cells[i]->SetNumber(cells[i]->GetIndex("a"), numbers[0].back());
+            cells[i]->SetText(cells[i]->GetIndex("color"), isRed ? "red" : "green");
+            cells[i]->SetNumber(cells[i]->GetIndex("b"), numbers[2].back());
+            records.push_back(cells[i].get());
+        }
+    }
+
+    // At the places of the records.
+    std::vector<const double*> GetColumns() const {
+        std::vector<const double*> columns(bench.dictionary.GetVars().size());
+        const char* const names[] = {"a", "color", "b"};
+        for (std::size_t i = 0; i < 3; ++i)
+            columns[static_cast<std::size_t>(cells.front()->GetIndex(names[i]))] = numbers[i].data();
+        return columns;
+    }
+
+    Bench bench;
+    std::vector<std::unique_ptr<CaseRecord>> cells;
+    Records records;
+    std::vector<std::vector<double>> numbers;
+};
+
+TEST(SVMModelBatch, PlainNumbersGiveTheResultsOfTheirRecords) {
+    for (const std::size_t count : {1u, 3u, 4u, 8u, 63u, 64u, 65u, 131u}) {
+        PlainBench plain(count);
+        // "green" is no declared category: as it stands, it is valid, and the look-up knows it behind the others.
+        dynamic_cast<DictVar&>(*plain.bench.dictionary.FindVar("color")).SetInvalidTreatment(DictVar::kAsIs, nullptr);
+        const Answers expected = OneByOne(plain.bench.model, plain.records);
+        std::vector<ScoreResult*> made(count);
+        std::vector<KwScore::KwStatus> statuses(count);
+        const auto columns = plain.GetColumns();
+        ASSERT_TRUE(
+            plain.bench.model.ScoreNumbers(count, columns.data(), columns.size(), made.data(), statuses.data()));
+        Results results;
+        for (ScoreResult* result : made)
+            results.emplace_back(result);
+        EXPECT_EQ(test_support::Summarise(results, statuses, ""), expected) << count;
+    }
+}
+
+TEST(SVMModelBatch, PlainNumbersAreRefusedWhereTheModelNeedsMore) {
+    PlainBench plain(5);
+    auto columns = plain.GetColumns();
+    EXPECT_FALSE(plain.bench.model.ScoreNumbers(0, columns.data(), columns.size(), nullptr, nullptr))
+        << "no indices yet";
+    OneByOne(plain.bench.model, plain.records);
+    EXPECT_TRUE(plain.bench.model.ScoreNumbers(0, columns.data(), columns.size(), nullptr, nullptr));
+    std::vector<ScoreResult*> made(5);
+    std::vector<KwScore::KwStatus> statuses(5);
+    EXPECT_FALSE(plain.bench.model.ScoreNumbers(5, columns.data(), columns.size() - 1, made.data(), statuses.data()));
+    columns[static_cast<std::size_t>(plain.cells.front()->GetIndex("color"))] = nullptr;
+    EXPECT_FALSE(plain.bench.model.ScoreNumbers(5, columns.data(), columns.size(), made.data(), statuses.data()));
+    EXPECT_EQ(made, std::vector<ScoreResult*>(5));
+    plain.bench.access.SetUpKernel(plain.bench.access.Data());
+    columns = plain.GetColumns();
+    EXPECT_FALSE(plain.bench.model.ScoreNumbers(0, columns.data(), columns.size(), nullptr, nullptr)) << "no plan";
+}
+
+TEST(SVMModelBatch, InterfaceHasTwoSlotsBehindItsDestructor) {
     EXPECT_EQ(VirtualSlot(&IBatchModel::ScoreCases), 1);
+    EXPECT_EQ(VirtualSlot(&IBatchModel::ScoreNumbers), 2);
 }
 
 }  // namespace

@@ -900,5 +900,54 @@ TEST(GetScore, IntoAResultOfTheOtherKindIs90027) {
     delete result;
 }
 
+// However many columns stand for its categories.
+TEST(FillCaseRecord, AsksForACategoryOnceACase) {
+    class CountingVar : public DictVar {
+    public:
+        CountingVar() : DictVar("color", kString, kCategorical) {
+            for (const char* name : {"red", "green", "blue", "grey"})
+                AddCategory(name);
+        }
+        using DictVar::GetCategoryIndex;
+        int GetCategoryIndex(const ScoreValue* value) const override {
+            ++lookUps;
+            return DictVar::GetCategoryIndex(value);
+        }
+        mutable int lookUps = 0;
+    };
+    Bench bench;
+    auto owned = std::make_unique<CountingVar>();
+    const CountingVar& color = *owned;
+    ASSERT_TRUE(bench.dictionary.AddVar(std::move(owned)));
+    bench.AddVar("x");
+    auto data = NewRegression();
+    for (const char* category : {"grey", "red"})
+        AddCategoryColumn(*data, "color", category);
+    AddNumericColumn(*data, "x");
+    for (const char* category : {"blue", "green", "blue"})
+        AddCategoryColumn(*data, "color", category);
+    bench.TakeData(std::move(data));
+    CaseRecord record(bench.dictionary);
+    const int place = record.GetIndex("color");
+    record.SetNumber(record.GetIndex("x"), 0.375);
+    ScoreResult* result = nullptr;
+    record.SetText(place, "blue");
+    bench.model.GetScore(&record, result, false);
+    const std::unique_ptr<ScoreResult> owner(result);
+    // One look-up is that of the validity test.
+    color.lookUps = 0;
+    bench.model.GetScore(&record, result, false);
+    EXPECT_EQ(color.lookUps, 2);
+    for (const auto& [name, expected] : {std::pair<const char*, Values>{"blue", {0, 0, 0.375, 1, 0, 1}},
+                                         std::pair<const char*, Values>{"red", {0, 1, 0.375, 0, 0, 0}}}) {
+        record.SetText(place, name);
+        bool isComplete = false;
+        Indices indices;
+        Values values;
+        EXPECT_FALSE(bench.access.FillCaseRecord(result, &record, isComplete, indices, values).IsError());
+        EXPECT_EQ(values, expected) << name;
+    }
+}
+
 }  // namespace
 }  // namespace KwBrevix_930
