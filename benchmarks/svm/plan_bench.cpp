@@ -25,6 +25,7 @@ using benchmarks::LibsvmPeer;
 using KwBrevix_930::ST_SUPPORTVECTORMACHINE;
 using KwBrevix_930::SVMModelData;
 using KwBrevix_930::SVMVectorInstance;
+using KwBrevix_930::plan::PlanWorkspace;
 using KwBrevix_930::plan::ScoringPlan;
 using Values = std::vector<double>;
 
@@ -223,16 +224,21 @@ void Measure(benchmark::State& state, std::size_t machines, Decide decide) {
 
 void BM_Plan(benchmark::State& state, const Shape& shape) {
     const Subject& subject = Find(shape);
+    PlanWorkspace work;
     Measure(state, subject.GetMachineCount(), [&](std::size_t i, Values& decisions) {
-        subject.GetPlan().Decide(subject.GetCase(i).data(), decisions.data());
+        subject.GetPlan().Decide(subject.GetCase(i).data(), decisions.data(), work);
     });
 }
 
 void BM_Batch(benchmark::State& state, const Shape& shape) {
     const Subject& subject = Find(shape);
     Values decisions(kCases * subject.GetMachineCount());
+    std::vector<const double*> columns;
+    for (std::size_t p = 0; p < subject.GetPlan().GetColumnCount(); ++p)
+        columns.push_back(subject.GetColumns() + p * kCases);
+    PlanWorkspace work;
     while (state.KeepRunningBatch(kCases)) {
-        subject.GetPlan().DecideBatch(kCases, subject.GetColumns(), kCases, decisions.data());
+        subject.GetPlan().DecideBatch(kCases, columns.data(), decisions.data(), work);
         benchmark::ClobberMemory();
     }
 }

@@ -104,11 +104,20 @@ void ScoringPlan::DecideBatch(std::size_t count, const double* const* columns, d
         DecideTiles(first, cases, columns, decisions, work);
         first += cases;
     }
-    for (; first < count; ++first) {
-        double* x = work.numbers.Grow(fColumns.size() + 1);
+    for (; first < count; first += kTile)
+        DecideApart(first, std::min(kTile, count - first), columns, decisions, work);
+}
+
+// The cases of a tile one by one; it is filled all the same, so that each column is come to once.
+void ScoringPlan::DecideApart(std::size_t first, std::size_t cases, const double* const* columns, double* decisions,
+                              PlanWorkspace& work) const {
+    double* x = work.numbers.Grow((fColumns.size() + 1) * (1 + kTile));
+    double* tile = x + fColumns.size() + 1;
+    FillTile(first, cases, columns, fColumns.size(), tile);
+    for (std::size_t c = 0; c < cases; ++c) {
         for (std::size_t p = 0; p < fColumns.size(); ++p)
-            x[p] = columns[p][first];
-        DecideGathered(decisions + first * GetMachineCount(), work);
+            x[p] = tile[p * kTile + c];
+        DecideGathered(decisions + (first + c) * GetMachineCount(), work);
     }
 }
 

@@ -83,6 +83,8 @@ private:
     std::size_t GetRowSpace() const { return (fRows.size() + kBlock - 1) / kBlock * kBlock; }
     void DecideGathered(double* decisions, PlanWorkspace& work) const;
     void Evaluate(const double* x, double* kernelValues, PlanWorkspace& work) const;
+    void DecideApart(std::size_t first, std::size_t cases, const double* const* columns, double* decisions,
+                     PlanWorkspace& work) const;
     void DecideTiles(std::size_t first, std::size_t cases, const double* const* columns, double* decisions,
                      PlanWorkspace& work) const;
     void FinishTile(const Tiles& tile, std::size_t cases, PlanWorkspace& work) const;
