@@ -4,9 +4,11 @@
 #include <cstddef>
 #include <string>
 
+#include "runtime/Export.h"
+
 namespace brevix {
 
-class ByteSource {
+class BREVIX_RUNTIME_API ByteSource {
 public:
     ByteSource() = default;
     ByteSource(const ByteSource&) = delete;

@@ -6,6 +6,7 @@
 #include <exception>
 
 #include "runtime/CellMarks.h"
+#include "runtime/Export.h"
 #include "runtime/Row.h"
 #include "runtime/TableReader.h"
 #include "runtime/TextChunks.h"
@@ -16,7 +17,7 @@ namespace brevix {
 
 /// Lines end in LF, CRLF or CR. Blanks in cells are kept. An empty line is a row with one missing cell where the table
 /// has one column; otherwise it is allowed at the end of the table only.
-class CsvReader : public TableReader {
+class BREVIX_RUNTIME_API CsvReader : public TableReader {
 public:
     /// No cell and no header is longer than this.
     static constexpr std::size_t kCellLimit = 1 << 20;

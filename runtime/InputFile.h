@@ -2,10 +2,11 @@
 #pragma once
 
 #include "runtime/ByteSource.h"
+#include "runtime/Export.h"
 
 namespace brevix {
 
-class InputFile : public ByteSource {
+class BREVIX_RUNTIME_API InputFile : public ByteSource {
 public:
     /// path: "-" is standard input.
     /// Fails: Error where there is no such file, or it is a directory.

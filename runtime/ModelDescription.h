@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "runtime/Export.h"
 #include "runtime/InputField.h"
 #include "runtime/OutputColumn.h"
 
@@ -16,7 +17,7 @@ class ModelDocument;
 class ScoringModel;
 struct PreparedDocument;
 
-struct ModelDescription {
+struct BREVIX_RUNTIME_API ModelDescription {
     struct Machine {
         /// The categories that it tells apart: two, one (against all others), or none in a regression.
         std::vector<std::string> categories;

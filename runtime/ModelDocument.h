@@ -9,11 +9,12 @@
 #include "host/BrevixTranscoder.h"
 #include "host/DOMElemUtility.h"
 #include "host/DocumentParser.h"
+#include "runtime/Export.h"
 
 namespace brevix {
 
 /// Owns the document. Pointers to elements belong to it; null where the document has no such element.
-class ModelDocument {
+class BREVIX_RUNTIME_API ModelDocument {
 public:
     explicit ModelDocument(KwBrevix_930::DocumentHandle document);
     ModelDocument(const ModelDocument&) = delete;

@@ -7,11 +7,13 @@
 #include <cstdint>
 #include <string_view>
 
+#include "runtime/Export.h"
+
 namespace brevix {
 
 /// Results repeat few numbers: statuses, shares of votes. Each text is made once, and again only when another number
 /// has taken its place. For one thread.
-class NumberTexts {
+class BREVIX_RUNTIME_API NumberTexts {
 public:
     /// No text is longer; behind each there are as many bytes to read.
     static constexpr std::size_t kLongest = 32;

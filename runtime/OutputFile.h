@@ -4,11 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "runtime/Export.h"
+
 namespace brevix {
 
 /// A regular file is written beside its place under a name of its own, and renamed by commit; without commit nothing of
 /// it stays and an older file is left as it was. Pipes, devices and standard output are written directly.
-class OutputFile {
+class BREVIX_RUNTIME_API OutputFile {
 public:
     /// path: "-" is standard output.
     /// Fails: Error where it cannot be written.

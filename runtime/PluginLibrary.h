@@ -5,11 +5,12 @@
 #include <string>
 
 #include "host/ScoreTranslator.h"
+#include "runtime/Export.h"
 
 namespace brevix {
 
 /// Holds the shared library open; everything that came from it must end before it does.
-class PluginLibrary {
+class BREVIX_RUNTIME_API PluginLibrary {
 public:
     /// Opens the library at a path.
     /// Fails: Error where it cannot be loaded or has no entry point.

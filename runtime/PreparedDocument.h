@@ -6,11 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "runtime/Export.h"
+
 namespace brevix {
 
 class ModelDocument;
 
-struct PreparedDocument {
+struct BREVIX_RUNTIME_API PreparedDocument {
     PreparedDocument();
     PreparedDocument(PreparedDocument&&) noexcept;
     ~PreparedDocument();

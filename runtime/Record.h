@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "runtime/Export.h"
+
 namespace KwBrevix_930 {
 class CaseRecord;
 class DerivedValue;
@@ -16,7 +18,7 @@ namespace brevix {
 
 /// One cell for each input of a model, in the order of ScoringModel::getInputs. All are missing at the start; a cell
 /// keeps its value until it is set anew. A record belongs to one thread at a time, and ends before its model.
-class Record {
+class BREVIX_RUNTIME_API Record {
 public:
     Record(Record&&) noexcept;
     ~Record();

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "runtime/Error.h"
+#include "runtime/Export.h"
 #include "runtime/InputField.h"
 #include "runtime/Outcome.h"
 #include "runtime/OutputColumn.h"
@@ -53,7 +54,7 @@ struct ModelOptions {
 
 /// Once open, a model does not change: any number of threads may use it at once, each with a record and an outcome of
 /// its own.
-class ScoringModel {
+class BREVIX_RUNTIME_API ScoringModel {
 public:
     /// Opens the document in a file, or the document that a text is.
     /// Fails: Error, with the numeric code where there is one; the first form names the file.

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "runtime/ByteSource.h"
+#include "runtime/Export.h"
 #include "runtime/RowBatch.h"
 
 namespace brevix {
@@ -13,7 +14,7 @@ namespace brevix {
 enum class TableKind { kCsv, kTsv, kJsonLines };
 
 /// Abstract. A cell is bytes: one that is not UTF-8 is a value like any other, and no declared category equals it.
-class TableReader {
+class BREVIX_RUNTIME_API TableReader {
 public:
     TableReader() = default;
     TableReader(const TableReader&) = delete;
@@ -35,7 +36,8 @@ public:
 /// then; empty: none.
 /// Fails: one Error that lists every required column that the table lacks, and every wanted one that it repeats. In
 /// JSON Lines no column can be lacking: a key that a row does not have is a missing cell.
-std::unique_ptr<TableReader> openTable(TableKind kind, ByteSource& source, const std::vector<std::string>& columns,
-                                       const std::vector<bool>& isOptional = {});
+BREVIX_RUNTIME_API std::unique_ptr<TableReader> openTable(TableKind kind, ByteSource& source,
+                                                          const std::vector<std::string>& columns,
+                                                          const std::vector<bool>& isOptional = {});
 
 }  // namespace brevix

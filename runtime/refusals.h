@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "runtime/Export.h"
+
 namespace KwBrevix_930 {
 class ScoreDictionary;
 class TransformationDictionary;
@@ -35,13 +37,13 @@ void refuseUnbuilt(const ModelDocument& document, const KwBrevix_930::ScoreDicti
 
 /// Looks for everything in a prepared document that has no effect, in time linear in its size: other models, support
 /// vectors without an instance, instances without a support vector, extensions behind the first, counts that are not
-/// what they count, categories that the target does not declare, fields of other usages, and elements that are not read.
-/// Returns: one note for each kind, with its count.
-std::vector<std::string> noteIgnored(const ModelDocument& document);
+/// what they count, categories that the target does not declare, fields of other usages, and elements that are not
+/// read. Returns: one note for each kind, with its count.
+BREVIX_RUNTIME_API std::vector<std::string> noteIgnored(const ModelDocument& document);
 
 /// Throws all complaints as one Error, behind an opening; does nothing where there are none. Of more than ten the rest
 /// is counted.
-void throwComplaints(const std::vector<std::string>& complaints, const std::string& opening = "not supported: ",
-                     int code = 0);
+void throwComplaints(const std::vector<std::string>& complaints,
+                     const std::string& opening = "not supported: ", int code = 0);
 
 }  // namespace brevix

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "runtime/ByteSource.h"
+#include "runtime/Export.h"
 #include "runtime/TableReader.h"
 
 namespace brevix {
@@ -43,7 +44,8 @@ struct TableEvents {
 /// right. Memory does not grow with the number of rows.
 /// Fails: Error for a source that cannot be read, or an output that cannot be written; the output is not committed,
 /// here or ever.
-TableTally scoreTable(const ScoringModel& model, ByteSource& source, const std::function<OutputFile&()>& openOutput,
-                      const TableOptions& options, const TableEvents& events);
+BREVIX_RUNTIME_API TableTally scoreTable(const ScoringModel& model, ByteSource& source,
+                                         const std::function<OutputFile&()>& openOutput, const TableOptions& options,
+                                         const TableEvents& events);
 
 }  // namespace brevix

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "runtime/Export.h"
 #include "runtime/OutputColumn.h"
 #include "runtime/TableReader.h"
 
@@ -17,7 +18,7 @@ struct OutputValue;
 struct PreparedDocument;
 
 /// How far a result may be from what is expected.
-struct Tolerance {
+struct BREVIX_RUNTIME_API Tolerance {
     /// Relative to the expected value.
     double precision = 1e-6;
     /// An expected value this close to zero is zero, and then the result must be as close.
@@ -61,13 +62,14 @@ struct VerificationOptions {
 /// Scores each row of a table and compares the results with those columns of it that have the name of an output column.
 /// Memory does not grow with the number of rows.
 /// Fails: Error for a table that cannot be read, lacks an input, or has nothing to compare.
-VerificationTally verifyTable(const ScoringModel& model, ByteSource& source, const VerificationOptions& options,
-                              const DifferenceSink& onDifference);
+BREVIX_RUNTIME_API VerificationTally verifyTable(const ScoringModel& model, ByteSource& source,
+                                                 const VerificationOptions& options,
+                                                 const DifferenceSink& onDifference);
 
 /// Scores the rows of the model's own ModelVerification and compares them, each field with its own tolerance. prepared:
 /// the document that the model was opened from.
 /// Fails: Error, without the file's name, where there is no such element, it cannot be read, or expects nothing.
-VerificationTally verifyModel(const ScoringModel& model, const PreparedDocument& prepared,
-                              const DifferenceSink& onDifference);
+BREVIX_RUNTIME_API VerificationTally verifyModel(const ScoringModel& model, const PreparedDocument& prepared,
+                                                 const DifferenceSink& onDifference);
 
 }  // namespace brevix

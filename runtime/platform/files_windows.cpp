@@ -65,7 +65,11 @@ unsigned int limit(std::size_t count) {
 }  // namespace
 
 int openToRead(const std::string& path) {
-    return open(path, _O_RDONLY);
+    const int descriptor = open(path, _O_RDONLY);
+    std::error_code ignored;
+    if (descriptor < 0 && errno == EACCES && std::filesystem::is_directory(toPath(path), ignored))
+        errno = EISDIR;
+    return descriptor;
 }
 
 int openToWrite(const std::string& path) {

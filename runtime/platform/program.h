@@ -5,12 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "runtime/Export.h"
+
 namespace brevix::platform {
 
 /// argc, argv: those of main. Returns: the arguments in UTF-8, without the program's name.
-std::vector<std::string> readArguments(int argc, const char* const* argv);
+BREVIX_RUNTIME_API std::vector<std::string> readArguments(int argc, const char* const* argv);
 
 /// Returns: the folder of the running program; empty where the system does not tell.
-std::filesystem::path findProgramFolder();
+BREVIX_RUNTIME_API std::filesystem::path findProgramFolder();
 
 }  // namespace brevix::platform
