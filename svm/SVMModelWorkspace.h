@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "host/ThreadKept.h"
 #include "svm/SVMModel.h"
 #include "svm/plan/PlanWorkspace.h"
 
@@ -30,8 +31,8 @@ public:
 
     /// Returns: roughly how many numbers the vectors have room for.
     std::size_t GetRoom() const {
-        return indices.capacity() + values.capacity() + categories.capacity() + decisions.capacity() + vote.GetRoom() + places.capacity() +
-               columns.capacity() + sources.capacity() + batchDecisions.capacity() + plan.GetRoom();
+        return indices.capacity() + values.capacity() + categories.capacity() + decisions.capacity() + vote.GetRoom() +
+               places.capacity() + columns.capacity() + sources.capacity() + batchDecisions.capacity() + plan.GetRoom();
     }
 };
 
@@ -41,21 +42,21 @@ public:
 template <class Workspace>
 class Lent {
 public:
-    Lent() : fMade(IsKeptFree() ? nullptr : std::make_unique<Workspace>()) {
-        if (!fMade)
-            Kept().isLent = true;
+    Lent() : fKeep(FindFree()), fMade(fKeep ? nullptr : std::make_unique<Workspace>()) {
+        if (fKeep)
+            fKeep->isLent = true;
     }
     ~Lent() {
-        if (fMade)
+        if (!fKeep)
             return;
-        Kept().isLent = false;
-        if (Kept().workspace.GetRoom() > kMostKept)
-            Kept().workspace = Workspace();
+        fKeep->isLent = false;
+        if (fKeep->workspace.GetRoom() > kMostKept)
+            fKeep->workspace = Workspace();
     }
     Lent(const Lent&) = delete;
     Lent& operator=(const Lent&) = delete;
 
-    Workspace& operator*() { return fMade ? *fMade : Kept().workspace; }
+    Workspace& operator*() { return fMade ? *fMade : fKeep->workspace; }
 
 private:
     // In numbers: eight megabytes.
@@ -64,23 +65,14 @@ private:
     struct Keep {
         Workspace workspace;
         bool isLent = false;
-
-        ~Keep() { HasEnded() = true; }
     };
 
-    // Has no destructor, so that it can be asked when the workspace is gone.
-    static bool& HasEnded() {
-        static constinit thread_local bool hasEnded = false;
-        return hasEnded;
+    static Keep* FindFree() {
+        Keep* keep = ThreadKept<Keep>::Get();
+        return keep && !keep->isLent ? keep : nullptr;
     }
 
-    static bool IsKeptFree() { return !HasEnded() && !Kept().isLent; }
-
-    static Keep& Kept() {
-        static thread_local Keep keep;
-        return keep;
-    }
-
+    Keep* fKeep;
     std::unique_ptr<Workspace> fMade;
 };
 

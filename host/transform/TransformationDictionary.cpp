@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <utility>
 
+#include "host/ThreadKept.h"
 #include "host/transform/DerivedRecord.h"
 
 namespace KwBrevix_930 {
@@ -15,23 +17,24 @@ std::uint64_t NextSerialNumber() {
     return ++last;
 }
 
-// The record that a thread used last. Without a destructor, so that what ends later in its thread may still use it.
-struct ThreadCache {
+// The record that a thread used last.
+struct RecordCache {
     std::uint64_t owner = 0;
     DerivedRecord* record = nullptr;
-
-    void Reset() {
-        delete record;
-        *this = ThreadCache();
-    }
 };
 
-constinit thread_local ThreadCache threadCache;
-
-// Frees the record where the thread ends; one that is made after that stays.
-struct ThreadCacheEnd {
-    ~ThreadCacheEnd() { threadCache.Reset(); }
+// Frees the record where the thread ends.
+struct ThreadCache : RecordCache {
+    ~ThreadCache() { delete record; }
 };
+
+// What ends later than that in its thread may still derive; its record stays.
+constinit thread_local RecordCache lateCache;
+
+RecordCache& CacheOfThread() {
+    ThreadCache* cache = ThreadKept<ThreadCache>::Get();
+    return cache ? *cache : lateCache;
+}
 
 }  // namespace
 
@@ -150,14 +153,14 @@ void TransformationDictionary::SetUpDerivedCaseRecord() {
 
 const ScoreCaseRecord* TransformationDictionary::GetValuesForDerivedVars(const ScoreCaseRecord* record,
                                                                          const ScoreDictionary* dictionary) const {
-    static thread_local const ThreadCacheEnd end;
-    if (threadCache.owner != fSerialNumber) {
-        threadCache.Reset();
-        threadCache.record = new DerivedRecord(*this);
-        threadCache.owner = fSerialNumber;
+    RecordCache& cache = CacheOfThread();
+    if (cache.owner != fSerialNumber) {
+        delete std::exchange(cache, RecordCache()).record;
+        cache.record = new DerivedRecord(*this);
+        cache.owner = fSerialNumber;
     }
-    threadCache.record->Fill(record, dictionary);
-    return threadCache.record;
+    cache.record->Fill(record, dictionary);
+    return cache.record;
 }
 
 }  // namespace KwBrevix_930
