@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "host/ScoreDictVar.h"
+#include "svm/ExtendedPrecision.h"
 #include "svm/SVMModel.h"
 #include "svm/SVMModelWorkspace.h"
 #include "svm/plan/ScoringPlan.h"
@@ -34,6 +35,7 @@ std::size_t SVMModel::GetMostTogether() const {
 void SVMModel::ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
                           Status* statuses, bool flag) {
     const std::size_t together = GetMostTogether();
+    const KwSVM_700::ExtendedPrecision precision;
     Lent<Workspace> lent;
     // What an exception leaves out keeps this.
     std::fill_n(statuses, count, kMissingStatus);
@@ -129,6 +131,7 @@ bool SVMModel::ScoreNumbers(std::size_t count, const double* const* columns, std
                             ScoreResult** results, Status* statuses) {
     if (!fDictVarIndicesReady || !fTargetVar || !fData || !IsPlannedFor(GetDecisionCount(), fInputVars.size()))
         return false;
+    const KwSVM_700::ExtendedPrecision precision;
     Lent<Workspace> lent;
     if (!FindSources(0, 0, columns, columnCount, *lent))
         return false;

@@ -7,6 +7,7 @@
 #include "host/ScoringLog.h"
 #include "host/StringValue.h"
 #include "host/transform/TransformationDictionary.h"
+#include "svm/ExtendedPrecision.h"
 #include "svm/SVMClsResult.h"
 #include "svm/SVMModelWorkspace.h"
 #include "svm/SVMRegResult.h"
@@ -16,6 +17,7 @@
 namespace KwBrevix_930 {
 
 KwScore::KwStatus SVMModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) {
+    const KwSVM_700::ExtendedPrecision precision;
     Status status = PrepareCase(record, result, flag);
     if (!status.IsError()) {
         Lent<Workspace> lent;

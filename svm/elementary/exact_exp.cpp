@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <iterator>
 
+#include "svm/ExtendedPrecision.h"
 #include "svm/elementary/check_points.h"
 #include "svm/elementary/elementary_kernels.h"
 
@@ -25,6 +26,7 @@ void ExpBy(const ElementaryKernels& kernels, const double* x, double* y, std::si
 }
 
 bool AgreesOnExp(const ElementaryKernels& kernels) {
+    const ExtendedPrecision precision;
     const auto agree = [&kernels](const double* x, std::size_t n) {
         double y[OpenPlaces::kMost];
         ExpBy(kernels, x, y, n);

@@ -174,6 +174,8 @@ TEST(ScoringPlanSetup, TakesExpAndPowOfItsTarget) {
     const KwSVM_700::ElementaryKernels counted = {"counted", CountedExp, CountedPow};
     const KwSVM_700::ExactExp exp(counted);
     const KwSVM_700::ExactPow pow(counted);
+    // Where the platform multiplies, no loops do it.
+    const bool isPowRounded = KwSVM_700::FindPowMethod(counted, 3) == KwSVM_700::PowMethod::kRounded;
     for (const std::int32_t type : {SVMModelData::kPolynomial, SVMModelData::kRadialBasis}) {
         const auto data = Generator(18).Model({type, 6, 30, 1});
         data->SetDegree(3.0);
@@ -186,10 +188,10 @@ TEST(ScoringPlanSetup, TakesExpAndPowOfItsTarget) {
         double decision = 0.0;
         plan->Decide(x.data(), &decision);
         EXPECT_EQ(g_expCalls > expCalls, type == SVMModelData::kRadialBasis);
-        EXPECT_EQ(g_powCalls > powCalls, type == SVMModelData::kPolynomial);
+        EXPECT_EQ(g_powCalls > powCalls, type == SVMModelData::kPolynomial && isPowRounded);
         plan->DecideBatch(1, x.data(), 1, &decision);
         EXPECT_EQ(g_expCalls > expCalls + 1, type == SVMModelData::kRadialBasis);
-        EXPECT_EQ(g_powCalls > powCalls + 1, type == SVMModelData::kPolynomial);
+        EXPECT_EQ(g_powCalls > powCalls + 1, type == SVMModelData::kPolynomial && isPowRounded);
     }
 }
 
