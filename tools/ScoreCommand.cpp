@@ -112,7 +112,7 @@ int ScoreCommand::run() {
     const auto model =
         ScoringModel::openFile(fModel, {!fIsAsIs, fPredictsOnly, static_cast<MissingPolicy>(fMissingPolicy), fPlugin});
     checkKeptColumns(options.keptColumns, *model);
-    InputFile input(fInput);
+    std::optional<InputFile> input(fInput);
     std::optional<OutputFile> output;
     Report report(fIsQuiet, showsProgress());
     const auto openOutput = [&]() -> OutputFile& {
@@ -122,7 +122,9 @@ int ScoreCommand::run() {
     };
     const TableEvents events = {[&] { report.writeNotes(fModel, model->getNotes()); },
                                 [&](const TableTally& tally) { report.writeProgress(tally); }};
-    const TableTally tally = scoreTable(*model, input, openOutput, options, events);
+    const TableTally tally = scoreTable(*model, *input, openOutput, options, events);
+    // Some systems replace no file that is open, and the output may be the input.
+    input.reset();
     output->commit();
     removeOnSignal("");
     report.writeClosingLine(tally);

@@ -31,6 +31,8 @@ int printVersion() {
 int run(std::vector<std::string> arguments) {
     CLI::App app("Scores tables with support vector machine models in PMML.", "brevix");
     app.require_subcommand(1);
+    // A path may begin with a slash on every system.
+    app.allow_windows_style_options(false);
     brevix::ScoreCommand score(*app.add_subcommand("score", "score a table"));
     auto* inspectApp = app.add_subcommand("inspect", "tell what a model is, and what has no effect in it");
     brevix::InspectCommand inspect(*inspectApp);
