@@ -19,3 +19,12 @@ configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/brevix-config.cmake.in
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/brevix-config-version.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/brevix-config.cmake ${PROJECT_BINARY_DIR}/brevix-config-version.cmake
     DESTINATION ${package_folder})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/brevix/examples
+    PATTERN generate EXCLUDE PATTERN CMakeLists.txt EXCLUDE PATTERN check_quotes.sh EXCLUDE)
+
+if(PROJECT_IS_TOP_LEVEL)
+    set(CPACK_GENERATOR ZIP)
+    set(CPACK_PACKAGE_VENDOR Brevix)
+    set(CPACK_STRIP_FILES ON)
+    include(CPack)
+endif()

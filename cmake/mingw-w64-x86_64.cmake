@@ -19,9 +19,10 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # Every module carries its own copy of the compiler's libraries.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
+set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)
 
 # The loader lies in the library folder of its package, outside PATH.
 find_program(BREVIX_WINE NAMES wine64 PATHS /usr/lib/wine /usr/lib/x86_64-linux-gnu/wine)
 if(BREVIX_WINE)
-    set(CMAKE_CROSSCOMPILING_EMULATOR ${BREVIX_WINE})
+    set(CMAKE_CROSSCOMPILING_EMULATOR env WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml,winedbg.exe= ${BREVIX_WINE})
 endif()

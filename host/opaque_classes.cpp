@@ -1,9 +1,11 @@
-// Anchors of the host classes that models know only by name.
+// Anchors of the host classes that models know only by name. VersionInfo is all inline: where libraries show what their
+// own code holds, and no more, this is its place.
 #include "host/InlineTable.h"
 #include "host/ScoreEncoder.h"
 #include "host/ScoreValueLabel.h"
 #include "host/ScoreValueLabelSet.h"
 #include "host/ScoreValueProbabilitySet.h"
+#include "host/VersionInfo.h"
 
 namespace KwBrevix_930 {
 

@@ -9,12 +9,16 @@
 
 namespace test_support {
 
-std::vector<std::string> CommandResult::errLines() const {
+std::vector<std::string> linesOfText(const std::string& text) {
     std::vector<std::string> lines;
-    std::istringstream stream(err);
+    std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);)
         lines.push_back(line);
     return lines;
+}
+
+std::vector<std::string> CommandResult::errLines() const {
+    return linesOfText(err);
 }
 
 CommandResult runBrevix(const std::vector<std::string>& arguments, const Streams& streams) {
@@ -38,6 +42,12 @@ CommandResult runBrevix(const std::vector<std::string>& arguments, const std::st
     Streams streams;
     streams.in = in;
     return runBrevix(arguments, streams);
+}
+
+void expectPeakBelow(const CommandResult& result, long kilobytes) {
+    if (result.peakKilobytes != 0) {
+        EXPECT_LT(result.peakKilobytes, kilobytes);
+    }
 }
 
 std::string CommandTest::write(const std::string& name, const std::string& content) const {

@@ -1,21 +1,24 @@
 // Runs the brevix command as a user does.
 #pragma once
 
+#include <regex>
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "tests/support/TemporaryFolder.h"
 
 namespace test_support {
+
+std::vector<std::string> linesOfText(const std::string& text);
 
 struct CommandResult {
     /// 128 + the signal where one ended the program.
     int exitCode = -1;
     std::string out;
     std::string err;
-    /// The program's, or that of the test at its start where that is larger.
+    /// The program's, or that of the test at its start where that is larger; 0 where the system does not tell.
     long peakKilobytes = 0;
 
     /// Standard error as lines.
@@ -34,6 +37,13 @@ struct Streams {
 /// Runs the program; the first argument is the first behind its name.
 CommandResult runBrevix(const std::vector<std::string>& arguments, const Streams& streams = {});
 CommandResult runBrevix(const std::vector<std::string>& arguments, const std::string& in);
+
+void expectPeakBelow(const CommandResult& result, long kilobytes);
+
+/// The whole text, which should be short, by a regular expression of ECMAScript.
+MATCHER_P(MatchesPattern, pattern, "matches " + std::string(pattern)) {
+    return std::regex_match(std::string(arg), std::regex(pattern));
+}
 
 /// A folder for the files of one test.
 class CommandTest : public testing::Test {

@@ -29,7 +29,7 @@ protected:
         EXPECT_EQ(run.exitCode, 1) << run.err.substr(0, 400);
         EXPECT_EQ(run.out, "");
         EXPECT_THAT(listFiles(), ElementsAre("model.pmml"));
-        EXPECT_LT(run.peakKilobytes, 600000);
+        expectPeakBelow(run, 600000);
         const auto lines = run.errLines();
         EXPECT_EQ(lines.size(), 1u) << run.err.substr(0, 400);
         const std::string start = "brevix: " + model + ": ";

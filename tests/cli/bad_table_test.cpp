@@ -9,6 +9,7 @@ namespace {
 using test_support::CommandTest;
 using test_support::runBrevix;
 using test_support::SmallDocument;
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -49,7 +50,7 @@ TEST_F(BadTable, QuoteThatNeverClosesIsNamedInBoundedMemory) {
     const auto run = runBrevix({"score", fModel, input});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(run.err, HasSubstr("row 1, column 2 'y': the cell is longer than 1048576 bytes"));
-    EXPECT_LT(run.peakKilobytes, runBrevix({"score", fModel}, "x,y\n1,2\n").peakKilobytes + 12000);
+    expectPeakBelow(run, runBrevix({"score", fModel}, "x,y\n1,2\n").peakKilobytes + 12000);
 }
 
 TEST_F(BadTable, AllLackingAndRepeatedColumnsAreListedAtOnce) {
@@ -68,8 +69,10 @@ TEST_F(BadTable, TableThatIsNotThereOrADirectory) {
                 ElementsAre("brevix: " + path("lost.csv") + ": it cannot be opened: No such file or directory"));
     const auto folder = runBrevix({"score", fModel, fFolder.getPath().string()});
     EXPECT_EQ(folder.exitCode, 1);
+    // Systems differ in whether a directory can be opened.
+    const std::string start = "brevix: " + fFolder.getPath().string() + ": it cannot be ";
     EXPECT_THAT(folder.errLines(),
-                ElementsAre("brevix: " + fFolder.getPath().string() + ": it cannot be read: Is a directory"));
+                ElementsAre(AnyOf(start + "read: Is a directory", start + "opened: Is a directory")));
 }
 
 TEST_F(BadTable, Utf16IsNamed) {

@@ -9,13 +9,14 @@
 namespace {
 
 using test_support::CommandTest;
+using test_support::MatchesPattern;
 using test_support::runBrevix;
 using test_support::SmallDocument;
 using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::MatchesRegex;
 
 class ScoreOutput : public CommandTest {
 protected:
@@ -31,7 +32,7 @@ TEST_F(ScoreOutput, GoesToStandardOutputAndTheClosingLineToStandardError) {
     const auto run = runBrevix({"score", fModel, fTable});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out, kResult);
-    EXPECT_THAT(run.errLines(), ElementsAre(MatchesRegex("4 rows, [0-9]+ rows/s, status 0: 2, 90027: 1, 90029: 1")));
+    EXPECT_THAT(run.errLines(), ElementsAre(MatchesPattern("4 rows, [0-9]+ rows/s, status 0: 2, 90027: 1, 90029: 1")));
 }
 
 TEST_F(ScoreOutput, GoesToAFileByOption) {
@@ -111,7 +112,11 @@ TEST_F(ScoreOutput, MissingPolicyIsHandedToTheModel) {
 TEST_F(ScoreOutput, PredictionOnlyLeavesTheOtherCellsEmpty) {
     const auto run =
         runBrevix({"score", example("diabetes/model.pmml"), example("diabetes/cases.csv"), "--prediction-only"});
-    EXPECT_THAT(run.out, MatchesRegex("predicted_progression,stddev,ci_lower,ci_upper,status\n([-0-9.e]+,,,,0\n)+"));
+    auto lines = test_support::linesOfText(run.out);
+    ASSERT_GT(lines.size(), 1u);
+    EXPECT_EQ(lines.front(), "predicted_progression,stddev,ci_lower,ci_upper,status");
+    lines.erase(lines.begin());
+    EXPECT_THAT(lines, Each(MatchesPattern("[-0-9.e]+,,,,0")));
 }
 
 TEST_F(ScoreOutput, NotesOnTheDocumentGoToStandardErrorOneLineEach) {
@@ -162,8 +167,10 @@ TEST_F(ScoreOutput, RowsAreTheSameWhateverTheNumberOfThreads) {
 }
 
 TEST_F(ScoreOutput, MemoryDoesNotGrowWithTheRows) {
+#ifndef _WIN32
     // A sanitizer keeps what is freed for a while; little of it is enough here.
     ::setenv("ASAN_OPTIONS", "quarantine_size_mb=1:thread_local_quarantine_size_kb=64", 1);
+#endif
     const auto scoreRows = [this](int count) {
         const std::string table = writeLarge("rows.csv", "x,y\n", "-0.123456789,0.987654321\n", count);
         return runBrevix({"score", fModel, table, "-o", path("out.csv")});
@@ -172,7 +179,7 @@ TEST_F(ScoreOutput, MemoryDoesNotGrowWithTheRows) {
     const auto large = scoreRows(1500000);
     ASSERT_EQ(large.exitCode, 0);
     // The larger table alone is 38 MB, its result another 15 MB.
-    EXPECT_LT(large.peakKilobytes, small.peakKilobytes + 8000);
+    expectPeakBelow(large, small.peakKilobytes + 8000);
 }
 
 TEST_F(ScoreOutput, NothingIsLeftBehindWhenTheTableFailsLate) {
@@ -215,6 +222,9 @@ TEST_F(ScoreOutput, PlaceThatCannotBeWrittenEndsWithOne) {
 }
 
 TEST_F(ScoreOutput, FullDeviceEndsWithOne) {
+#ifdef _WIN32
+    GTEST_SKIP() << "Windows has no device that is always full";
+#endif
     const auto run = runBrevix({"score", fModel, fTable, "-o", "/dev/full"});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(run.errLines(), ElementsAre("brevix: /dev/full: it cannot be written: No space left on device"));

@@ -15,11 +15,11 @@
 namespace {
 
 using test_support::CommandTest;
+using test_support::MatchesPattern;
 using test_support::runBrevix;
 using test_support::SmallDocument;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::MatchesRegex;
 
 class ScorePipes : public CommandTest {
 protected:
@@ -101,7 +101,7 @@ TEST_F(ScorePipes, ProgressIsShownWhenAskedForOnLongWorkOnly) {
         const auto lines = runBrevix(arguments).errLines();
         ::waitpid(feeder, nullptr, 0);
         EXPECT_EQ(lines.size(), isAskedFor ? 2u : 1u) << "standard error is no terminal";
-        EXPECT_THAT(lines.front(), MatchesRegex(isAskedFor ? "3 rows, [0-9]+ rows/s" : "3 rows, .* status 0: 3"));
+        EXPECT_THAT(lines.front(), MatchesPattern(isAskedFor ? "3 rows, [0-9]+ rows/s" : "3 rows, .* status 0: 3"));
     }
     EXPECT_THAT(runBrevix({"score", fModel, fTable, "--progress"}).errLines(), ElementsAre(HasSubstr("4 rows, ")));
     EXPECT_THAT(runBrevix({"score", fModel, fTable, "--no-progress"}).errLines(), ElementsAre(HasSubstr("4 rows, ")));

@@ -70,7 +70,7 @@ TEST_F(Usage, ClosingLineOfATableWithoutRowsCountsNone) {
     const std::string model = write("model.pmml", test_support::SmallDocument().makeText());
     const auto run = runBrevix({"score", model}, std::string("x,y\n"));
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_THAT(run.errLines(), ElementsAre(testing::MatchesRegex("0 rows, [0-9]+ rows/s.*")));
+    EXPECT_THAT(run.errLines(), ElementsAre(test_support::MatchesPattern("0 rows, [0-9]+ rows/s.*")));
 }
 
 TEST_F(Usage, TraceShowsNoCaseThatIsNotInTheTable) {

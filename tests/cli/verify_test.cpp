@@ -178,7 +178,7 @@ TEST_F(Verify, HugeTableTakesNoMoreMemoryThanASmallOne) {
     const auto many = runBrevix({"verify", model, large});
     EXPECT_EQ(many.exitCode, 3);
     EXPECT_THAT(many.out, HasSubstr("1000000 rows, 1000000 values compared: 1000000 differences in 1000000 rows"));
-    EXPECT_LT(many.peakKilobytes, few.peakKilobytes + 8000);
+    expectPeakBelow(many, few.peakKilobytes + 8000);
 }
 
 TEST_F(Verify, ModelVerificationOfTheModelIsHeldAgainstItsResults) {

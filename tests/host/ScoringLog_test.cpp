@@ -103,7 +103,7 @@ ProbeRun RunProbe(const char* trace) {
     const auto end = test_support::runProcess({TRACE_PROBE},
                                               {test_support::kNullDevice, folder.pathOf("out"), folder.pathOf("err")});
     test_support::setVariable("BREVIX_TRACE", nullptr);
-    return {end.exitCode, test_support::contentOf(folder.pathOf("out")), test_support::contentOf(folder.pathOf("err"))};
+    return {end.exitCode, test_support::linesOf(folder.pathOf("out")), test_support::linesOf(folder.pathOf("err"))};
 }
 
 TEST(ScoringLog, IsOffInAFreshProgram) {

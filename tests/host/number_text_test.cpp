@@ -1,15 +1,15 @@
-// Numbers from text and back. The oracle of LeadingNumber is the C library's strtod in the C locale.
+// Numbers from text and back. The oracle of LeadingNumber is the C library's strtod, under the C locale of the program.
 #include "host/number_text.h"
 
 #include <gtest/gtest.h>
-#include <locale.h>
-#include <stdlib.h>
 
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <random>
+#include <vector>
 
 #include "tests/support/CommaLocale.h"
 
@@ -21,15 +21,27 @@ using KwBrevix_930::ParseNumber;
 using KwBrevix_930::ParseTruth;
 
 double OracleNumber(const std::string& text) {
-    static const locale_t kCLocale = newlocale(LC_ALL_MASK, "C", nullptr);
-    return strtod_l(text.c_str(), nullptr, kCLocale);
+    char* end = nullptr;
+    const double number = std::strtod(text.c_str(), &end);
+    return end == text.c_str() ? 0.0 : number;
 }
 
 bool IsSameDouble(double a, double b) {
     return std::isnan(a) ? std::isnan(b) : std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
+// The C library of MinGW-w64 forgets the digits behind the last place where it rounds half of the smallest number.
+bool IsOracleWrong([[maybe_unused]] const std::string& text) {
+#ifdef __MINGW32__
+    return text.find("0x1.0000000000000000001p-1075") != std::string::npos;
+#else
+    return false;
+#endif
+}
+
 void ExpectAsOracle(const std::string& text) {
+    if (IsOracleWrong(text))
+        return;
     EXPECT_TRUE(IsSameDouble(LeadingNumber(text), OracleNumber(text)))
         << '"' << text.substr(0, 80) << "\" reads as " << LeadingNumber(text) << ", not " << OracleNumber(text);
 }
@@ -355,6 +367,9 @@ TEST(NumberText, NamesWhatIsNotFinite) {
 }
 
 TEST(number_text, DoesNotKnowTheLocale) {
+    std::vector<double> expected;
+    for (const std::string& text : kTexts)
+        expected.push_back(OracleNumber(text));
     const CommaLocale locale;
     if (!CommaLocale::IsActive())
         GTEST_SKIP() << "no locale with a decimal comma is installed, and localedef cannot make one";
@@ -363,8 +378,8 @@ TEST(number_text, DoesNotKnowTheLocale) {
     EXPECT_EQ(ParseNumber("1234.5"), 1234.5);
     EXPECT_EQ(ParseNumber("1,5"), std::nullopt);
     EXPECT_EQ(NumberText(12345.5), "12345.5");
-    for (const std::string& text : kTexts)
-        ExpectAsOracle(text);
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_TRUE(IsOracleWrong(kTexts[i]) || IsSameDouble(LeadingNumber(kTexts[i]), expected[i])) << kTexts[i];
 }
 
 TEST(ParseTruth, KnowsTwoWordsInLettersOfEitherCase) {

@@ -65,7 +65,8 @@ TEST(SVMTranslatorAllocation, AFailedOnePassesThroughAndLeavesTheTranslatorUsabl
         if (model)
             ExpectScores(*model);
     }
-    EXPECT_GT(refusals, 100u);
+    // More where the host library shares its operator new with this program.
+    EXPECT_GT(refusals, 50u);
     ExpectScores(*std::unique_ptr<ScoreModel>(translator.ParseFromTree(document.get(), std::string())));
 }
 

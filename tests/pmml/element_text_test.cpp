@@ -5,6 +5,7 @@
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
 
 #include "host/BrevixTranscoder.h"
 #include "host/DocumentParser.h"
@@ -42,6 +43,8 @@ TEST(ElementText, IsUtf8) {
 
 TEST(ElementText, ReadsThroughEntityReferencesOfADocumentThatKeepsThem) {
     DocumentParser::Initialize();
+    // This program may hold a copy of the library of its own.
+    xercesc::XMLPlatformUtils::Initialize();
     xercesc::XercesDOMParser parser;
     parser.setCreateEntityReferenceNodes(true);
     const std::string text = "<!DOCTYPE a [<!ENTITY e '2 <b>3</b>'>]><a>1 &e; 4</a>";

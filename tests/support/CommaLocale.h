@@ -13,7 +13,7 @@
 class CommaLocale {
 public:
     CommaLocale() {
-        for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE"}) {
+        for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE", "de-DE", "German_Germany.1252"}) {
             if (Install(name))
                 break;
         }
@@ -24,8 +24,7 @@ public:
     ~CommaLocale() {
         std::locale::global(fStreams);
         std::setlocale(LC_ALL, "C");
-        unsetenv("LOCPATH");
-        std::filesystem::remove_all(fDirectory);
+        RemoveCompiled();
     }
     CommaLocale(const CommaLocale&) = delete;
     CommaLocale& operator=(const CommaLocale&) = delete;
@@ -46,6 +45,11 @@ private:
 
     static bool Install(const char* name) { return std::setlocale(LC_ALL, name) != nullptr; }
 
+#ifdef _WIN32
+    // Windows brings its locales.
+    void Compile() {}
+    void RemoveCompiled() {}
+#else
     void Compile() {
         char directory[] = "/tmp/brevix-locale-XXXXXX";
         if (!mkdtemp(directory))
@@ -57,7 +61,12 @@ private:
             Install("de_DE.UTF-8");
         }
     }
+    void RemoveCompiled() {
+        unsetenv("LOCPATH");
+        std::filesystem::remove_all(fDirectory);
+    }
 
-    std::locale fStreams;
     std::string fDirectory;
+#endif
+    std::locale fStreams;
 };

@@ -43,4 +43,11 @@ inline std::string contentOf(const std::filesystem::path& path) {
     return content.str();
 }
 
+/// Returns: the lines of a file that a program wrote as text, ended as C++ ends them whatever the system's files hold.
+inline std::string linesOf(const std::filesystem::path& path) {
+    std::ostringstream content;
+    content << std::ifstream(path).rdbuf();
+    return content.str();
+}
+
 }  // namespace test_support

@@ -16,7 +16,7 @@ struct StreamFiles {
 struct ProcessEnd {
     /// 128 + the signal where one ended the program.
     int exitCode = -1;
-    /// The program's peak, or that of the test at its start where that is larger.
+    /// The program's peak, or that of the test at its start where that is larger; 0 where the system does not tell.
     long peakKilobytes = 0;
 };
 

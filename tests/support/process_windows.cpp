@@ -3,8 +3,6 @@
 
 #include <windows.h>
 
-#include <psapi.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
@@ -52,9 +50,8 @@ ProcessEnd waitFor(HANDLE process) {
     ::WaitForSingleObject(process, INFINITE);
     DWORD code = 0;
     ::GetExitCodeProcess(process, &code);
-    PROCESS_MEMORY_COUNTERS memory{};
-    ::GetProcessMemoryInfo(process, &memory, sizeof memory);
-    return {static_cast<int>(code), static_cast<long>(memory.PeakWorkingSetSize / 1024)};
+    // Wine forgets the peak of a process with the process.
+    return {static_cast<int>(code), 0};
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 // In the Itanium C++ ABI as x86-64 uses it, a pointer to a virtual member function holds 1 + 8 * (index in the virtual
 // table), which tells it from the even address of a non-virtual one. The destructor takes two entries, complete and
 // deleting; here it counts as one slot.
-#if !defined(__x86_64__) || defined(_WIN32)
+#if !defined(__x86_64__) || defined(_MSC_VER)
 #error "VirtualSlot knows only the Itanium C++ ABI of x86-64"
 #endif
 

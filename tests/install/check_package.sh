@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Packs the program for another system, unpacks it, scores with it and builds a small program against it:
+#     check_package.sh BUILD_FOLDER TOOLCHAIN_FILE DEPENDENCIES EMULATOR...
+set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+build=$1
+toolchain=$2
+dependencies=$3
+shift 3
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+(cd "$work" && cpack -G ZIP --config "$build/CPackConfig.cmake" -B "$work/packed" >/dev/null)
+mkdir "$work/a place"
+(cd "$work/a place" && unzip -q "$work"/packed/*.zip)
+place=$(echo "$work/a place"/*)
+for file in bin/brevix.exe bin/brevix_svm.dll bin/brevix_host.dll bin/brevix_runtime.dll include/brevix/host/ScoreModel.h \
+    include/brevix/runtime/ScoringModel.h lib/cmake/brevix/brevix-config.cmake share/brevix/examples/iris/model.pmml; do
+    [ -f "$place/$file" ] || { echo "the package lacks $file" >&2; exit 1; }
+done
+
+iris=$place/share/brevix/examples/iris
+"$@" "$place/bin/brevix.exe" score "$iris/model.pmml" "$iris/cases.csv" --quiet -o "$work/result.csv"
+diff <(cut -d, -f1 "$work/result.csv" | tail -n +2) <(cut -d, -f1 "$iris/expected.csv" | tail -n +2)
+[ "$(wc -l <"$work/result.csv")" -gt 100 ]
+
+cmake -S "$here/find_package" -B "$work/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_BUILD_TYPE=Release \
+    -DBREVIX_WINDOWS_PREFIX="$dependencies;$place" >/dev/null
+cmake --build "$work/build" --target consumer >/dev/null
+cp "$work/build/consumer.exe" "$place/bin"
+"$@" "$place/bin/consumer.exe" | tr -d '\r' | grep -x 'consumer works'
