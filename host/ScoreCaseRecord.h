@@ -12,6 +12,7 @@ class ScoreValue;
 
 /// Abstract. Values are owned by the record or the host and stay as they are while the case is scored. In place of a
 /// missing value that a replacement stands in for, a record holds the variable's replacement object itself.
+/// Note:    slots count in the order of declaration; MSVC lays adjacent overloads out in reverse (docs/windows.md).
 class BREVIX_HOST_API ScoreCaseRecord {
 public:
     ScoreCaseRecord() {}

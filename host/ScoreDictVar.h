@@ -19,6 +19,7 @@ struct ScoreCategory {
 
 /// Abstract. Owned by its dictionary. Reading is safe from any number of threads; the operations that change a variable
 /// belong to set-up, before scoring starts.
+/// Note:    slots count in the order of declaration; MSVC lays adjacent overloads out in reverse (docs/windows.md).
 class BREVIX_HOST_API ScoreDictVar {
 public:
     /// The variable's own classification of its values.

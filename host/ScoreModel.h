@@ -18,6 +18,7 @@ class TransformationDictionary;
 
 /// Abstract; virtual operations stand in slot order, slot 0 is the destructor. Set-up runs on one thread, before
 /// scoring.
+/// Note:    slots count in the order of declaration; MSVC lays adjacent overloads out in reverse (docs/windows.md).
 class BREVIX_HOST_API ScoreModel {
 public:
     enum ModelType { kNoModelType = 0, kSVMClassification = 29, kSVMRegression = 30 };

@@ -22,6 +22,7 @@ class ScoreModel;
 /// new model owned by the caller, or null for a null document or element.
 /// Errors: BXException; nothing leaks. The last argument names the transcoder; narrow strings are UTF-8 whatever it
 /// says.
+/// Note:    slots count in the order of declaration; MSVC lays adjacent overloads out in reverse (docs/windows.md).
 class BREVIX_HOST_API ScoreTranslator {
 public:
     ScoreTranslator() {}

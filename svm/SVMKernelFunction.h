@@ -8,6 +8,7 @@ namespace KwSVM_700 {
 
 /// Abstract; immutable, so evaluation is safe from any number of threads. Evaluation allocates nothing and tests
 /// nothing: a NaN flows on. Virtual operations stand in slot order, slot 0 is the destructor.
+/// Note:    slots count in the order of declaration; MSVC lays adjacent overloads out in reverse (docs/windows.md).
 class SVMKernelFunction {
 public:
     SVMKernelFunction() = default;

@@ -18,6 +18,7 @@ class KwSparseVector;
 ///   and changes nothing; so does memory that fails, except that a target whose own storage failed becomes invalid;
 /// - a target whose size differs is resized; it may be an operand or this matrix;
 /// - a vector that is read may be longer than needed.
+/// Note:    slots count in the order of declaration; MSVC lays adjacent overloads out in reverse (docs/windows.md).
 class KW_EXPORT IKwRectMatrix {
 public:
     /// The kinds of rectangular matrix.

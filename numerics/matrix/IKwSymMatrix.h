@@ -22,6 +22,7 @@ class KwSymMatrix;
 ///   (GetType() 0) and is left with one block; a target may be an operand or this matrix;
 /// - a vector that is read may be longer than needed, except in quadratic forms, which want the exact size;
 /// - an empty matrix succeeds with empty targets and scalars 0.0.
+/// Note:    slots count in the order of declaration; MSVC lays adjacent overloads out in reverse (docs/windows.md).
 class KW_EXPORT IKwSymMatrix {
 public:
     /// The kinds of symmetric matrix.
