@@ -11,6 +11,8 @@ function(kw_add_test name)
     target_link_libraries(${name} PRIVATE brevix_svm_objects brevix_host GTest::gmock GTest::gtest_main)
     target_compile_definitions(${name} PRIVATE BREVIX_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     if(CMAKE_CROSSCOMPILING)
+        # Tests of this size compile longer than they run.
+        target_compile_options(${name} PRIVATE -O0)
         add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
         set_tests_properties(${name} PROPERTIES TIMEOUT 900)
         return()

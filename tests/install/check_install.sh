@@ -7,7 +7,7 @@ how=$1
 place=$2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-options=(-G Ninja -DCMAKE_CXX_COMPILER="$3" -DCMAKE_CXX_FLAGS="$4" -DCMAKE_BUILD_TYPE=Debug)
+options=(-G Ninja -DCMAKE_CXX_COMPILER="$3" -DCMAKE_CXX_FLAGS="$4" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0)
 if [ "$how" = find_package ]; then
     cmake --install "$place" --prefix "$work/prefix" >/dev/null
     options+=(-DCMAKE_PREFIX_PATH="$work/prefix")
