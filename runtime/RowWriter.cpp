@@ -10,6 +10,7 @@
 
 #include "runtime/Error.h"
 #include "runtime/ScoringModel.h"
+#include "runtime/output_columns.h"
 
 namespace brevix {
 
@@ -42,36 +43,6 @@ void appendQuoted(std::string& out, std::string_view text, char separator) {
         out += c;
     }
     out += '"';
-}
-
-const double* findProbability(const Outcome& outcome, int category) {
-    const auto place = static_cast<std::size_t>(category);
-    return category >= 0 && place < outcome.probabilities.size() ? &outcome.probabilities[place] : nullptr;
-}
-
-// Returns: what a column of numbers shows; null where it is absent, and for the status, which is a whole number.
-const double* findNumber(const Outcome& outcome, const OutputColumn& column) {
-    const auto find = [](const std::optional<double>& number) { return number ? &*number : nullptr; };
-    switch (column.content) {
-        case OutputColumn::kPrediction:
-            return find(outcome.number);
-        case OutputColumn::kConfidence:
-            return find(outcome.confidence);
-        case OutputColumn::kProbability:
-            return findProbability(outcome, column.category);
-        case OutputColumn::kPredictedProbability:
-            return findProbability(outcome, outcome.category);
-        case OutputColumn::kStdDev:
-            return find(outcome.stdDev);
-        case OutputColumn::kLower:
-            return find(outcome.lower);
-        case OutputColumn::kUpper:
-            return find(outcome.upper);
-        case OutputColumn::kStatus:
-        case OutputColumn::kField:
-            return nullptr;
-    }
-    return nullptr;
 }
 
 void appendJsonText(std::string& out, std::string_view text) {

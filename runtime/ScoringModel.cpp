@@ -370,46 +370,16 @@ void ScoringModel::readRegression(const ScoreResult& result, Outcome& outcome) c
     outcome.upper = presentValue(upper);
 }
 
-namespace {
-
-OutputValue valueOf(std::optional<double> number) {
-    return number ? OutputValue{OutputValue::kNumber, *number} : OutputValue{};
-}
-
-OutputValue probabilityOf(const Outcome& outcome, int category) {
-    const auto place = static_cast<std::size_t>(category);
-    const bool isThere = category >= 0 && place < outcome.probabilities.size();
-    return isThere ? OutputValue{OutputValue::kNumber, outcome.probabilities[place]} : OutputValue{};
-}
-
-}  // namespace
-
 OutputValue ScoringModel::getValue(const Outcome& outcome, const OutputColumn& column) const {
-    switch (column.content) {
-        case OutputColumn::kPrediction:
-            if (outcome.category >= 0)
-                return {OutputValue::kText, 0.0, fCategories[static_cast<std::size_t>(outcome.category)]};
-            return valueOf(outcome.number);
-        case OutputColumn::kConfidence:
-            return valueOf(outcome.confidence);
-        case OutputColumn::kProbability:
-            return probabilityOf(outcome, column.category);
-        case OutputColumn::kPredictedProbability:
-            return probabilityOf(outcome, outcome.category);
-        case OutputColumn::kStdDev:
-            return valueOf(outcome.stdDev);
-        case OutputColumn::kLower:
-            return valueOf(outcome.lower);
-        case OutputColumn::kUpper:
-            return valueOf(outcome.upper);
-        case OutputColumn::kStatus:
-            return valueOf(outcome.status);
-        case OutputColumn::kField:
-            return static_cast<std::size_t>(column.field) < outcome.fields.size()
-                       ? outcome.fields[static_cast<std::size_t>(column.field)]
-                       : OutputValue{};
-    }
-    return {};
+    const auto field = static_cast<std::size_t>(column.field);
+    if (column.content == OutputColumn::kField)
+        return field < outcome.fields.size() ? outcome.fields[field] : OutputValue{};
+    if (column.content == OutputColumn::kStatus)
+        return {OutputValue::kNumber, static_cast<double>(outcome.status)};
+    if (column.content == OutputColumn::kPrediction && outcome.category >= 0)
+        return {OutputValue::kText, 0.0, fCategories[static_cast<std::size_t>(outcome.category)]};
+    const double* number = findNumber(outcome, column);
+    return number ? OutputValue{OutputValue::kNumber, *number} : OutputValue{};
 }
 
 }  // namespace brevix

@@ -267,4 +267,37 @@ std::vector<OutputColumn> listOutputColumns(const ModelDocument& document, const
     return columns;
 }
 
+namespace {
+
+const double* findProbability(const Outcome& outcome, int category) {
+    const auto place = static_cast<std::size_t>(category);
+    return category >= 0 && place < outcome.probabilities.size() ? &outcome.probabilities[place] : nullptr;
+}
+
+}  // namespace
+
+const double* findNumber(const Outcome& outcome, const OutputColumn& column) {
+    const auto find = [](const std::optional<double>& number) { return number ? &*number : nullptr; };
+    switch (column.content) {
+        case OutputColumn::kPrediction:
+            return find(outcome.number);
+        case OutputColumn::kConfidence:
+            return find(outcome.confidence);
+        case OutputColumn::kProbability:
+            return findProbability(outcome, column.category);
+        case OutputColumn::kPredictedProbability:
+            return findProbability(outcome, outcome.category);
+        case OutputColumn::kStdDev:
+            return find(outcome.stdDev);
+        case OutputColumn::kLower:
+            return find(outcome.lower);
+        case OutputColumn::kUpper:
+            return find(outcome.upper);
+        case OutputColumn::kStatus:
+        case OutputColumn::kField:
+            return nullptr;
+    }
+    return nullptr;
+}
+
 }  // namespace brevix

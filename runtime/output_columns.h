@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "runtime/Outcome.h"
 #include "runtime/OutputColumn.h"
 #include "runtime/OutputProgram.h"
 
@@ -30,5 +31,9 @@ struct TargetDescription {
 /// name another column has; Error with the code of an expression that cannot be read.
 std::vector<OutputColumn> listOutputColumns(const ModelDocument& document, const TargetDescription& target,
                                             std::unique_ptr<OutputProgram>& program);
+
+/// Returns: the number that a column shows of an outcome, which must outlive it; null where it is absent, and for the
+/// columns of the status and of computed fields.
+const double* findNumber(const Outcome& outcome, const OutputColumn& column);
 
 }  // namespace brevix
