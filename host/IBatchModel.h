@@ -29,14 +29,19 @@ public:
     virtual void ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
                             KwScore::KwStatus* statuses, bool flag) = 0;
 
-    /// Scores count cases whose values are plain: of each variable that the model reads, every case has a value that is
-    /// neither missing nor invalid, as its ScoreDictVar says. columns: columnCount pointers, at the index that
-    /// ScoreDictVar::GetIndex gives the values of that variable, one for each case; null for a variable that is not
-    /// given. A text is given by the index of its category. results, statuses: as for ScoreCases.
+    /// Scores count cases whose values are plain, and gives plain numbers: no record and no result object.
+    /// columns: columnCount pointers, at the index that ScoreDictVar::GetIndex gives the values of that variable, one
+    /// for each case; null for a variable that is not given. Of each variable that the model reads, every case has a
+    /// value that is neither missing nor invalid, as its ScoreDictVar says; a text is given by the index of its
+    /// category. numbers: overwritten, those of each case side by side. Of a classification: the index of the predicted
+    /// category among those of the target variable, the confidence, and the probability of each category; where the
+    /// result has none of them, the confidence is -1 and the probabilities are 0. Of a regression: the predicted
+    /// number, the standard deviation, and both bounds of the interval; where the result has none, they are -1 and the
+    /// system-missing value. The numbers of a case that fails mean nothing. statuses: as for ScoreCases.
     /// Returns: false, and nothing is done, where the model has no way of its own for them: before its first case by
     /// index, where it reads what is not given, and for some models always. A count of 0 asks for no more than that.
-    virtual bool ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount,
-                              ScoreResult** results, KwScore::KwStatus* statuses) = 0;
+    virtual bool ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount, double* numbers,
+                              KwScore::KwStatus* statuses) = 0;
 };
 
 }  // namespace KwBrevix_930

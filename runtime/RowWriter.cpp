@@ -106,12 +106,14 @@ std::string RowWriter::makeHeader() const {
     return header;
 }
 
-void RowWriter::append(std::string& out, const RowBatch& batch, std::size_t row, const Outcome& outcome,
-                       NumberTexts& texts) const {
+void RowWriter::appendKept(std::string& out, const RowBatch& batch, std::size_t row) const {
     for (std::size_t i = 0; i < fKept.size(); ++i) {
         out += fKeptPrefixes[i];
-        appendKept(out, batch, row, fKept[i].place);
+        appendCell(out, batch, row, fKept[i].place);
     }
+}
+
+void RowWriter::appendResults(std::string& out, const Outcome& outcome, NumberTexts& texts) const {
     if (fIsFixed)
         return appendFixed(out, outcome, texts);
     for (const Result& result : fResults) {
@@ -121,7 +123,7 @@ void RowWriter::append(std::string& out, const RowBatch& batch, std::size_t row,
     out += fLineEnd.get();
 }
 
-// Makes room once for the whole row.
+// Makes room once for all results.
 void RowWriter::appendFixed(std::string& out, const Outcome& outcome, NumberTexts& texts) const {
     const std::size_t start = out.size();
     out.resize(start + fLongest);
@@ -154,7 +156,7 @@ char* RowWriter::writeNumber(double number, NumberTexts& texts, char* to) const 
     return to;
 }
 
-void RowWriter::appendKept(std::string& out, const RowBatch& batch, std::size_t row, std::size_t column) const {
+void RowWriter::appendCell(std::string& out, const RowBatch& batch, std::size_t row, std::size_t column) const {
     const Row::Kind kind = batch.getKind(row, column);
     const std::string_view text = batch.getText(row, column);
     if (kind == Row::kMissing)

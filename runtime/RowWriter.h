@@ -30,15 +30,15 @@ public:
 
     /// Returns: the header line; empty for JSON Lines.
     std::string makeHeader() const;
-    /// Appends one row, with its line end. texts: the calling thread's own.
-    void append(std::string& out, const RowBatch& batch, std::size_t row, const Outcome& outcome,
-                NumberTexts& texts) const;
+    /// Appends the kept cells of one row, and then its results with the line end. texts: the calling thread's own.
+    void appendKept(std::string& out, const RowBatch& batch, std::size_t row) const;
+    void appendResults(std::string& out, const Outcome& outcome, NumberTexts& texts) const;
 
     /// Returns: whether kind's numbers, texts and absent values are those of JSON.
     bool isJson() const { return fKind == TableKind::kJsonLines; }
 
 private:
-    void appendKept(std::string& out, const RowBatch& batch, std::size_t row, std::size_t column) const;
+    void appendCell(std::string& out, const RowBatch& batch, std::size_t row, std::size_t column) const;
     void appendFixed(std::string& out, const Outcome& outcome, NumberTexts& texts) const;
     char* writeNumber(double number, NumberTexts& texts, char* to) const;
     void appendResult(std::string& out, const OutputColumn& column, const Outcome& outcome, NumberTexts& texts) const;

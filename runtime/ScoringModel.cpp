@@ -277,8 +277,9 @@ void ScoringModel::score(std::span<const Record> records, std::span<Outcome> out
 }
 
 std::unique_ptr<PlainCases> ScoringModel::makePlainCases() const {
-    // The Output reads the record, and some variables may have no plain values.
-    if (!fBatchModel || fOutputProgram)
+    // The Output reads the record. Results of very many numbers are few at a time as records.
+    const std::size_t resultSize = fIsClassification ? 2 + fCategories.size() : 4;
+    if (!fBatchModel || fOutputProgram || resultSize > PlainCases::kMostNumbers)
         return nullptr;
     auto cases = std::make_unique<PlainCases>();
     cases->fNumbers.resize(fInputs.size() * PlainCases::kMost);
@@ -287,28 +288,35 @@ std::unique_ptr<PlainCases> ScoringModel::makePlainCases() const {
         cases->fColumns.resize(std::max(cases->fColumns.size(), place + 1));
         cases->fColumns[place] = cases->getNumbers(i);
     }
-    cases->fResults.resize(PlainCases::kMost);
+    cases->fResultSize = resultSize;
+    cases->fResults.resize(resultSize * PlainCases::kMost);
     const bool isTaken = fBatchModel->ScoreNumbers(0, cases->fColumns.data(), cases->fColumns.size(), nullptr, nullptr);
     return isTaken ? std::move(cases) : nullptr;
 }
 
-void ScoringModel::score(PlainCases& cases, std::span<Outcome> outcomes) const {
-    std::array<ScoreResult*, PlainCases::kMost> results;
-    for (std::size_t i = 0; i < outcomes.size(); ++i)
-        results[i] = cases.fResults[i].get();
-    {
-        const KeptResults kept(
-            outcomes.size(), results.data(), [&](std::size_t i) -> auto& { return cases.fResults[i]; });
-        fBatchModel->ScoreNumbers(outcomes.size(), cases.fColumns.data(), cases.fColumns.size(), results.data(),
-                                  cases.fStatuses.data());
-    }
-    for (std::size_t i = 0; i < outcomes.size(); ++i)
-        read(cases.fResults[i].get(), cases.fStatuses[i], outcomes[i]);
+void ScoringModel::score(PlainCases& cases, std::size_t count) const {
+    fBatchModel->ScoreNumbers(count, cases.fColumns.data(), cases.fColumns.size(), cases.fResults.data(),
+                              cases.fStatuses.data());
+}
+
+void ScoringModel::readOutcome(const PlainCases& cases, std::size_t place, Outcome& outcome) const {
+    clear(cases.fStatuses[place], outcome);
+    outcome.fields.clear();
+    if (!cases.hasFailed(place))
+        readNumbers(cases.getResult(place), outcome);
+    applyTargetRules(outcome);
 }
 
 // Makes an outcome of what the plug-in says of a record.
 void ScoringModel::read(const Record& record, const KwScore::KwStatus& status, Outcome& outcome) const {
-    read(record.fResult.get(), status, outcome);
+    clear(status, outcome);
+    if (!status.IsError() && record.fResult) {
+        if (fIsClassification)
+            readClassification(*record.fResult, outcome);
+        else
+            readRegression(*record.fResult, outcome);
+    }
+    applyTargetRules(outcome);
     if (fOutputProgram && outcome.status == 0)
         fOutputProgram->run(*record.fCells, record.fSlots, outcome);
     else
@@ -316,7 +324,7 @@ void ScoringModel::read(const Record& record, const KwScore::KwStatus& status, O
 }
 
 // All but what the Output computes.
-void ScoringModel::read(const ScoreResult* result, const KwScore::KwStatus& status, Outcome& outcome) const {
+void ScoringModel::clear(const KwScore::KwStatus& status, Outcome& outcome) const {
     outcome.category = -1;
     outcome.number.reset();
     outcome.confidence.reset();
@@ -325,15 +333,27 @@ void ScoringModel::read(const ScoreResult* result, const KwScore::KwStatus& stat
     outcome.lower.reset();
     outcome.upper.reset();
     outcome.status = status.IsError() ? status.GetErrorCode() : 0;
-    if (!status.IsError() && result) {
-        if (fIsClassification)
-            readClassification(*result, outcome);
-        else
-            readRegression(*result, outcome);
-    }
+}
+
+void ScoringModel::applyTargetRules(Outcome& outcome) const {
     fTargetRules->rescale(outcome);
     if (fMissingPolicy == MissingPolicy::kUseReplacement)
         fTargetRules->replaceMissing(outcome, fModel->GetPredictionOnly());
+}
+
+// The numbers are those of IBatchModel::ScoreNumbers.
+void ScoringModel::readNumbers(std::span<const double> result, Outcome& outcome) const {
+    if (!fIsClassification) {
+        outcome.number = presentValue(result[0]);
+        outcome.stdDev = presentValue(result[1], -1.0);
+        outcome.lower = presentValue(result[2]);
+        outcome.upper = presentValue(result[3]);
+        return;
+    }
+    outcome.category = static_cast<int>(result[0]);
+    outcome.confidence = presentValue(result[1], -1.0);
+    if (outcome.confidence)
+        outcome.probabilities.assign(result.begin() + 2, result.end());
 }
 
 // A prediction is one of the target's own category values, as a rule.

@@ -98,8 +98,10 @@ public:
     std::unique_ptr<PlainCases> makePlainCases() const;
     /// Returns: the variable of each input, which tells what stands for a text in such a case.
     const std::vector<const KwBrevix_930::DictVar*>& getInputVariables() const { return fInputVariables; }
-    /// Scores the first of the cases: the outcomes of scoring their records.
-    void score(PlainCases& cases, std::span<Outcome> outcomes) const;
+    /// Scores the first of the cases.
+    void score(PlainCases& cases, std::size_t count) const;
+    /// Makes the outcome of a case that was scored: that of scoring its record. outcome: overwritten.
+    void readOutcome(const PlainCases& cases, std::size_t place, Outcome& outcome) const;
 
     /// Returns: what an outcome of this model holds for a column.
     OutputValue getValue(const Outcome& outcome, const OutputColumn& column) const;
@@ -115,10 +117,12 @@ private:
     std::vector<std::string> listInputs(const ModelDocument& document) const;
     void warmUp() const;
     void read(const Record& record, const KwScore::KwStatus& status, Outcome& outcome) const;
-    void read(const KwBrevix_930::ScoreResult* result, const KwScore::KwStatus& status, Outcome& outcome) const;
+    void clear(const KwScore::KwStatus& status, Outcome& outcome) const;
+    void applyTargetRules(Outcome& outcome) const;
     int findCategory(const KwBrevix_930::ScoreValue* prediction) const;
     void readClassification(const KwBrevix_930::ScoreResult& result, Outcome& outcome) const;
     void readRegression(const KwBrevix_930::ScoreResult& result, Outcome& outcome) const;
+    void readNumbers(std::span<const double> result, Outcome& outcome) const;
 
     // In this order: what came from the plug-in ends before the plug-in.
     std::unique_ptr<PluginLibrary> fPlugin;

@@ -16,6 +16,7 @@
 #include "host/DictVar.h"
 #include "runtime/OutputFile.h"
 #include "runtime/PlainCases.h"
+#include "runtime/ResultTexts.h"
 #include "runtime/RowWriter.h"
 #include "runtime/ScoringModel.h"
 
@@ -58,11 +59,12 @@ struct Scorer {
     // Made when the first row needs one.
     std::vector<Record> records;
     std::size_t recordCount = 0;
-    // Of the plain cases from the front, of the records behind them.
     std::vector<Outcome> outcomes;
-    // Which of them is each row's.
+    // Which of the plain cases, or behind kMostTogether which of the records, each row is.
     std::array<std::size_t, kMostTogether> places{};
-    NumberTexts texts;
+    Outcome plainOutcome;
+    NumberTexts numberTexts;
+    ResultTexts resultTexts;
 };
 
 // A batch on its way through the pipeline.
@@ -95,20 +97,21 @@ public:
     void score(Job& job) {
         Scorer& scorer = fScorers.local();
         if (scorer.outcomes.empty()) {
-            scorer.outcomes.resize(2 * kMostTogether);
+            scorer.outcomes.resize(kMostTogether);
             scorer.plain = fModel.makePlainCases();
         }
         for (std::size_t first = 0; first < job.rows.getRowCount(); first += kMostTogether) {
             const std::size_t count = std::min(kMostTogether, job.rows.getRowCount() - first);
             take(scorer, job.rows, first, count);
-            const std::span outcomes(scorer.outcomes);
             if (scorer.plainCount > 0)
-                fModel.score(*scorer.plain, outcomes.first(scorer.plainCount));
-            fModel.score(std::span(scorer.records).first(scorer.recordCount), outcomes.subspan(kMostTogether));
+                fModel.score(*scorer.plain, scorer.plainCount);
+            fModel.score(std::span(scorer.records).first(scorer.recordCount), scorer.outcomes);
             for (std::size_t i = 0; i < count; ++i) {
-                const Outcome& outcome = outcomes[scorer.places[i]];
-                job.count(outcome.status);
-                fWriter.append(job.text, job.rows, first + i, outcome, scorer.texts);
+                fWriter.appendKept(job.text, job.rows, first + i);
+                if (scorer.places[i] < kMostTogether)
+                    writePlain(job, scorer, scorer.places[i]);
+                else
+                    write(job, scorer.outcomes[scorer.places[i] - kMostTogether], scorer);
             }
         }
     }
@@ -137,6 +140,26 @@ private:
                 return false;
         }
         return true;
+    }
+
+    // Equal results have equal texts.
+    void writePlain(Job& job, Scorer& scorer, std::size_t place) const {
+        const bool hasFailed = scorer.plain->hasFailed(place);
+        const std::string* text = hasFailed ? nullptr : scorer.resultTexts.find(scorer.plain->getResult(place));
+        if (text) {
+            job.text += *text;
+            return;
+        }
+        fModel.readOutcome(*scorer.plain, place, scorer.plainOutcome);
+        const std::size_t start = job.text.size();
+        write(job, scorer.plainOutcome, scorer);
+        if (!hasFailed)
+            scorer.resultTexts.keep(scorer.plain->getResult(place), std::string_view(job.text).substr(start));
+    }
+
+    void write(Job& job, const Outcome& outcome, Scorer& scorer) const {
+        job.count(outcome.status);
+        fWriter.appendResults(job.text, outcome, scorer.numberTexts);
     }
 
     bool isMissing(const RowBatch& rows, std::size_t row, std::size_t input) const {

@@ -60,7 +60,7 @@ public:
     KwScore::KwStatus GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) override;
     void ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
                     KwScore::KwStatus* statuses, bool flag) override;
-    bool ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount, ScoreResult** results,
+    bool ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount, double* numbers,
                       KwScore::KwStatus* statuses) override;
     ModelType GetModelType() const override;
     bool GetPredictionOnly() const override;
@@ -89,12 +89,28 @@ private:
     };
     class Workspace;
 
+    // The numbers of a regression's result.
+    struct Deviation {
+        double deviation;
+        double lower;
+        double upper;
+    };
+
+    // What ScoreNumbers gives for each vote that few machines can cast. Its place has a bit for each machine, set where
+    // that one picks its target category. Without thresholds where a vote depends on more than that.
+    struct VoteTable {
+        Values thresholds = {};
+        Values numbers = {};
+        std::vector<Status> statuses = {};
+    };
+
     // Set-up.
     void SetUpModelType(bool isClassification);
     void SetUpVectorField(const std::vector<std::unique_ptr<SVMVectorField>>& fields, const Indices& types);
     void SetUpFirstColumns(const Indices& types);
     Status SetUpSVMKFEvaluate(SVMModelData* data);
     void SetUpPlan();
+    void SetUpVoteTable();
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool flag);
     ScoreDictVar* FindInputVar(const std::string& name) const;
 
@@ -111,7 +127,9 @@ private:
                         Status& status, bool flag, Workspace& work);
     void DecideCases(std::size_t stride, ScoreResult** results, Status* statuses, Workspace& work) const;
     void DecideColumns(std::size_t cases, Workspace& work) const;
-    Status FillResultOf(std::size_t decided, Workspace& work, ScoreResult*& result) const;
+    static void TakeDecisions(const double* decisions, std::size_t count, Workspace& work);
+    Status FillNumbers(const double* decisions, double* numbers, Workspace& work) const;
+    std::size_t GetNumberCount() const;
     bool FindSources(std::size_t first, std::size_t cases, const double* const* columns, std::size_t columnCount,
                      Workspace& work) const;
     std::size_t GetDecisionCount() const;
@@ -138,6 +156,7 @@ private:
     void MarkPredictionMissing(ScoreResult& result) const;
 
     // Voting: decisions holds one value a machine, in machine order.
+    Status CastVote(const Values& decisions, Vote& vote) const;
     Status DoVotingForSVMCls(const Values& decisions, Vote& vote) const;
     Status VoteForOneAgainstOne(const Values& decisions, Vote& vote) const;
     Status VoteForOneAgainstAll(const Values& decisions, Vote& vote) const;
@@ -152,12 +171,19 @@ private:
     static double ComputeZARNZValue(double decision, double a, double b);
     Status DoMultiProbLearn(const std::vector<Values>& pairs, const PairwiseCoupling& coupling, Values& probabilities,
                             PairwiseCoupling::Work& work) const;
+    bool IsVoteOfPicks() const;
+    Status LookUpVote(const double* decisions, double* numbers) const;
 
     // Results.
     Status FillSVMClsResult(const Vote& vote, ScoreResult*& result) const;
     Status FillSVMZARNClsResult(const Vote& vote, ScoreResult*& result) const;
     Status FillSVMRegResult(double decision, ScoreResult*& result) const;
     Status FillSVMZARNRegResult(double decision, ScoreResult*& result) const;
+    bool IsKnownCategory(std::int32_t category) const;
+    bool HasProbabilities(const Vote& vote) const;
+    Status WriteVote(const Vote& vote, double* numbers) const;
+    void WriteRegression(double decision, double* numbers) const;
+    bool FindDeviation(double decision, Deviation& found) const;
 
     bool fPredictionOnly = false;
     const ScoreDictVar* fTargetVar = nullptr;
@@ -172,6 +198,7 @@ private:
     std::unique_ptr<KwSVM_700::SVMKernelFunction> fKernel;
     // Of the data and the kernel; null where there is none.
     std::unique_ptr<const plan::ScoringPlan> fPlan;
+    VoteTable fVoteTable;
 };
 
 }  // namespace KwBrevix_930

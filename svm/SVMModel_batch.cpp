@@ -104,7 +104,8 @@ void SVMModel::DecideCases(std::size_t stride, ScoreResult** results, Status* st
     for (std::size_t k = 0; k < cases; ++k) {
         const std::size_t place = work.places[k];
         if (hasPlan) {
-            statuses[place] = FillResultOf(k, work, results[place]);
+            TakeDecisions(work.batchDecisions.data() + k * machineCount, machineCount, work);
+            statuses[place] = FillResult(work, results[place]);
             continue;
         }
         for (std::size_t column = 0; column < work.values.size(); ++column)
@@ -119,36 +120,52 @@ void SVMModel::DecideColumns(std::size_t cases, Workspace& work) const {
     fPlan->DecideBatch(cases, work.sources.data(), work.batchDecisions.data(), work.plan);
 }
 
-// Of one of the cases that the plan has decided.
-SVMModel::Status SVMModel::FillResultOf(std::size_t decided, Workspace& work, ScoreResult*& result) const {
-    const std::size_t machineCount = GetDecisionCount();
-    const double* first = work.batchDecisions.data() + decided * machineCount;
-    work.decisions.assign(first, first + machineCount);
-    return FillResult(work, result);
+void SVMModel::TakeDecisions(const double* decisions, std::size_t count, Workspace& work) {
+    work.decisions.assign(decisions, decisions + count);
 }
 
-bool SVMModel::ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount,
-                            ScoreResult** results, Status* statuses) {
+bool SVMModel::ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount, double* numbers,
+                            Status* statuses) {
     if (!fDictVarIndicesReady || !fTargetVar || !fData || !IsPlannedFor(GetDecisionCount(), fInputVars.size()))
+        return false;
+    const auto* categories = fTargetVar->GetCategories();
+    if ((categories ? categories->size() : 0) != fTargetCategoryValues.size())
         return false;
     const KwSVM_700::ExtendedPrecision precision;
     Lent<Workspace> lent;
-    if (!FindSources(0, 0, columns, columnCount, *lent))
+    Workspace& work = *lent;
+    if (!FindSources(0, 0, columns, columnCount, work))
         return false;
     const std::size_t together = GetMostTogether();
+    const std::size_t width = GetNumberCount();
     for (std::size_t first = 0; first < count; first += together) {
         const std::size_t some = std::min(together, count - first);
-        FindSources(first, some, columns, columnCount, *lent);
-        DecideColumns(some, *lent);
+        FindSources(first, some, columns, columnCount, work);
+        DecideColumns(some, work);
         for (std::size_t i = 0; i < some; ++i) {
-            ScoreResult*& result = results[first + i];
-            if (!result)
-                CreateResult(result);
-            statuses[first + i] = FillResultOf(i, *lent, result);
+            const double* decisions = work.batchDecisions.data() + i * GetDecisionCount();
+            statuses[first + i] = FillNumbers(decisions, numbers + (first + i) * width, work);
             Trace(statuses[first + i]);
         }
     }
     return true;
+}
+
+std::size_t SVMModel::GetNumberCount() const {
+    return fData->GetIsClassification() ? 2 + fTargetCategoryValues.size() : 4;
+}
+
+// What FillResult makes of the same decision values.
+SVMModel::Status SVMModel::FillNumbers(const double* decisions, double* numbers, Workspace& work) const {
+    if (!fData->GetIsClassification()) {
+        WriteRegression(*decisions, numbers);
+        return {};
+    }
+    if (!fVoteTable.thresholds.empty())
+        return LookUpVote(decisions, numbers);
+    TakeDecisions(decisions, GetDecisionCount(), work);
+    const Status status = CastVote(work.decisions, work.vote);
+    return status.IsError() ? status : WriteVote(work.vote, numbers);
 }
 
 // Where the values of some cases begin, column by column of the vector space. Returns: false when a variable is not

@@ -235,10 +235,7 @@ SVMModel::Status SVMModel::ScoreSVMRegModel(ScoreResult*& result, Workspace& wor
 SVMModel::Status SVMModel::FillResult(Workspace& work, ScoreResult*& result) const {
     if (!fData->GetIsClassification())
         return FillSVMRegResult(work.decisions.front(), result);
-    work.vote.category = -1;
-    work.vote.confidence = 0.0;
-    work.vote.probabilities.clear();
-    const Status status = DoVotingForSVMCls(work.decisions, work.vote);
+    const Status status = CastVote(work.decisions, work.vote);
     return status.IsError() ? status : FillSVMClsResult(work.vote, result);
 }
 

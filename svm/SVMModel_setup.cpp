@@ -31,6 +31,7 @@ void SVMModel::SetSupportVectorMachineModel(SVMModelData* data) {
     SetUpVectorField(fData->GetVectorFields(), fData->GetVectorFieldKinds());
     SetUpSVMKFEvaluate(fData.get());
     SetUpPlan();
+    SetUpVoteTable();
 }
 
 void SVMModel::SetUpModelType(bool isClassification) {
@@ -120,17 +121,18 @@ void SVMModel::SetTargetCategories() {
         return;
     fTargetCategoryNames.clear();
     fTargetCategoryValues.clear();
-    const auto* categories = fTargetVar->GetCategories();
-    if (!categories)
-        return;
-    for (const ScoreCategory& category : *categories) {
-        fTargetCategoryNames.push_back(category.name);
-        fTargetCategoryValues.push_back(category.value.get());
+    if (const auto* categories = fTargetVar->GetCategories()) {
+        for (const ScoreCategory& category : *categories) {
+            fTargetCategoryNames.push_back(category.name);
+            fTargetCategoryValues.push_back(category.value.get());
+        }
     }
+    SetUpVoteTable();
 }
 
 void SVMModel::SetPredictionOnly(bool predictionOnly) {
     fPredictionOnly = predictionOnly;
+    SetUpVoteTable();
 }
 
 bool SVMModel::GetPredictionOnly() const {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "svm/status_codes.h"
 
@@ -17,6 +18,15 @@ constexpr double kLargestProbability = 0.9999999;
 // where machines are lacking, more categories than this are not coupled.
 constexpr std::size_t kMostCategoriesWithoutAllPairs = 512;
 
+// Four categories have so many pairs, and these 64 votes.
+constexpr std::size_t kMostMachinesInTable = 6;
+constexpr std::size_t kMostNumbersInTable = 4096;
+
+// A decision equal to the threshold is for the alternate category, whatever maxWins says.
+bool PicksTarget(double threshold, bool isMaxWins, double decision) {
+    return isMaxWins ? decision > threshold : threshold > decision;
+}
+
 bool IsPairCount(std::size_t machineCount, std::int32_t categoryCount) {
     const auto n = static_cast<std::uint64_t>(categoryCount);
     return machineCount == n * (n - 1) / 2;
@@ -28,6 +38,14 @@ std::size_t SVMModel::Vote::GetRoom() const {
     const std::size_t rowRoom = pairs.empty() ? 0 : pairs.front().capacity();
     return probabilities.capacity() + tickets.capacity() + pairs.capacity() * (rowRoom + 1) +
            coupling.q.AsVectorConst().capacity() + coupling.product.capacity();
+}
+
+// From decision values to what the caller of DoVotingForSVMCls is to initialise and read.
+SVMModel::Status SVMModel::CastVote(const Values& decisions, Vote& vote) const {
+    vote.category = -1;
+    vote.confidence = 0.0;
+    vote.probabilities.clear();
+    return DoVotingForSVMCls(decisions, vote);
 }
 
 SVMModel::Status SVMModel::DoVotingForSVMCls(const Values& decisions, Vote& vote) const {
@@ -63,10 +81,9 @@ SVMModel::Status SVMModel::VoteForOneAgainstOne(const Values& decisions, Vote& v
     return isZarn ? GetZARNTicketByMultiClass(decisions, vote) : GetTicketByMultiClass(decisions, vote);
 }
 
-// A decision equal to the threshold is for the alternate category, whatever maxWins says.
 std::int32_t SVMModel::PickCategory(const ST_SUPPORTVECTORMACHINE& machine, bool isMaxWins, double decision) {
-    const bool picksTarget = isMaxWins ? decision > machine.threshold : machine.threshold > decision;
-    return picksTarget ? machine.targetCategoryIndex : machine.alternateTargetCategoryIndex;
+    return PicksTarget(machine.threshold, isMaxWins, decision) ? machine.targetCategoryIndex
+                                                               : machine.alternateTargetCategoryIndex;
 }
 
 SVMModel::Status SVMModel::GetTicketByBinaryClass(const Values& decisions, std::int32_t machine, Vote& vote) const {
@@ -196,6 +213,49 @@ SVMModel::Status SVMModel::GetZARNTicketByBinaryClass(const Values& decisions, V
         }
     }
     return vote.probabilities.empty() ? kInvalidStatus : Status();
+}
+
+// Whether a vote depends on nothing but which machines pick their target category.
+bool SVMModel::IsVoteOfPicks() const {
+    if (!fData || !fData->GetIsClassification() || fData->GetIsZarnModel())
+        return false;
+    const auto& machines = fData->GetMachines();
+    const bool isOneAgainstAll = fData->GetIsOneAgainstAll() && fData->GetTargetCategoryCount() >= 3;
+    return !isOneAgainstAll && std::all_of(machines.begin(), machines.end(), [](const auto& machine) {
+        return machine && std::isfinite(machine->threshold);
+    });
+}
+
+// Every vote is cast once, by decision values beyond all thresholds.
+void SVMModel::SetUpVoteTable() {
+    fVoteTable = {};
+    const std::size_t count = fData ? fData->GetMachines().size() : 0;
+    const std::size_t width = 2 + fTargetCategoryValues.size();
+    if (count == 0 || count > kMostMachinesInTable || width << count > kMostNumbersInTable || !IsVoteOfPicks())
+        return;
+    constexpr double kHigh = std::numeric_limits<double>::infinity();
+    Vote vote;
+    Values decisions(count);
+    fVoteTable.numbers.resize(width << count);
+    for (std::size_t picks = 0; picks < std::size_t{1} << count; ++picks) {
+        for (std::size_t m = 0; m < count; ++m)
+            decisions[m] = ((picks >> m & 1) != 0) == fData->GetIsMaxWins() ? kHigh : -kHigh;
+        const Status status = CastVote(decisions, vote);
+        fVoteTable.statuses.push_back(status.IsError() ? status
+                                                       : WriteVote(vote, fVoteTable.numbers.data() + picks * width));
+    }
+    for (const auto& machine : fData->GetMachines())
+        fVoteTable.thresholds.push_back(machine->threshold);
+}
+
+SVMModel::Status SVMModel::LookUpVote(const double* decisions, double* numbers) const {
+    const bool isMaxWins = fData->GetIsMaxWins();
+    std::size_t picks = 0;
+    for (std::size_t m = 0; m < fVoteTable.thresholds.size(); ++m)
+        picks |= std::size_t{PicksTarget(fVoteTable.thresholds[m], isMaxWins, decisions[m])} << m;
+    const std::size_t width = 2 + fTargetCategoryValues.size();
+    std::copy_n(fVoteTable.numbers.data() + picks * width, width, numbers);
+    return fVoteTable.statuses[picks];
 }
 
 }  // namespace KwBrevix_930

@@ -73,11 +73,11 @@ public:
         g_plugin.casesInBatches += count;
         dynamic_cast<IBatchModel&>(*fModel).ScoreCases(count, records, results, statuses, flag);
     }
-    bool ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount, ScoreResult** results,
+    bool ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount, double* numbers,
                       KwScore::KwStatus* statuses) override {
         g_plugin.batchCalls += count > 0 ? 1 : 0;
         g_plugin.casesInBatches += count;
-        return dynamic_cast<IBatchModel&>(*fModel).ScoreNumbers(count, columns, columnCount, results, statuses);
+        return dynamic_cast<IBatchModel&>(*fModel).ScoreNumbers(count, columns, columnCount, numbers, statuses);
     }
 };
 

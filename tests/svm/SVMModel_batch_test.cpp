@@ -1,11 +1,15 @@
 // Many cases in one call against the same cases one by one.
+#include <algorithm>
+#include <cmath>
 #include <random>
+#include <set>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
 
 #include "host/CaseRecord.h"
 #include "host/IBatchModel.h"
+#include "svm/SVMRegResult.h"
 #include "tests/support/SVMModelTestAccess.h"
 #include "tests/support/score_answers.h"
 #include "tests/support/virtual_slot.h"
@@ -23,6 +27,7 @@ using svm_samples::Bench;
 using svm_samples::NewClassification;
 using svm_samples::NewRegression;
 using test_support::Answers;
+using test_support::BitsOf;
 using test_support::Describe;
 using test_support::Records;
 using test_support::Results;
@@ -310,9 +315,16 @@ TEST(SVMModelBatch, ExceptionOfARecordLeavesOutOnlyWhatComesBehind) {
 
 // Plain values as columns: what records of them give.
 
+const auto kNoChange = [](SVMModelData&) {};
+
+// A model of pairs of categories, or a regression where there are none, and cases for it.
 struct PlainBench {
-    explicit PlainBench(std::size_t cases) : bench({"no", "yes", "maybe"}), cells(cases), numbers(3) {
-        auto data = NewClassification(3);
+    // change: what makes the data other than a vote of pairs by comparison with 0.
+    template <class Change>
+    PlainBench(const std::vector<std::string>& categories, std::size_t cases, const Change& change)
+        : bench(categories), cells(cases), numbers(3) {
+        const auto categoryCount = static_cast<std::int32_t>(categories.size());
+        auto data = categories.empty() ? NewRegression() : NewClassification(categoryCount);
         bench.AddVar("a");
         bench.AddVar("color", DictVar::kString, ScoreDictVar::kCategorical).AddCategory("red");
         bench.AddVar("b");
@@ -321,12 +333,12 @@ struct PlainBench {
         AddCategoryColumn(*data, "color", "red");
         AddNumericColumn(*data, "a");
         data->SetKernelType(SVMModelData::kRadialBasis);
-        for (std::int32_t m = 0; m < 3; ++m) {
-            ST_SUPPORTVECTORMACHINE& machine = AddMachine(*data, 0.125 * m, m == 2 ? 1 : 0, m == 0 ? 1 : 2);
-            for (int v = 0; v < 11; ++v)
-                AddSupportVector(*data, machine, v - 5.25, {0, 1, 2, 3},
-                                 {0.5 * v, 1.0 * (v % 2), 1.0 - v % 2, 0.25 * m});
+        data->SetGamma(0.1875);
+        for (std::int32_t i = 0; i < std::max(categoryCount, 2); ++i) {
+            for (std::int32_t j = i + 1; j < std::max(categoryCount, 2); ++j)
+                FillMachine(*data, AddMachine(*data, 0.125 * i - 0.0625 * j, j, i), i, j);
         }
+        change(*data);
         bench.TakeData(std::move(data));
         std::mt19937_64 engine(83);
         std::normal_distribution<double> number(0.0, 2.0);
@@ -341,6 +353,14 @@ struct PlainBench {
             cells[i]->SetNumber(cells[i]->GetIndex("b"), numbers[2].back());
             records.push_back(cells[i].get());
         }
+    }
+
+    static void FillMachine(SVMModelData& data, ST_SUPPORTVECTORMACHINE& machine, int i, int j) {
+        for (int v = 0; v < 11; ++v)
+            AddSupportVector(data, machine, 0.75 - 1.625 * (v % 2) + 0.0625 * i, {0, 1, 2, 3},
+                             {0.5 * v - 2.0 * i, 1.0 * (v % 2), 1.0 - v % 2, 0.75 * j - 0.25 * v});
+        AddExtension(machine, i, j, -1.25, 0.125);
+        machine.extension->standardDeviation = 0.4375;
     }
 
     // At the places of the records.
@@ -358,40 +378,179 @@ struct PlainBench {
     std::vector<std::vector<double>> numbers;
 };
 
+using Numbers = std::vector<std::uint64_t>;
+
+// The bits of what ScoreNumbers is to give in place of a result.
+Numbers NumbersOf(const ScoreResult& result, const Bench& bench) {
+    if (result.GetScoreResultType() == ScoreResult::kSVMRegression) {
+        const auto& number = static_cast<const SVMRegResult&>(result);
+        double lower = 0.0;
+        double upper = 0.0;
+        number.GetCI(lower, upper);
+        return {BitsOf(number.GetPrediction()->GetDouble()), BitsOf(number.GetStdDev()), BitsOf(lower), BitsOf(upper)};
+    }
+    const auto& categories = bench.model.GetTargetCategories();
+    const auto predicted = std::find(categories.begin(), categories.end(), result.GetPrediction());
+    const auto& percents = static_cast<const ScoreClsResult&>(result).GetAllValuePercent();
+    Numbers numbers = {BitsOf(static_cast<double>(predicted - categories.begin())), BitsOf(result.GetConfidence())};
+    for (const auto& [value, percent] : percents)
+        numbers.push_back(BitsOf(percent));
+    numbers.resize(2 + categories.size(), BitsOf(0.0));
+    return numbers;
+}
+
+// How many of the cases succeed, and of how many kinds their results are.
+struct Spread {
+    std::size_t succeeded = 0;
+    std::set<Numbers> results = {};
+};
+
+// Compares ScoreNumbers with GetScore, results, statuses and trace lines.
+Spread CompareNumbers(PlainBench& plain) {
+    Bench& bench = plain.bench;
+    // "green" is no declared category: as it stands, it is valid, and the look-up knows it behind the others.
+    dynamic_cast<DictVar&>(*bench.dictionary.FindVar("color")).SetInvalidTreatment(DictVar::kAsIs, nullptr);
+    const std::size_t count = plain.records.size();
+    Results results(count);
+    const Answers expected = test_support::ScoreOneByOne(bench.model, plain.records, results);
+    const std::size_t width =
+        bench.model.GetModelType() == ScoreModel::kSVMRegression ? 4 : 2 + bench.model.GetTargetCategories().size();
+    constexpr double kGuard = 47.25;
+    std::vector<double> numbers(count * width + 1, kGuard);
+    std::vector<KwScore::KwStatus> statuses(count);
+    const auto columns = plain.GetColumns();
+    const TraceText trace;
+    EXPECT_TRUE(bench.model.ScoreNumbers(count, columns.data(), columns.size(), numbers.data(), statuses.data()));
+    EXPECT_EQ(trace.Take(), expected.trace);
+    EXPECT_EQ(numbers.back(), kGuard);
+    Spread spread;
+    for (std::size_t i = 0; i < count; ++i) {
+        EXPECT_EQ(statuses[i].GetErrorCode(), expected.statuses[i]) << i;
+        if (statuses[i].IsError())
+            continue;
+        ++spread.succeeded;
+        Numbers bits;
+        for (std::size_t k = 0; k < width; ++k)
+            bits.push_back(BitsOf(numbers[i * width + k]));
+        EXPECT_EQ(bits, NumbersOf(*results[i], bench)) << i << " of " << count;
+        spread.results.insert(bits);
+    }
+    return spread;
+}
+
 TEST(SVMModelBatch, PlainNumbersGiveTheResultsOfTheirRecords) {
     for (const std::size_t count : {1u, 3u, 4u, 8u, 63u, 64u, 65u, 131u}) {
-        PlainBench plain(count);
-        // "green" is no declared category: as it stands, it is valid, and the look-up knows it behind the others.
-        dynamic_cast<DictVar&>(*plain.bench.dictionary.FindVar("color")).SetInvalidTreatment(DictVar::kAsIs, nullptr);
-        const Answers expected = OneByOne(plain.bench.model, plain.records);
-        std::vector<ScoreResult*> made(count);
-        std::vector<KwScore::KwStatus> statuses(count);
-        const auto columns = plain.GetColumns();
-        ASSERT_TRUE(
-            plain.bench.model.ScoreNumbers(count, columns.data(), columns.size(), made.data(), statuses.data()));
-        Results results;
-        for (ScoreResult* result : made)
-            results.emplace_back(result);
-        EXPECT_EQ(test_support::Summarise(results, statuses, ""), expected) << count;
+        PlainBench plain({"no", "yes", "maybe"}, count, kNoChange);
+        EXPECT_EQ(CompareNumbers(plain).succeeded, count);
     }
 }
 
+TEST(SVMModelBatch, PlainNumbersOfVotesAreThoseOfResults) {
+    const std::vector<std::string> names = {"a", "b", "c", "d", "e"};
+    for (const std::size_t categories : {2u, 3u, 4u, 5u}) {
+        for (const bool isMaxWins : {false, true}) {
+            for (const double threshold : {0.0, -0.375, svm_samples::kInfinity, svm_samples::kNaN}) {
+                SCOPED_TRACE(testing::Message() << categories << ' ' << isMaxWins << ' ' << threshold);
+                PlainBench plain({names.begin(), names.begin() + static_cast<std::ptrdiff_t>(categories)}, 300,
+                                 [=](SVMModelData& data) {
+                                     data.SetIsMaxWins(isMaxWins);
+                                     data.GetMachines().front()->threshold = threshold;
+                                 });
+                const Spread spread = CompareNumbers(plain);
+                EXPECT_EQ(spread.succeeded, 300u);
+                EXPECT_GE(spread.results.size() + (std::isfinite(threshold) ? 0 : 1), categories);
+            }
+        }
+    }
+}
+
+TEST(SVMModelBatch, PlainNumbersOfADecisionAtTheThresholdAreThoseOfItsResult) {
+    for (const double decision : {0.25, svm_samples::kNaN, svm_samples::kInfinity, -svm_samples::kInfinity}) {
+        for (const bool isMaxWins : {false, true}) {
+            PlainBench plain({"no", "yes"}, 9, [=](SVMModelData& data) {
+                ST_SUPPORTVECTORMACHINE& machine = *data.GetMachines().front();
+                machine.coefficients.assign(machine.coefficients.size(), 0.0);
+                machine.bias = decision;
+                machine.threshold = 0.25;
+                data.SetIsMaxWins(isMaxWins);
+            });
+            EXPECT_EQ(CompareNumbers(plain).succeeded, 9u);
+        }
+    }
+}
+
+TEST(SVMModelBatch, PlainNumbersOfOtherMethodsAreThoseOfResults) {
+    const auto couple = [](SVMModelData& data) { data.SetIsZarnModel(true); };
+    PlainBench coupled({"a", "b", "c"}, 150, couple);
+    EXPECT_EQ(CompareNumbers(coupled).results.size(), 150u);
+    PlainBench sigmoid({"a", "b"}, 150, couple);
+    EXPECT_EQ(CompareNumbers(sigmoid).results.size(), 150u);
+    PlainBench extreme({"a", "b", "c"}, 150, [](SVMModelData& data) { data.SetIsOneAgainstAll(true); });
+    EXPECT_EQ(CompareNumbers(extreme).succeeded, 150u);
+    PlainBench lacking({"a", "b", "c", "d"}, 150, [](SVMModelData& data) { data.GetMachines().pop_back(); });
+    EXPECT_EQ(CompareNumbers(lacking).succeeded, 0u) << "no vote, no category";
+    PlainBench unknown({"a", "b"}, 150, [](SVMModelData& data) { data.GetMachines()[0]->targetCategoryIndex = 2; });
+    const std::size_t known = CompareNumbers(unknown).succeeded;
+    EXPECT_GT(known, 0u);
+    EXPECT_LT(known, 150u);
+}
+
+TEST(SVMModelBatch, PlainNumbersOfARegressionHaveDeviationAndInterval) {
+    for (const bool hasDeviation : {false, true}) {
+        PlainBench plain({}, 150, [=](SVMModelData& data) { data.SetHasStandardDeviation(hasDeviation); });
+        EXPECT_EQ(CompareNumbers(plain).results.size(), 150u);
+    }
+    PlainBench without({}, 20, [](SVMModelData& data) { data.GetMachines().front()->extension.reset(); });
+    EXPECT_EQ(CompareNumbers(without).succeeded, 20u);
+}
+
+TEST(SVMModelBatch, PlainNumbersOfThePredictionAloneHaveNothingElse) {
+    PlainBench votes({"a", "b", "c"}, 50, kNoChange);
+    CompareNumbers(votes);
+    for (const bool predictsOnly : {true, false}) {
+        votes.bench.model.SetPredictionOnly(predictsOnly);
+        for (const Numbers& numbers : CompareNumbers(votes).results)
+            EXPECT_EQ(numbers[1] == BitsOf(-1.0), predictsOnly);
+    }
+    PlainBench number({}, 50, kNoChange);
+    number.bench.model.SetPredictionOnly(true);
+    for (const Numbers& numbers : CompareNumbers(number).results)
+        EXPECT_EQ(numbers[1], BitsOf(-1.0));
+}
+
+TEST(SVMModelBatch, PlainNumbersFollowDataThatIsHandedOverAgain) {
+    PlainBench plain({"a", "b", "c"}, 100, kNoChange);
+    CompareNumbers(plain);
+    SVMModelData& data = *plain.bench.access.Data();
+    for (const auto& machine : data.GetMachines())
+        machine->threshold = 0.8125;
+    data.GetMachines().front()->targetCategoryIndex = 2;
+    plain.bench.model.SetSupportVectorMachineModel(&data);
+    EXPECT_EQ(CompareNumbers(plain).succeeded, 100u);
+}
+
 TEST(SVMModelBatch, PlainNumbersAreRefusedWhereTheModelNeedsMore) {
-    PlainBench plain(5);
+    PlainBench plain({"no", "yes", "maybe"}, 5, kNoChange);
     auto columns = plain.GetColumns();
-    EXPECT_FALSE(plain.bench.model.ScoreNumbers(0, columns.data(), columns.size(), nullptr, nullptr))
-        << "no indices yet";
+    const auto isTaken = [&](std::size_t count, std::size_t columnCount, double* numbers) {
+        std::vector<KwScore::KwStatus> statuses(count);
+        return plain.bench.model.ScoreNumbers(count, columns.data(), columnCount, numbers, statuses.data());
+    };
+    EXPECT_FALSE(isTaken(0, columns.size(), nullptr)) << "no indices yet";
     OneByOne(plain.bench.model, plain.records);
-    EXPECT_TRUE(plain.bench.model.ScoreNumbers(0, columns.data(), columns.size(), nullptr, nullptr));
-    std::vector<ScoreResult*> made(5);
-    std::vector<KwScore::KwStatus> statuses(5);
-    EXPECT_FALSE(plain.bench.model.ScoreNumbers(5, columns.data(), columns.size() - 1, made.data(), statuses.data()));
+    EXPECT_TRUE(isTaken(0, columns.size(), nullptr));
+    std::vector<double> numbers(25, 47.25);
+    EXPECT_FALSE(isTaken(5, columns.size() - 1, numbers.data()));
     columns[static_cast<std::size_t>(plain.cells.front()->GetIndex("color"))] = nullptr;
-    EXPECT_FALSE(plain.bench.model.ScoreNumbers(5, columns.data(), columns.size(), made.data(), statuses.data()));
-    EXPECT_EQ(made, std::vector<ScoreResult*>(5));
-    plain.bench.access.SetUpKernel(plain.bench.access.Data());
+    EXPECT_FALSE(isTaken(5, columns.size(), numbers.data()));
+    EXPECT_EQ(numbers, std::vector<double>(25, 47.25));
     columns = plain.GetColumns();
-    EXPECT_FALSE(plain.bench.model.ScoreNumbers(0, columns.data(), columns.size(), nullptr, nullptr)) << "no plan";
+    plain.bench.target->AddCategory("perhaps");
+    EXPECT_FALSE(isTaken(0, columns.size(), nullptr)) << "the model does not know the last category";
+    plain.bench.model.SetTargetCategories();
+    EXPECT_TRUE(isTaken(0, columns.size(), nullptr));
+    plain.bench.access.SetUpKernel(plain.bench.access.Data());
+    EXPECT_FALSE(isTaken(0, columns.size(), nullptr)) << "no plan";
 }
 
 TEST(SVMModelBatch, InterfaceHasTwoSlotsBehindItsDestructor) {
