@@ -2,20 +2,23 @@
 #include "svm/plan/DenseRows.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace KwBrevix_930::plan {
 
 namespace {
 
-std::size_t WholeBlocks(std::size_t rows) {
-    return (rows + kBlock - 1) / kBlock * kBlock;
+template <class Stored>
+void Prefetch(const Stored* from, const Stored* end) {
+    for (; from < end; from += AlignedArray<Stored>::kAlignment / sizeof(Stored))
+        __builtin_prefetch(from);
 }
 
 }  // namespace
 
 template <class Stored>
-DenseRows<Stored>::DenseRows(std::size_t rows, std::size_t columns, const DenseLoops<Stored>& loops)
-    : fRows(rows), fColumns(columns), fLoops(loops), fNumbers(WholeBlocks(rows) * columns) {}
+DenseRows<Stored>::DenseRows(std::size_t rows, std::size_t columns, const Loops& loops, const TermLoops& terms)
+    : fRows(rows), fColumns(columns), fLoops(loops), fTerms(terms), fNumbers(WholeBlocks(rows) * columns) {}
 
 template <class Stored>
 void DenseRows<Stored>::Set(std::size_t row, std::size_t column, double value) {
@@ -24,17 +27,32 @@ void DenseRows<Stored>::Set(std::size_t row, std::size_t column, double value) {
 
 template <class Stored>
 void DenseRows<Stored>::SumCase(const double* x, double* sums) const {
-    fLoops.oneCase(fColumns, WholeBlocks(fRows), fNumbers.data(), x, sums);
+    if constexpr (std::is_same_v<Stored, float>)
+        fTerms.oneCaseOfFloats(fColumns, WholeBlocks(fRows), fNumbers.data(), x, sums);
+    else
+        fTerms.oneCase(fColumns, WholeBlocks(fRows), fNumbers.data(), x, sums);
 }
 
-// Block by block, so that a block is fetched once for all tiles.
+// While the tiles take one stretch, the next one is fetched.
 template <class Stored>
 void DenseRows<Stored>::SumTiles(const Tiles& tiles) const {
+    [[maybe_unused]] alignas(AlignedArray<double>::kAlignment) double widened[kStretch * kBlock];
+    const Stored* end = fNumbers.data() + WholeBlocks(fRows) * fColumns;
+    const Stored* stored = fNumbers.data();
     for (std::size_t row = 0; row < fRows; row += kBlock) {
-        for (std::size_t tile = 0; tile < tiles.count; ++tile)
-            fLoops.oneTile(fColumns, std::min(kBlock, fRows - row), fNumbers.data() + row * fColumns,
-                           tiles.numbers + tile * tiles.numberStride,
-                           tiles.sums + tile * tiles.sumStride + row * kTile);
+        for (std::size_t column = 0; column < fColumns; column += kStretch) {
+            const std::size_t columns = std::min(kStretch, fColumns - column);
+            const double* numbers;
+            if constexpr (std::is_same_v<Stored, float>) {
+                fLoops.widen(columns * kBlock, stored, widened);
+                numbers = widened;
+            } else {
+                numbers = stored;
+            }
+            stored += columns * kBlock;
+            Prefetch(stored, std::min(stored + kStretch * kBlock, end));
+            AddToTiles(fTerms, {row, std::min(kBlock, fRows - row), column, columns, numbers}, tiles);
+        }
     }
 }
 

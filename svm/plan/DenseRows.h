@@ -15,8 +15,13 @@ namespace KwBrevix_930::plan {
 template <class Stored>
 class DenseRows : public RowSums {
 public:
-    /// All numbers are zero at first.
-    DenseRows(std::size_t rows, std::size_t columns, const DenseLoops<Stored>& loops);
+    /// All numbers are zero at first. terms: of loops.
+    DenseRows(std::size_t rows, std::size_t columns, const Loops& loops, const TermLoops& terms);
+
+    /// Returns: how many bytes such rows take.
+    static double GetByteCount(std::size_t rows, std::size_t columns) {
+        return static_cast<double>(WholeBlocks(rows)) * static_cast<double>(columns) * sizeof(Stored);
+    }
 
     /// value: exact as Stored.
     void Set(std::size_t row, std::size_t column, double value);
@@ -27,7 +32,8 @@ public:
 private:
     std::size_t fRows;
     std::size_t fColumns;
-    const DenseLoops<Stored>& fLoops;
+    const Loops& fLoops;
+    const TermLoops& fTerms;
     AlignedArray<Stored> fNumbers;
 };
 

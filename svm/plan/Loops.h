@@ -14,14 +14,20 @@ inline constexpr std::size_t kTile = 8;
 /// Lists of a group; within a group the n-th entries of all lists lie side by side.
 inline constexpr std::size_t kGroup = 4;
 
-/// Sums over the columns for support vectors in blocks.
-template <class Stored>
-struct DenseLoops {
+/// Columns of a stretch: of so many, the numbers of a block and of a tile stay in the first-level cache together.
+inline constexpr std::size_t kStretch = 64;
+
+/// Sums of one kind of term over the columns, for support vectors in blocks.
+struct TermLoops {
     /// sums[row] for the one case x. rows: a whole number of blocks.
-    void (*oneCase)(std::size_t columns, std::size_t rows, const Stored* blocks, const double* x, double* sums);
-    /// sums[kTile * row + c] for the cases c of a tile and one block. rows: how many are wanted, while sums has room
-    /// for kBlock.
-    void (*oneTile)(std::size_t columns, std::size_t rows, const Stored* block, const double* tile, double* sums);
+    void (*oneCase)(std::size_t columns, std::size_t rows, const double* blocks, const double* x, double* sums);
+    void (*oneCaseOfFloats)(std::size_t columns, std::size_t rows, const float* blocks, const double* x, double* sums);
+    /// Adds the terms of some columns of one block to sums[row]. isFirst: to zero, whatever stands in sums.
+    void (*addToCase)(std::size_t columns, const double* block, const double* x, double* sums, bool isFirst);
+    /// The same to sums[kTile * row + c] for the cases c of a tile. rows: how many are wanted, while sums has room for
+    /// kBlock.
+    void (*addToTile)(std::size_t columns, std::size_t rows, const double* block, const double* tile, double* sums,
+                      bool isFirst);
 };
 
 /// Sums of factor * source[index] over the lists of one group.
@@ -41,12 +47,12 @@ using CountBits = void (*)(std::size_t words, std::size_t rows, const std::uint6
 /// One version of the loops.
 struct Loops {
     const char* name;
-    /// Sums of (x - y)^2.
-    DenseLoops<double> distances;
-    DenseLoops<float> distancesOfFloats;
-    /// Sums of x * y.
-    DenseLoops<double> products;
-    DenseLoops<float> productsOfFloats;
+    /// (x - y)^2.
+    TermLoops distances;
+    /// x * y.
+    TermLoops products;
+    /// doubles[i] = floats[i]. count: a whole number of blocks.
+    void (*widen)(std::size_t count, const float* floats, double* doubles);
     ListLoops lists;
     CountBits countDiffering;
     CountBits countCommon;

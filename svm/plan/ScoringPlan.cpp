@@ -8,8 +8,8 @@ namespace KwBrevix_930::plan {
 namespace {
 
 // Tiles whose numbers and kernel values are worked on together: as many as fit a cache.
-constexpr std::size_t kMostTiles = 4;
-constexpr std::size_t kNumbersInCache = std::size_t{1} << 18;
+constexpr std::size_t kMostTiles = 8;
+constexpr std::size_t kNumbersInCache = std::size_t{1} << 19;
 
 // Fewer cases than this are no tile: one by one they take less time.
 constexpr std::size_t kFewestInTile = 4;

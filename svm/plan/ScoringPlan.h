@@ -70,17 +70,24 @@ private:
     bool TakeMachines(Machines machines, Survey& survey);
     void SurveyRows(Survey& survey) const;
     bool IsListed(const Survey& survey) const;
+    bool IsSpread(const Survey& survey, const Target& target) const;
+    bool FitsCache(const Target& target) const;
     bool FitsFloats(const Survey& survey, const Target& target) const;
     double GetByteCount(const Survey& survey, const Target& target) const;
     void LayOutRows(const Survey& survey, const Target& target);
     void LayOutLists(const Survey& survey, const Loops& loops);
     template <class Stored>
-    void LayOutDense(const DenseLoops<Stored>& loops);
+    void LayOutDense(const Loops& loops);
+    void LayOutSpread(const Survey& survey, const Loops& loops);
+    bool HasNoPlaceInBlocks(const MergedVector& vector) const;
+    const TermLoops& GetTerms(const Loops& loops) const {
+        return fShape.TakesDistance() ? loops.distances : loops.products;
+    }
     void LayOutBits(const Loops& loops);
     void LayOutMachines(Machines machines, const Survey& survey, const Loops& loops);
 
     // Scoring. The kernel values of a case or tile have room for whole blocks and a zero behind them.
-    std::size_t GetRowSpace() const { return (fRows.size() + kBlock - 1) / kBlock * kBlock; }
+    std::size_t GetRowSpace() const { return WholeBlocks(fRows.size()); }
     void DecideGathered(double* decisions, PlanWorkspace& work) const;
     void Evaluate(const double* x, double* kernelValues, PlanWorkspace& work) const;
     void DecideApart(std::size_t first, std::size_t cases, const double* const* columns, double* decisions,

@@ -10,6 +10,7 @@
 #include <unordered_map>
 
 #include "svm/plan/DenseRows.h"
+#include "svm/plan/SpreadRows.h"
 #include "svm/plan/merged_vector.h"
 
 namespace KwBrevix_930::plan {
@@ -19,6 +20,10 @@ namespace {
 // Where fewer of the columns than this are there, a dot product runs over lists of them. Squared distances add the
 // case's numbers at every column.
 constexpr double kListedBelow = 0.3;
+
+// Where fewer are there than this, and the whole rows would not stay in a cache, lists of them are spread out anew for
+// each case: fetching all columns would take longer.
+constexpr double kSpreadBelow = 0.2;
 
 constexpr std::size_t kMostColumns = std::numeric_limits<std::int32_t>::max();
 
@@ -114,9 +119,17 @@ bool ScoringPlan::IsListed(const Survey& survey) const {
     return !fShape.TakesDistance() && static_cast<double>(survey.entryCount) < kListedBelow * all;
 }
 
+bool ScoringPlan::FitsCache(const Target& target) const {
+    return DenseRows<double>::GetByteCount(fRows.size(), fColumns.size()) <= static_cast<double>(target.cacheShare);
+}
+
+bool ScoringPlan::IsSpread(const Survey& survey, const Target& target) const {
+    const double all = static_cast<double>(fRows.size()) * static_cast<double>(fColumns.size());
+    return !FitsCache(target) && static_cast<double>(survey.entryCount) < kSpreadBelow * all;
+}
+
 bool ScoringPlan::FitsFloats(const Survey& survey, const Target& target) const {
-    const double doubles = static_cast<double>(GetRowSpace()) * static_cast<double>(fColumns.size()) * sizeof(double);
-    return survey.areFloats && doubles > static_cast<double>(target.cacheShare);
+    return !FitsCache(target) && survey.areFloats;
 }
 
 double ScoringPlan::GetByteCount(const Survey& survey, const Target& target) const {
@@ -129,15 +142,16 @@ double ScoringPlan::GetByteCount(const Survey& survey, const Target& target) con
 
 void ScoringPlan::LayOutRows(const Survey& survey, const Target& target) {
     const Loops& loops = *target.loops;
-    const bool isDistance = fShape.TakesDistance();
     if (IsListed(survey))
         LayOutLists(survey, loops);
+    else if (IsSpread(survey, target))
+        LayOutSpread(survey, loops);
     else if (FitsFloats(survey, target))
-        LayOutDense(isDistance ? loops.distancesOfFloats : loops.productsOfFloats);
+        LayOutDense<float>(loops);
     else
-        LayOutDense(isDistance ? loops.distances : loops.products);
+        LayOutDense<double>(loops);
     fAppliedRows = IsListed(survey) ? fRows.size() : (fRows.size() + kTile - 1) / kTile * kTile;
-    fNeedsFinite = !isDistance && !IsListed(survey) && survey.entryCount < fRows.size() * fColumns.size();
+    fNeedsFinite = !fShape.TakesDistance() && !IsListed(survey) && survey.entryCount < fRows.size() * fColumns.size();
     if (survey.areBits)
         LayOutBits(loops);
 }
@@ -153,14 +167,18 @@ void ScoringPlan::LayOutLists(const Survey& survey, const Loops& loops) {
     fSums = std::move(lists);
 }
 
-// A squared distance with squares between the columns has no place in a block.
+// A squared distance with squares between the columns has none.
+bool ScoringPlan::HasNoPlaceInBlocks(const MergedVector& vector) const {
+    return fShape.TakesDistance() && !vector.unmatched.empty();
+}
+
 template <class Stored>
-void ScoringPlan::LayOutDense(const DenseLoops<Stored>& loops) {
-    auto dense = std::make_unique<DenseRows<Stored>>(fRows.size(), fColumns.size(), loops);
+void ScoringPlan::LayOutDense(const Loops& loops) {
+    auto dense = std::make_unique<DenseRows<Stored>>(fRows.size(), fColumns.size(), loops, GetTerms(loops));
     MergedVector merged;
     for (std::size_t row = 0; row < fRows.size(); ++row) {
         MergeWithCase(*fRows[row], fColumns.size(), merged);
-        if (fShape.TakesDistance() && !merged.unmatched.empty()) {
+        if (HasNoPlaceInBlocks(merged)) {
             fMergedRows.push_back(static_cast<std::uint32_t>(row));
             continue;
         }
@@ -168,6 +186,21 @@ void ScoringPlan::LayOutDense(const DenseLoops<Stored>& loops) {
             dense->Set(row, static_cast<std::size_t>(entry.column), entry.value);
     }
     fSums = std::move(dense);
+}
+
+void ScoringPlan::LayOutSpread(const Survey& survey, const Loops& loops) {
+    auto spread = std::make_unique<SpreadRows>(fRows.size(), fColumns.size(), survey.entryCount, GetTerms(loops));
+    MergedVector merged;
+    for (std::size_t row = 0; row < fRows.size(); ++row) {
+        MergeWithCase(*fRows[row], fColumns.size(), merged);
+        if (HasNoPlaceInBlocks(merged)) {
+            fMergedRows.push_back(static_cast<std::uint32_t>(row));
+            merged.matched.clear();
+        }
+        spread->Add(merged);
+    }
+    spread->Finish();
+    fSums = std::move(spread);
 }
 
 void ScoringPlan::LayOutBits(const Loops& loops) {

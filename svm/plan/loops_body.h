@@ -84,17 +84,57 @@ void SumCase(std::size_t columns, std::size_t rows, const Stored* blocks, const 
         SumBlocks<Term, 1>(columns, blocks + row * columns, x, sums + row);
 }
 
-// So many columns at a time that a tile's and a block's numbers of them stay in the first-level cache.
-constexpr std::size_t kStretch = 128;
+void Widen(std::size_t count, const float* floats, double* doubles) {
+    for (std::size_t i = 0; i < count; i += kLanes) {
+        Pack pack;
+        Load(floats + i, pack);
+        Store(pack, doubles + i);
+    }
+}
 
-// Adds a stretch of columns to the sums of kAtOnce vectors of a block.
-template <class Term, std::size_t kAtOnce, class Stored>
-void AddStretch(std::size_t columns, const Stored* vectors, const double* tile, double* sums) {
+// Those of so many packs, from zero if they are the first.
+template <std::size_t kPacks>
+inline void LoadSums(const double* sums, bool isFirst, Pack (&s)[kPacks]) {
+#pragma GCC unroll 16
+    for (std::size_t i = 0; i < kPacks; ++i) {
+        if (isFirst)
+            s[i] = Pack{};
+        else
+            Load(sums + i * kLanes, s[i]);
+    }
+}
+
+template <std::size_t kPacks>
+inline void StoreSums(const Pack (&s)[kPacks], double* sums) {
+#pragma GCC unroll 16
+    for (std::size_t i = 0; i < kPacks; ++i)
+        Store(s[i], sums + i * kLanes);
+}
+
+template <class Term>
+void AddToCase(std::size_t columns, const double* block, const double* x, double* sums, bool isFirst) {
+    constexpr std::size_t kPacks = kBlock / kLanes;
+    Pack s[kPacks];
+    LoadSums(sums, isFirst, s);
+    for (std::size_t p = 0; p < columns; ++p) {
+        const double number = x[p];
+#pragma GCC unroll 8
+        for (std::size_t j = 0; j < kPacks; ++j) {
+            Pack y;
+            Load(block + p * kBlock + j * kLanes, y);
+            Term::Add(number, y, s[j]);
+        }
+    }
+    StoreSums(s, sums);
+}
+
+// For kAtOnce vectors of a block.
+template <class Term, std::size_t kAtOnce>
+inline void AddVectorsToTile(std::size_t columns, const double* vectors, const double* tile, double* sums,
+                             bool isFirst) {
     constexpr std::size_t kPacks = kTile / kLanes;
     Pack s[kAtOnce * kPacks];
-#pragma GCC unroll 16
-    for (std::size_t i = 0; i < kAtOnce * kPacks; ++i)
-        Load(sums + i * kLanes, s[i]);
+    LoadSums(sums, isFirst, s);
     for (std::size_t p = 0; p < columns; ++p) {
         Pack x[kPacks];
 #pragma GCC unroll 4
@@ -108,22 +148,16 @@ void AddStretch(std::size_t columns, const Stored* vectors, const double* tile, 
                 Term::Add(x[j], y, s[v * kPacks + j]);
         }
     }
-#pragma GCC unroll 16
-    for (std::size_t i = 0; i < kAtOnce * kPacks; ++i)
-        Store(s[i], sums + i * kLanes);
+    StoreSums(s, sums);
 }
 
-template <class Term, class Stored>
-void SumTile(std::size_t columns, std::size_t rows, const Stored* block, const double* tile, double* sums) {
+template <class Term>
+void AddToTile(std::size_t columns, std::size_t rows, const double* block, const double* tile, double* sums,
+               bool isFirst) {
     constexpr std::size_t kAtOnce = kChains * kLanes / kTile;
     static_assert(kBlock % kAtOnce == 0);
-    for (std::size_t i = 0; i < kBlock * kTile; ++i)
-        sums[i] = 0.0;
-    for (std::size_t first = 0; first < columns; first += kStretch) {
-        const std::size_t count = columns - first < kStretch ? columns - first : kStretch;
-        for (std::size_t row = 0; row < rows; row += kAtOnce)
-            AddStretch<Term, kAtOnce>(count, block + first * kBlock + row, tile + first * kTile, sums + row * kTile);
-    }
+    for (std::size_t row = 0; row < rows; row += kAtOnce)
+        AddVectorsToTile<Term, kAtOnce>(columns, block + row, tile, sums + row * kTile, isFirst);
 }
 
 void SumLists(std::size_t length, const std::int32_t* indices, const double* factors, const double* source,
@@ -186,12 +220,16 @@ void CountRows(std::size_t words, std::size_t rows, const std::uint64_t* bits, c
     }
 }
 
+template <class Term>
+constexpr TermLoops LoopsOf() {
+    return {SumCase<Term, double>, SumCase<Term, float>, AddToCase<Term>, AddToTile<Term>};
+}
+
 constexpr Loops Table(const char* name) {
     return {name,
-            {SumCase<SquaredDifference, double>, SumTile<SquaredDifference, double>},
-            {SumCase<SquaredDifference, float>, SumTile<SquaredDifference, float>},
-            {SumCase<Product, double>, SumTile<Product, double>},
-            {SumCase<Product, float>, SumTile<Product, float>},
+            LoopsOf<SquaredDifference>(),
+            LoopsOf<Product>(),
+            Widen,
             {SumLists, SumListsOfTile},
             CountRows<Differing>,
             CountRows<Common>};

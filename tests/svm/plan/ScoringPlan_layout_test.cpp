@@ -20,6 +20,7 @@ struct Calls {
     int distancesOfFloats = 0;
     int products = 0;
     int productsOfFloats = 0;
+    int stretches = 0;
     int lists = 0;
     int bits = 0;
 
@@ -28,10 +29,22 @@ struct Calls {
 
 Calls g_calls;
 
-template <class Stored, DenseLoops<Stored> Loops::*kLoops, int Calls::*kCount>
-void CountDense(std::size_t columns, std::size_t rows, const Stored* blocks, const double* x, double* sums) {
+template <TermLoops Loops::*kTerms, int Calls::*kCount>
+void CountDense(std::size_t columns, std::size_t rows, const double* blocks, const double* x, double* sums) {
     ++(g_calls.*kCount);
-    (kBaselineLoops.*kLoops).oneCase(columns, rows, blocks, x, sums);
+    (kBaselineLoops.*kTerms).oneCase(columns, rows, blocks, x, sums);
+}
+
+template <TermLoops Loops::*kTerms, int Calls::*kCount>
+void CountFloats(std::size_t columns, std::size_t rows, const float* blocks, const double* x, double* sums) {
+    ++(g_calls.*kCount);
+    (kBaselineLoops.*kTerms).oneCaseOfFloats(columns, rows, blocks, x, sums);
+}
+
+template <TermLoops Loops::*kTerms, int Calls::*kCount>
+void CountStretch(std::size_t columns, const double* block, const double* x, double* sums, bool isFirst) {
+    ++(g_calls.*kCount);
+    (kBaselineLoops.*kTerms).addToCase(columns, block, x, sums, isFirst);
 }
 
 void CountList(std::size_t length, const std::int32_t* indices, const double* factors, const double* source,
@@ -49,10 +62,12 @@ void CountRows(std::size_t words, std::size_t rows, const std::uint64_t* bits, c
 
 Loops CountedLoops() {
     Loops loops = kBaselineLoops;
-    loops.distances.oneCase = CountDense<double, &Loops::distances, &Calls::distances>;
-    loops.distancesOfFloats.oneCase = CountDense<float, &Loops::distancesOfFloats, &Calls::distancesOfFloats>;
-    loops.products.oneCase = CountDense<double, &Loops::products, &Calls::products>;
-    loops.productsOfFloats.oneCase = CountDense<float, &Loops::productsOfFloats, &Calls::productsOfFloats>;
+    loops.distances = {CountDense<&Loops::distances, &Calls::distances>,
+                       CountFloats<&Loops::distances, &Calls::distancesOfFloats>,
+                       CountStretch<&Loops::distances, &Calls::stretches>, kBaselineLoops.distances.addToTile};
+    loops.products = {CountDense<&Loops::products, &Calls::products>,
+                      CountFloats<&Loops::products, &Calls::productsOfFloats>,
+                      CountStretch<&Loops::products, &Calls::stretches>, kBaselineLoops.products.addToTile};
     loops.lists.oneCase = CountList;
     loops.countDiffering = CountRows<&Loops::countDiffering>;
     loops.countCommon = CountRows<&Loops::countCommon>;
@@ -93,7 +108,17 @@ TEST(ScoringPlanLayout, OfDotProductsIsInListsWhereFewColumnsAreThere) {
 }
 
 TEST(ScoringPlanLayout, OfDistancesIsDenseHoweverFewColumnsAreThere) {
-    EXPECT_EQ(CallsFor(SVMModelData::kRadialBasis, 0.15, Numbers::kPlain, kMuchCache, Numbers::kPlain),
+    EXPECT_EQ(CallsFor(SVMModelData::kRadialBasis, 0.05, Numbers::kPlain, kMuchCache, Numbers::kPlain),
+              (Calls{.distances = 1, .lists = kListsOfMachines}));
+}
+
+// 32 vectors are two blocks, 20 columns one stretch.
+TEST(ScoringPlanLayout, OfDistancesIsSpreadOutOfListsWhereFewColumnsAreThereAndTheCacheIsTooSmall) {
+    for (const Numbers numbers : {Numbers::kPlain, Numbers::kFloats}) {
+        EXPECT_EQ(CallsFor(SVMModelData::kRadialBasis, 0.05, numbers, kNoCache, Numbers::kPlain),
+                  (Calls{.stretches = 2, .lists = kListsOfMachines}));
+    }
+    EXPECT_EQ(CallsFor(SVMModelData::kRadialBasis, 0.4, Numbers::kPlain, kNoCache, Numbers::kPlain),
               (Calls{.distances = 1, .lists = kListsOfMachines}));
 }
 

@@ -59,14 +59,15 @@ const ElementaryOf& GetElementaryOf(const Loops& loops) {
     return made.try_emplace(&loops, loops).first->second;
 }
 
-// Every version of the loops, with exp and pow of its own, storing in double and, where that may be exact, in single
-// precision.
-std::vector<PlanTarget> AllTargets(Numbers numbers) {
+// Every version of the loops, with exp and pow of its own, for a cache that holds all vectors and for one that holds
+// none: those are stored in single precision where that is exact, or spread out where they have few columns.
+std::vector<PlanTarget> AllTargets(const Shape& shape) {
     std::vector<PlanTarget> targets;
-    const bool mayBeNarrow = numbers == Numbers::kFloats || numbers == Numbers::kBits;
+    const bool mayBeNarrow =
+        shape.numbers == Numbers::kFloats || shape.numbers == Numbers::kBits || shape.density < 0.2;
     for (const Loops* const* version = RunnableLoops(); *version; ++version) {
         for (const bool isNarrow : {false, true}) {
-            // That other numbers are not stored so is enough to see once.
+            // That others are not stored so is enough to see once.
             if (isNarrow && !mayBeNarrow && version[1])
                 continue;
             PlanTarget target;
@@ -157,7 +158,7 @@ void CompareModel(const Shape& shape, Generator& random, std::size_t caseCount, 
         expected.push_back(random_models::PlainDecisions(*data, *kernel, x));
     Count(expected, shape.numbers == Numbers::kOdd, tally);
     const auto ends = CutAnywhere(random, cases.size());
-    for (const PlanTarget& target : AllTargets(shape.numbers)) {
+    for (const PlanTarget& target : AllTargets(shape)) {
         SCOPED_TRACE(target.loops->name);
         const auto plan = ScoringPlan::Make(*data, *kernel, shape.columns, target);
         ASSERT_EQ(plan != nullptr, shape.columns > 0);
@@ -187,7 +188,7 @@ void CompareModels(std::int32_t kernel, double density, Tally& tally) {
     }
 }
 
-// More columns than stay in the first-level cache at a time or on the stack, more support vectors than stay on the
+// More columns than a stretch has or than stay on the stack, more support vectors than stay on the
 // stack, more cases than are evaluated at a time, as many columns as bits in whole words.
 TEST(ScoringPlan, OfWideAndLongModelsHasTheBitsOfThePlainLoops) {
     Generator random(8814);
