@@ -3,43 +3,25 @@
 
 #include <algorithm>
 
+#include "svm/plan/RowSums.h"
+
 namespace KwBrevix_930::plan {
-
-namespace {
-
-constexpr std::size_t kWordBits = 64;
-
-// Returns: false when one is no bit; words is then of no use.
-bool PackBits(const double* numbers, std::size_t columns, std::uint64_t* words) {
-    bool areBits = true;
-    for (std::size_t first = 0; first < columns && areBits; first += kWordBits) {
-        const std::size_t count = std::min(kWordBits, columns - first);
-        std::uint64_t word = 0;
-        for (std::size_t i = 0; i < count; ++i) {
-            const double number = numbers[first + i];
-            areBits &= BitRows::IsBit(number);
-            word |= std::uint64_t{number == 1.0} << i;
-        }
-        words[first / kWordBits] = word;
-    }
-    return areBits;
-}
-
-}  // namespace
 
 BitRows::BitRows(std::size_t rows, std::size_t columns, const KernelShape& shape, const Loops& loops)
     : fColumns(columns),
       fWords((columns + kWordBits - 1) / kWordBits),
       fShape(shape),
-      fCount(shape.TakesDistance() ? loops.countDiffering : loops.countCommon),
-      fBits(rows * fWords),
-      fConstants(rows) {}
+      fLoops(loops.bits),
+      fCount(shape.TakesDistance() ? fLoops.differing : fLoops.common),
+      fBits(WholeBlocks(rows) * fWords),
+      fConstants(WholeBlocks(rows)) {}
 
 void BitRows::Set(std::size_t row, const MergedVector& vector) {
+    std::uint64_t* words = fBits.data() + row / kBlock * fWords * kBlock + row % kBlock;
     for (const MergedVector::Entry& entry : vector.matched) {
         const auto column = static_cast<std::size_t>(entry.column);
         if (entry.value == 1.0)
-            fBits[row * fWords + column / kWordBits] |= std::uint64_t{1} << column % kWordBits;
+            words[column / kWordBits * kBlock] |= std::uint64_t{1} << column % kWordBits;
     }
     if (fShape.TakesDistance())
         fConstants[row] = static_cast<std::uint32_t>(std::count(vector.unmatched.begin(), vector.unmatched.end(), 1.0));
@@ -54,17 +36,31 @@ void BitRows::Finish() {
     fShape.Apply(fValues.data(), count);
 }
 
-bool BitRows::Evaluate(const double* x, double* kernel, PlanWorkspace& work) const {
+bool BitRows::EvaluateCase(const double* x, double* kernelValues, PlanWorkspace& work) const {
     std::uint64_t* words = work.words.Grow(fWords);
-    if (!PackBits(x, fColumns, words))
+    if (!fLoops.packCase(fColumns, x, words))
         return false;
-    constexpr std::size_t kAtOnce = 256;
-    std::uint32_t counts[kAtOnce];
-    for (std::size_t first = 0; first < fConstants.size(); first += kAtOnce) {
-        const std::size_t rows = std::min(kAtOnce, fConstants.size() - first);
-        fCount(fWords, rows, fBits.data() + first * fWords, words, counts);
-        for (std::size_t i = 0; i < rows; ++i)
-            kernel[first + i] = fValues[counts[i] + fConstants[first + i]];
+    for (std::size_t first = 0; first < fConstants.size(); first += kBlock) {
+        std::uint64_t counts[kBlock];
+        fCount.oneCase(fWords, fBits.data() + first * fWords, words, counts);
+        for (std::size_t i = 0; i < kBlock; ++i)
+            kernelValues[first + i] = fValues[counts[i] + fConstants[first + i]];
+    }
+    return true;
+}
+
+bool BitRows::EvaluateTile(const double* tile, double* kernelValues, PlanWorkspace& work) const {
+    std::uint64_t* words = work.words.Grow(fWords * kTile);
+    if (!fLoops.packTile(fColumns, tile, words))
+        return false;
+    for (std::size_t first = 0; first < fConstants.size(); first += kBlock) {
+        std::uint64_t counts[kBlock * kTile];
+        fCount.oneTile(fWords, fBits.data() + first * fWords, words, counts);
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            const double* values = fValues.data() + fConstants[first + i];
+            for (std::size_t c = 0; c < kTile; ++c)
+                *kernelValues++ = values[counts[i * kTile + c]];
+        }
     }
     return true;
 }

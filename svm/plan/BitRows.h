@@ -24,16 +24,22 @@ public:
     void Set(std::size_t row, const MergedVector& vector);
     void Finish();
 
-    /// Returns: false, with nothing done, when x is not made of bits. kernel: the kernel value of each row.
-    bool Evaluate(const double* x, double* kernel, PlanWorkspace& work) const;
+    /// x: a number for each column. kernelValues: one a row, with room for whole blocks.
+    /// Returns: false, with nothing done, when x is not made of bits.
+    bool EvaluateCase(const double* x, double* kernelValues, PlanWorkspace& work) const;
+    /// tile: kTile numbers for each column. kernelValues: kTile a row, with room for whole blocks.
+    /// Returns: false, with nothing done, when one of the cases is not made of bits.
+    bool EvaluateTile(const double* tile, double* kernelValues, PlanWorkspace& work) const;
 
 private:
     std::size_t fColumns;
     std::size_t fWords;
     KernelShape fShape;
-    CountBits fCount;
+    const BitLoops& fLoops;
+    const CountLoops& fCount;
+    // In blocks, word by word.
     AlignedArray<std::uint64_t> fBits;
-    // What each row adds to its count for every case: the ones that meet no column.
+    // What each row of the blocks adds to its count for every case: the ones that meet no column.
     std::vector<std::uint32_t> fConstants;
     // The kernel value of each sum.
     std::vector<double> fValues;

@@ -40,9 +40,28 @@ struct ListLoops {
                     double* sums);
 };
 
-/// counts[row]: how many bits of a row, joined with those of x, are set.
-using CountBits = void (*)(std::size_t words, std::size_t rows, const std::uint64_t* bits, const std::uint64_t* x,
-                           std::uint32_t* counts);
+/// How many bits are set where the words of support vectors and of cases are joined. A block has kBlock words side by
+/// side for each kWordBits columns.
+struct CountLoops {
+    /// counts[row] for the one case x and one block.
+    void (*oneCase)(std::size_t words, const std::uint64_t* block, const std::uint64_t* x, std::uint64_t* counts);
+    /// counts[kTile * row + c] for the cases c of a tile, tile[kTile * word + c], and one block.
+    void (*oneTile)(std::size_t words, const std::uint64_t* block, const std::uint64_t* tile, std::uint64_t* counts);
+};
+
+inline constexpr std::size_t kWordBits = 64;
+
+struct BitLoops {
+    /// Turns a case into words: numbers that are one into bits that are set. Returns: false, and words is of no use,
+    /// where a number is neither zero nor one.
+    bool (*packCase)(std::size_t columns, const double* x, std::uint64_t* words);
+    /// The same of all cases of a tile, into words[kTile * word + c].
+    bool (*packTile)(std::size_t columns, const double* tile, std::uint64_t* words);
+    /// Set in the one or in the other.
+    CountLoops differing;
+    /// Set in both.
+    CountLoops common;
+};
 
 /// One version of the loops.
 struct Loops {
@@ -54,8 +73,7 @@ struct Loops {
     /// doubles[i] = floats[i]. count: a whole number of blocks.
     void (*widen)(std::size_t count, const float* floats, double* doubles);
     ListLoops lists;
-    CountBits countDiffering;
-    CountBits countCommon;
+    BitLoops bits;
 };
 
 extern const Loops kBaselineLoops;

@@ -59,7 +59,7 @@ void ScoringPlan::DecideGathered(double* decisions, PlanWorkspace& work) const {
 }
 
 void ScoringPlan::Evaluate(const double* x, double* kernelValues, PlanWorkspace& work) const {
-    if (fBits && fBits->Evaluate(x, kernelValues, work))
+    if (fBits && fBits->EvaluateCase(x, kernelValues, work))
         return;
     if (fNeedsFinite && !AreFinite(x, fColumns.size())) {
         CallKernel(x, true, kernelValues, 1, work);
@@ -92,13 +92,12 @@ void ScoringPlan::DecideBatch(std::size_t count, const double* values, std::size
     DecideBatch(count, work.columns.data(), decisions, work);
 }
 
-// Bits are so many cases already that tiles gain nothing.
 void ScoringPlan::DecideBatch(std::size_t count, const double* const* columns, double* decisions,
                               PlanWorkspace& work) const {
     const std::size_t perTile = (fColumns.size() + GetRowSpace() + 2) * kTile;
     const std::size_t together = std::clamp(kNumbersInCache / perTile, std::size_t{1}, kMostTiles) * kTile;
     std::size_t first = 0;
-    while (!fBits && count - first >= kFewestInTile) {
+    while (count - first >= kFewestInTile) {
         const std::size_t some = std::min(together, count - first);
         const std::size_t cases = some % kTile < kFewestInTile && some > kTile ? some - some % kTile : some;
         DecideTiles(first, cases, columns, decisions, work);
@@ -132,11 +131,14 @@ void ScoringPlan::DecideTiles(std::size_t first, std::size_t cases, const double
     for (std::size_t i = 0; i < count; ++i)
         FillTile(first + i * kTile, std::min(kTile, cases - i * kTile), columns, fColumns.size(),
                  work.numbers.data() + i * numberStride);
-    fSums->SumTiles(tiles);
+    if (!fBits)
+        fSums->SumTiles(tiles);
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t its = std::min(kTile, cases - i * kTile);
-        FinishTile({1, tiles.numbers + i * numberStride, numberStride, tiles.sums + i * sumStride, sumStride}, its,
-                   work);
+        const Tiles tile{1, tiles.numbers + i * numberStride, numberStride, tiles.sums + i * sumStride, sumStride};
+        EvaluateTile(tile, its, work);
+        std::fill_n(tile.sums + GetRowSpace() * kTile, kTile, 0.0);
+        fMachines->SumTile(tile.sums, work.sums.Grow(GetMachineCount() * kTile));
         const double* sums = work.sums.data();
         double* to = decisions + (first + i * kTile) * machines;
         for (std::size_t c = 0; c < its; ++c) {
@@ -146,16 +148,19 @@ void ScoringPlan::DecideTiles(std::size_t first, std::size_t cases, const double
     }
 }
 
-// From the sums of a tile's rows to those of its machines, in work.sums.
-void ScoringPlan::FinishTile(const Tiles& tile, std::size_t cases, PlanWorkspace& work) const {
+// tile: where there are no bits, the sums of its rows stand in it already.
+void ScoringPlan::EvaluateTile(const Tiles& tile, std::size_t cases, PlanWorkspace& work) const {
+    if (fBits) {
+        if (fBits->EvaluateTile(tile.numbers, tile.sums, work))
+            return;
+        fSums->SumTiles(tile);
+    }
     fShape.Apply(tile.sums, fRows.size() * kTile);
     const bool isFinite = !fNeedsFinite || AreFinite(tile.numbers, kTile * fColumns.size());
     for (std::size_t c = 0; c < cases && !(isFinite && fMergedRows.empty()); ++c) {
         const double* x = tile.numbers + c;
         CallKernel(x, !isFinite && !AreFinite(x, fColumns.size(), kTile), tile.sums + c, kTile, work);
     }
-    std::fill_n(tile.sums + GetRowSpace() * kTile, kTile, 0.0);
-    fMachines->SumTile(tile.sums, work.sums.Grow(GetMachineCount() * kTile));
 }
 
 }  // namespace KwBrevix_930::plan

@@ -94,7 +94,7 @@ private:
                      PlanWorkspace& work) const;
     void DecideTiles(std::size_t first, std::size_t cases, const double* const* columns, double* decisions,
                      PlanWorkspace& work) const;
-    void FinishTile(const Tiles& tile, std::size_t cases, PlanWorkspace& work) const;
+    void EvaluateTile(const Tiles& tile, std::size_t cases, PlanWorkspace& work) const;
     void CallKernel(const double* x, bool forAll, double* kernelValues, std::size_t stride, PlanWorkspace& work) const;
 
     KernelShape fShape;

@@ -3,6 +3,10 @@
 // called, so that no code for one instruction set is taken for another's.
 #pragma once
 
+#if defined(__AVX2__)
+#include <immintrin.h>
+#endif
+
 #include "svm/plan/Loops.h"
 
 namespace KwBrevix_930::plan {
@@ -195,29 +199,177 @@ void SumListsOfTile(std::size_t length, const std::int32_t* indices, const doubl
         Store(s[i], sums + i * kLanes);
 }
 
+// What comparing packs gives: all bits of a lane, or none.
+typedef std::uint64_t Lanes __attribute__((vector_size(kLanes * sizeof(std::uint64_t))));
+
+// others: gathers what is neither zero nor one.
+inline void FindOnes(const Pack& numbers, Lanes& ones, Lanes& others) {
+    ones = (Lanes)(numbers == 1.0);
+    others |= ~(ones | (Lanes)(numbers == 0.0));
+}
+
+inline bool HasBit(const Lanes& lanes) {
+    std::uint64_t all = 0;
+    for (std::size_t i = 0; i < kLanes; ++i)
+        all |= lanes[i];
+    return all != 0;
+}
+
+inline std::uint64_t PackWord(const double* numbers, Lanes& others) {
+    Lanes word = {};
+    Lanes places;
+    for (std::size_t i = 0; i < kLanes; ++i)
+        places[i] = std::uint64_t{1} << i;
+    for (std::size_t i = 0; i < kWordBits; i += kLanes, places <<= kLanes) {
+        Pack pack;
+        Load(numbers + i, pack);
+        Lanes ones;
+        FindOnes(pack, ones, others);
+        word |= ones & places;
+    }
+    std::uint64_t packed = 0;
+    for (std::size_t i = 0; i < kLanes; ++i)
+        packed |= word[i];
+    return packed;
+}
+
+bool PackCase(std::size_t columns, const double* x, std::uint64_t* words) {
+    Lanes others = {};
+    std::size_t first = 0;
+    for (; columns - first >= kWordBits; first += kWordBits)
+        *words++ = PackWord(x + first, others);
+    if (first < columns) {
+        double rest[kWordBits] = {};
+        for (std::size_t i = 0; first + i < columns; ++i)
+            rest[i] = x[first + i];
+        *words = PackWord(rest, others);
+    }
+    return !HasBit(others);
+}
+
+bool PackTile(std::size_t columns, const double* tile, std::uint64_t* words) {
+    constexpr std::size_t kPacks = kTile / kLanes;
+    Lanes others = {};
+    for (std::size_t first = 0; first < columns; first += kWordBits, words += kTile) {
+        const std::size_t count = columns - first < kWordBits ? columns - first : kWordBits;
+        Lanes word[kPacks] = {};
+        for (std::size_t p = 0; p < count; ++p) {
+            const std::uint64_t place = std::uint64_t{1} << p;
+#pragma GCC unroll 4
+            for (std::size_t j = 0; j < kPacks; ++j) {
+                Pack pack;
+                Load(tile + (first + p) * kTile + j * kLanes, pack);
+                Lanes ones;
+                FindOnes(pack, ones, others);
+                word[j] |= ones & place;
+            }
+        }
+        __builtin_memcpy(words, word, sizeof word);
+    }
+    return !HasBit(others);
+}
+
+// Adds, byte by byte, how many bits are set; and adds the bytes of each word.
+#if defined(__AVX2__)
+typedef std::uint64_t Words __attribute__((vector_size(4 * sizeof(std::uint64_t))));
+
+// Of half bytes, from a table.
+inline void AddBitCounts(const Words& words, Words& bytes) {
+    const __m256i counts = _mm256_broadcastsi128_si256(_mm_setr_epi8(0, 1, 1, 2, 1, 2, 2, 3, 1, 2, 2, 3, 2, 3, 3, 4));
+    const __m256i lower = _mm256_set1_epi8(15);
+    const __m256i ofLower = _mm256_shuffle_epi8(counts, _mm256_and_si256((__m256i)words, lower));
+    const __m256i ofUpper = _mm256_shuffle_epi8(counts, _mm256_and_si256(_mm256_srli_epi16((__m256i)words, 4), lower));
+    bytes = (Words)_mm256_add_epi8((__m256i)bytes, _mm256_add_epi8(ofLower, ofUpper));
+}
+
+inline void AddBytes(const Words& bytes, Words& sums) {
+    sums += (Words)_mm256_sad_epu8((__m256i)bytes, _mm256_setzero_si256());
+}
+#else
+typedef std::uint64_t Words __attribute__((vector_size(2 * sizeof(std::uint64_t))));
+
+// Of pairs of bits, of fours, of bytes.
+inline void AddBitCounts(const Words& words, Words& bytes) {
+    const Words pairs = words - (words >> 1 & 0x5555555555555555u);
+    const Words fours = (pairs & 0x3333333333333333u) + (pairs >> 2 & 0x3333333333333333u);
+    bytes += (fours + (fours >> 4)) & 0x0f0f0f0f0f0f0f0fu;
+}
+
+inline void AddBytes(const Words& bytes, Words& sums) {
+    const Words pairs = (bytes & 0x00ff00ff00ff00ffu) + (bytes >> 8 & 0x00ff00ff00ff00ffu);
+    const Words fours = pairs + (pairs >> 16);
+    sums += (fours + (fours >> 32)) & 0xffffu;
+}
+#endif
+
+constexpr std::size_t kWords = sizeof(Words) / sizeof(std::uint64_t);
+
+// So many words may be counted before a byte is full.
+constexpr std::size_t kMostWords = 31;
+
 struct Differing {
-    static std::uint64_t Join(std::uint64_t a, std::uint64_t b) { return a ^ b; }
+    static void Join(const Words& a, std::uint64_t b, Words& joined) { joined = a ^ b; }
 };
 
 struct Common {
-    static std::uint64_t Join(std::uint64_t a, std::uint64_t b) { return a & b; }
+    static void Join(const Words& a, std::uint64_t b, Words& joined) { joined = a & b; }
 };
 
 template <class Joined>
-void CountRows(std::size_t words, std::size_t rows, const std::uint64_t* bits, const std::uint64_t* x,
-               std::uint32_t* counts) {
-    for (std::size_t row = 0; row < rows; ++row, bits += words) {
-        std::uint64_t even = 0;
-        std::uint64_t odd = 0;
-        std::size_t w = 0;
-        for (; w + 2 <= words; w += 2) {
-            even += static_cast<std::uint64_t>(__builtin_popcountll(Joined::Join(bits[w], x[w])));
-            odd += static_cast<std::uint64_t>(__builtin_popcountll(Joined::Join(bits[w + 1], x[w + 1])));
+void CountCase(std::size_t words, const std::uint64_t* block, const std::uint64_t* x, std::uint64_t* counts) {
+    constexpr std::size_t kPacks = kBlock / kWords;
+    Words sums[kPacks] = {};
+    for (std::size_t first = 0; first < words; first += kMostWords) {
+        const std::size_t end = words - first < kMostWords ? words : first + kMostWords;
+        Words bytes[kPacks] = {};
+        for (std::size_t w = first; w < end; ++w) {
+#pragma GCC unroll 8
+            for (std::size_t j = 0; j < kPacks; ++j) {
+                Words joined;
+                __builtin_memcpy(&joined, block + w * kBlock + j * kWords, sizeof joined);
+                Joined::Join(joined, x[w], joined);
+                AddBitCounts(joined, bytes[j]);
+            }
         }
-        if (w < words)
-            even += static_cast<std::uint64_t>(__builtin_popcountll(Joined::Join(bits[w], x[w])));
-        counts[row] = static_cast<std::uint32_t>(even + odd);
+        for (std::size_t j = 0; j < kPacks; ++j)
+            AddBytes(bytes[j], sums[j]);
     }
+    __builtin_memcpy(counts, sums, sizeof sums);
+}
+
+// For kAtOnce rows of a block.
+template <class Joined, std::size_t kAtOnce>
+inline void CountRowsOfTile(std::size_t words, const std::uint64_t* rows, const std::uint64_t* tile,
+                            std::uint64_t* counts) {
+    constexpr std::size_t kPacks = kTile / kWords;
+    Words sums[kAtOnce * kPacks] = {};
+    for (std::size_t first = 0; first < words; first += kMostWords) {
+        const std::size_t end = words - first < kMostWords ? words : first + kMostWords;
+        Words bytes[kAtOnce * kPacks] = {};
+        for (std::size_t w = first; w < end; ++w) {
+#pragma GCC unroll 4
+            for (std::size_t j = 0; j < kPacks; ++j) {
+                Words cases;
+                __builtin_memcpy(&cases, tile + w * kTile + j * kWords, sizeof cases);
+#pragma GCC unroll 4
+                for (std::size_t row = 0; row < kAtOnce; ++row) {
+                    Words joined;
+                    Joined::Join(cases, rows[w * kBlock + row], joined);
+                    AddBitCounts(joined, bytes[row * kPacks + j]);
+                }
+            }
+        }
+        for (std::size_t i = 0; i < kAtOnce * kPacks; ++i)
+            AddBytes(bytes[i], sums[i]);
+    }
+    __builtin_memcpy(counts, sums, sizeof sums);
+}
+
+template <class Joined>
+void CountTile(std::size_t words, const std::uint64_t* block, const std::uint64_t* tile, std::uint64_t* counts) {
+    constexpr std::size_t kAtOnce = 2;
+    for (std::size_t row = 0; row < kBlock; row += kAtOnce)
+        CountRowsOfTile<Joined, kAtOnce>(words, block + row, tile, counts + row * kTile);
 }
 
 template <class Term>
@@ -231,8 +383,7 @@ constexpr Loops Table(const char* name) {
             LoopsOf<Product>(),
             Widen,
             {SumLists, SumListsOfTile},
-            CountRows<Differing>,
-            CountRows<Common>};
+            {PackCase, PackTile, {CountCase<Differing>, CountTile<Differing>}, {CountCase<Common>, CountTile<Common>}}};
 }
 
 }  // namespace

@@ -23,6 +23,7 @@ struct Calls {
     int stretches = 0;
     int lists = 0;
     int bits = 0;
+    int bitsOfTiles = 0;
 
     bool operator==(const Calls&) const = default;
 };
@@ -53,11 +54,16 @@ void CountList(std::size_t length, const std::int32_t* indices, const double* fa
     kBaselineLoops.lists.oneCase(length, indices, factors, source, sums);
 }
 
-template <CountBits Loops::*kLoop>
-void CountRows(std::size_t words, std::size_t rows, const std::uint64_t* bits, const std::uint64_t* x,
-               std::uint32_t* counts) {
+template <CountLoops BitLoops::*kCount>
+void CountCase(std::size_t words, const std::uint64_t* block, const std::uint64_t* x, std::uint64_t* counts) {
     ++g_calls.bits;
-    (kBaselineLoops.*kLoop)(words, rows, bits, x, counts);
+    (kBaselineLoops.bits.*kCount).oneCase(words, block, x, counts);
+}
+
+template <CountLoops BitLoops::*kCount>
+void CountTile(std::size_t words, const std::uint64_t* block, const std::uint64_t* tile, std::uint64_t* counts) {
+    ++g_calls.bitsOfTiles;
+    (kBaselineLoops.bits.*kCount).oneTile(words, block, tile, counts);
 }
 
 Loops CountedLoops() {
@@ -69,8 +75,8 @@ Loops CountedLoops() {
                       CountFloats<&Loops::products, &Calls::productsOfFloats>,
                       CountStretch<&Loops::products, &Calls::stretches>, kBaselineLoops.products.addToTile};
     loops.lists.oneCase = CountList;
-    loops.countDiffering = CountRows<&Loops::countDiffering>;
-    loops.countCommon = CountRows<&Loops::countCommon>;
+    loops.bits.differing = {CountCase<&BitLoops::differing>, CountTile<&BitLoops::differing>};
+    loops.bits.common = {CountCase<&BitLoops::common>, CountTile<&BitLoops::common>};
     return loops;
 }
 
@@ -95,8 +101,9 @@ constexpr std::size_t kMuchCache = ~std::size_t{0};
 constexpr std::int32_t kProductKernels[] = {SVMModelData::kLinear, SVMModelData::kPolynomial, SVMModelData::kSigmoid};
 // The sums of five machines take two groups of lists.
 constexpr int kListsOfMachines = 2;
-// The sums of 32 vectors take eight.
+// The sums of 32 vectors take eight, or two blocks.
 constexpr int kListsOfVectors = 8;
+constexpr int kBlocks = 2;
 
 TEST(ScoringPlanLayout, OfDotProductsIsInListsWhereFewColumnsAreThere) {
     for (const std::int32_t kernel : kProductKernels) {
@@ -112,11 +119,11 @@ TEST(ScoringPlanLayout, OfDistancesIsDenseHoweverFewColumnsAreThere) {
               (Calls{.distances = 1, .lists = kListsOfMachines}));
 }
 
-// 32 vectors are two blocks, 20 columns one stretch.
+// 20 columns are one stretch.
 TEST(ScoringPlanLayout, OfDistancesIsSpreadOutOfListsWhereFewColumnsAreThereAndTheCacheIsTooSmall) {
     for (const Numbers numbers : {Numbers::kPlain, Numbers::kFloats}) {
         EXPECT_EQ(CallsFor(SVMModelData::kRadialBasis, 0.05, numbers, kNoCache, Numbers::kPlain),
-                  (Calls{.stretches = 2, .lists = kListsOfMachines}));
+                  (Calls{.stretches = kBlocks, .lists = kListsOfMachines}));
     }
     EXPECT_EQ(CallsFor(SVMModelData::kRadialBasis, 0.4, Numbers::kPlain, kNoCache, Numbers::kPlain),
               (Calls{.distances = 1, .lists = kListsOfMachines}));
@@ -138,11 +145,34 @@ TEST(ScoringPlanLayout, IsInSinglePrecisionWhereThatIsExactAndTheCacheIsTooSmall
 TEST(ScoringPlanLayout, OfZerosAndOnesIsInBitsForCasesOfZerosAndOnes) {
     for (const std::int32_t kernel : {0, 1, 2, 3}) {
         EXPECT_EQ(CallsFor(kernel, 0.8, Numbers::kBits, kMuchCache, Numbers::kBits),
-                  (Calls{.lists = kListsOfMachines, .bits = 1}));
+                  (Calls{.lists = kListsOfMachines, .bits = kBlocks}));
         const bool isDistance = kernel == SVMModelData::kRadialBasis;
         EXPECT_EQ(CallsFor(kernel, 0.8, Numbers::kBits, kMuchCache, Numbers::kPlain),
                   (Calls{.distances = isDistance, .products = !isDistance, .lists = kListsOfMachines}));
     }
+}
+
+// By which loops three tiles and a half are scored, of which two are of bits alone.
+TEST(ScoringPlanLayout, OfZerosAndOnesIsInBitsForTheTilesOfABatchThatAreOfZerosAndOnesAlone) {
+    constexpr std::size_t kCases = 3 * kTile + kTile / 2;
+    Generator random(8874);
+    const auto data = random.Model({SVMModelData::kRadialBasis, 20, 32, 5, 0.8, Numbers::kBits});
+    const auto kernel = random_models::MakeKernel(*data);
+    Loops loops = CountedLoops();
+    loops.distances.addToTile = [](std::size_t columns, std::size_t rows, const double* block, const double* tile,
+                                   double* sums, bool isFirst) {
+        ++g_calls.distances;
+        kBaselineLoops.distances.addToTile(columns, rows, block, tile, sums, isFirst);
+    };
+    const auto plan = ScoringPlan::Make(*data, *kernel, 20, {.loops = &loops});
+    ASSERT_TRUE(plan);
+    Values columns = random.Case(20 * kCases, Numbers::kBits);
+    columns[19 * kCases + kTile + 3] = 0.999755859375;
+    columns[kTile * 3 + 3] = std::numeric_limits<double>::quiet_NaN();
+    Values decisions(5 * kCases);
+    g_calls = {};
+    plan->DecideBatch(kCases, columns.data(), kCases, decisions.data());
+    EXPECT_EQ(g_calls, (Calls{.distances = 2 * kBlocks, .bitsOfTiles = 2 * kBlocks}));
 }
 
 std::size_t g_exponentials = 0;

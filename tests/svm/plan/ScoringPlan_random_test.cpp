@@ -193,7 +193,7 @@ void CompareModels(std::int32_t kernel, double density, Tally& tally) {
 TEST(ScoringPlan, OfWideAndLongModelsHasTheBitsOfThePlainLoops) {
     Generator random(8814);
     Tally tally;
-    for (const std::size_t columns : {64u, 127u, 128u, 129u, 300u, 512u, 640u, 4200u}) {
+    for (const std::size_t columns : {64u, 127u, 128u, 129u, 300u, 512u, 640u, 1984u, 1985u, 4200u}) {
         for (const std::int32_t kernel : {0, 1, 2, 3}) {
             for (const Numbers numbers : {Numbers::kPlain, Numbers::kFloats, Numbers::kBits, Numbers::kOdd}) {
                 const double density = random.IsTrue(0.5) ? 0.7 : 0.05;
@@ -201,6 +201,31 @@ TEST(ScoringPlan, OfWideAndLongModelsHasTheBitsOfThePlainLoops) {
                 SCOPED_TRACE(std::to_string(columns) + " columns, kernel " + std::to_string(kernel));
                 CompareModel({kernel, columns, vectors, 3, density, numbers, Order::kAscending}, random, 35, tally);
             }
+        }
+    }
+}
+
+// So many ones that a byte does not hold how many of them there are in its place.
+TEST(ScoringPlan, OfWideVectorsOfOnesCountsAllBits) {
+    Generator random(8815);
+    for (const std::int32_t kernel : {SVMModelData::kLinear, SVMModelData::kRadialBasis}) {
+        const bool isDistance = kernel == SVMModelData::kRadialBasis;
+        const Shape shape{kernel, 4200, 18, 2, 1.0, Numbers::kBits};
+        const auto data = random.Model(shape);
+        data->SetGamma(0.00037);
+        for (const auto& [id, vector] : data->GetVectorInstances())
+            std::fill(vector->values.begin(), vector->values.end(), 1.0);
+        std::vector<Values> cases(11, Values(shape.columns, isDistance ? 0.0 : 1.0));
+        std::vector<Values> expected;
+        const auto evaluate = random_models::MakeKernel(*data);
+        for (const Values& x : cases)
+            expected.push_back(random_models::PlainDecisions(*data, *evaluate, x));
+        for (const PlanTarget& target : AllTargets(shape)) {
+            SCOPED_TRACE(target.loops->name);
+            const auto plan = ScoringPlan::Make(*data, *evaluate, shape.columns, target);
+            ASSERT_TRUE(plan);
+            CompareCases(*plan, cases, expected);
+            CompareBatch(*plan, cases, expected);
         }
     }
 }
