@@ -25,7 +25,7 @@ struct PlanTarget {
     ElementaryVersions elementary = {};
     /// What one core can count on of a last-level cache that many share, in bytes. Support vectors that do not fit in
     /// are stored in single precision where that is exact: fetching less then pays for converting.
-    std::size_t cacheShare = std::size_t{12} << 20;
+    std::size_t cacheShare = std::size_t{8} << 20;
     /// In bytes; no plan is larger.
     std::size_t largestPlan = std::size_t{1} << 30;
 };

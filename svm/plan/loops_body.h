@@ -21,7 +21,6 @@ constexpr std::size_t kLanes = 2;
 #endif
 
 typedef double Pack __attribute__((vector_size(kLanes * sizeof(double))));
-typedef float FloatPack __attribute__((vector_size(kLanes * sizeof(float))));
 
 // So many sums run side by side that no addition waits for the one before it.
 constexpr std::size_t kChains = 8;
@@ -31,10 +30,18 @@ inline void Load(const double* from, Pack& pack) {
     __builtin_memcpy(&pack, from, sizeof pack);
 }
 
+// By intrinsics where there are some: g++ 12 makes two halves of such a conversion, by way of memory.
 inline void Load(const float* from, Pack& pack) {
+#if defined(__AVX512F__)
+    pack = _mm512_maskz_cvtps_pd(0xff, _mm256_loadu_ps(from));
+#elif defined(__AVX2__)
+    pack = _mm256_cvtps_pd(_mm_loadu_ps(from));
+#else
+    typedef float FloatPack __attribute__((vector_size(kLanes * sizeof(float))));
     FloatPack narrow;
     __builtin_memcpy(&narrow, from, sizeof narrow);
     pack = __builtin_convertvector(narrow, Pack);
+#endif
 }
 
 inline void Store(const Pack& pack, double* to) {
