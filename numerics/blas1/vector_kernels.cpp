@@ -6,7 +6,7 @@ namespace KwMath_930 {
 
 UsableVectorKernels FindVectorKernels() {
     UsableVectorKernels usable{{&kBaselineVectorKernels}, 1};
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
     __builtin_cpu_init();
     if (__builtin_cpu_supports("avx2")) {
         usable.versions[usable.count++] = &kAvx2VectorKernels;

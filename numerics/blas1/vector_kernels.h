@@ -16,7 +16,7 @@ struct VectorKernels {
 };
 
 extern const VectorKernels kBaselineVectorKernels;
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
 extern const VectorKernels kAvx2VectorKernels;
 extern const VectorKernels kAvx512VectorKernels;
 #endif

@@ -8,6 +8,7 @@
 #include <iostream>
 #include <string_view>
 
+#include "numerics/display/local_time.h"
 #include "numerics/power/KwMV.h"
 
 namespace KwDisplay_930 {
@@ -267,13 +268,7 @@ void DisplayS(std::string label, std::string value) {
 }
 
 void DisplayTimeStamp(std::string label) {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-#if defined(_WIN32)
-    localtime_s(&local, &now);
-#else
-    localtime_r(&now, &local);
-#endif
+    const std::tm local = GetLocalTime(std::time(nullptr));
     Dump(label, [&] {
         label += ": ";
         AppendInteger(label, local.tm_year + 1900);

@@ -19,7 +19,7 @@ struct InnerLoops {
 };
 
 extern const InnerLoops kBaselineInnerLoops;
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
 extern const InnerLoops kAvx2InnerLoops;
 #endif
 

@@ -4,7 +4,7 @@
 namespace KwMath_930 {
 
 TileKernel FastestTileKernel() {
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
     static const TileKernel fastest = __builtin_cpu_supports("avx2") ? AddTileAvx2 : AddTileBaseline;
     return fastest;
 #else
@@ -13,7 +13,7 @@ TileKernel FastestTileKernel() {
 }
 
 TransposedTileKernel FastestTransposedTileKernel() {
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
     static const TransposedTileKernel fastest =
         __builtin_cpu_supports("avx2") ? AddTransposedTileAvx2 : AddTransposedTileBaseline;
     return fastest;

@@ -25,7 +25,7 @@ using TransposedTileKernel = void (*)(int k, const double* const* a, const doubl
 void AddTileBaseline(int k, const double* const* a, const double* const* b, int column, double factor,
                      double* const* c);
 void AddTransposedTileBaseline(int k, const double* const* a, const double* const* b, double* c, std::ptrdiff_t ldc);
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
 void AddTileAvx2(int k, const double* const* a, const double* const* b, int column, double factor, double* const* c);
 void AddTransposedTileAvx2(int k, const double* const* a, const double* const* b, double* c, std::ptrdiff_t ldc);
 #endif

@@ -34,7 +34,7 @@ struct ElementaryKernels {
 };
 
 extern const ElementaryKernels kBaselineElementaryKernels;
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
 extern const ElementaryKernels kAvx2ElementaryKernels;
 extern const ElementaryKernels kAvx512ElementaryKernels;
 #endif

@@ -77,7 +77,7 @@ struct Loops {
 };
 
 extern const Loops kBaselineLoops;
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
 extern const Loops kAvx2Loops;
 extern const Loops kAvx512Loops;
 #endif

@@ -11,7 +11,7 @@ using Versions = std::array<const Loops*, 4>;
 
 Versions FindRunnable() {
     Versions found{&kBaselineLoops};
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
     __builtin_cpu_init();
     std::size_t count = 1;
     if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("popcnt")) {

@@ -18,7 +18,7 @@ using Vector = std::vector<double>;
 
 std::vector<TileKernel> Versions() {
     std::vector<TileKernel> versions = {KwMath_930::AddTileBaseline, KwMath_930::FastestTileKernel()};
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
     if (__builtin_cpu_supports("avx2")) {
         versions.push_back(KwMath_930::AddTileAvx2);
     }
@@ -68,7 +68,7 @@ TEST(ProductKernel, AgreesWithTheLoopAndTouchesNothingElse) {
 TEST(ProductKernel, TransposedTileAgreesWithTheLoopAndTouchesNothingElse) {
     std::vector<TransposedTileKernel> versions = {KwMath_930::AddTransposedTileBaseline,
                                                   KwMath_930::FastestTransposedTileKernel()};
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__)
     if (__builtin_cpu_supports("avx2")) {
         versions.push_back(KwMath_930::AddTransposedTileAvx2);
     }
