@@ -1,6 +1,7 @@
 // Computes what a model's OutputFields ask for.
 #include "runtime/OutputProgram.h"
 
+#include "host/ExtendedPrecision.h"
 #include "host/NumericValue.h"
 #include "host/ScoreCaseRecord.h"
 #include "host/ScoreDictVar.h"
@@ -114,6 +115,7 @@ void OutputProgram::fetch(const ScoreCaseRecord& record, OutputSlots& slots) con
 }
 
 void OutputProgram::run(const ScoreCaseRecord& record, OutputSlots& slots, Outcome& outcome) const {
+    const KwBrevix_930::ExtendedPrecision precision;
     fetch(record, slots);
     outcome.fields.resize(fSteps.size());
     for (std::size_t i = 0; i < fSteps.size(); ++i) {

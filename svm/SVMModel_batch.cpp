@@ -5,8 +5,8 @@
 #include <exception>
 #include <numeric>
 
+#include "host/ExtendedPrecision.h"
 #include "host/ScoreDictVar.h"
-#include "svm/ExtendedPrecision.h"
 #include "svm/SVMModel.h"
 #include "svm/SVMModelWorkspace.h"
 #include "svm/plan/ScoringPlan.h"
@@ -35,7 +35,7 @@ std::size_t SVMModel::GetMostTogether() const {
 void SVMModel::ScoreCases(std::size_t count, const ScoreCaseRecord* const* records, ScoreResult** results,
                           Status* statuses, bool flag) {
     const std::size_t together = GetMostTogether();
-    const KwSVM_700::ExtendedPrecision precision;
+    const ExtendedPrecision precision;
     Lent<Workspace> lent;
     // What an exception leaves out keeps this.
     std::fill_n(statuses, count, kMissingStatus);
@@ -131,7 +131,7 @@ bool SVMModel::ScoreNumbers(std::size_t count, const double* const* columns, std
     const auto* categories = fTargetVar->GetCategories();
     if ((categories ? categories->size() : 0) != fTargetCategoryValues.size())
         return false;
-    const KwSVM_700::ExtendedPrecision precision;
+    const ExtendedPrecision precision;
     Lent<Workspace> lent;
     Workspace& work = *lent;
     if (!FindSources(0, 0, columns, columnCount, work))

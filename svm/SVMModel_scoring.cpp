@@ -1,13 +1,13 @@
 // SVMModel: scoring one case. The input vector has one entry for each column: its position and its value.
 #include "svm/SVMModel.h"
 
+#include "host/ExtendedPrecision.h"
 #include "host/NumericValue.h"
 #include "host/ScoreCaseRecord.h"
 #include "host/ScoreDictVar.h"
 #include "host/ScoringLog.h"
 #include "host/StringValue.h"
 #include "host/transform/TransformationDictionary.h"
-#include "svm/ExtendedPrecision.h"
 #include "svm/SVMClsResult.h"
 #include "svm/SVMModelWorkspace.h"
 #include "svm/SVMRegResult.h"
@@ -17,7 +17,7 @@
 namespace KwBrevix_930 {
 
 KwScore::KwStatus SVMModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool flag) {
-    const KwSVM_700::ExtendedPrecision precision;
+    const ExtendedPrecision precision;
     Status status = PrepareCase(record, result, flag);
     if (!status.IsError()) {
         Lent<Workspace> lent;

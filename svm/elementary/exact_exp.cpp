@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <iterator>
 
-#include "svm/ExtendedPrecision.h"
+#include "host/ExtendedPrecision.h"
 #include "svm/elementary/check_points.h"
 #include "svm/elementary/elementary_kernels.h"
 
@@ -26,7 +26,7 @@ void ExpBy(const ElementaryKernels& kernels, const double* x, double* y, std::si
 }
 
 bool AgreesOnExp(const ElementaryKernels& kernels) {
-    const ExtendedPrecision precision;
+    const KwBrevix_930::ExtendedPrecision precision;
     const auto agree = [&kernels](const double* x, std::size_t n) {
         double y[OpenPlaces::kMost];
         ExpBy(kernels, x, y, n);

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "svm/ExtendedPrecision.h"
+#include "host/ExtendedPrecision.h"
 #include "svm/elementary/check_points.h"
 
 namespace KwSVM_700 {
@@ -57,7 +57,7 @@ void PowBy(PowMethod method, const ElementaryKernels& kernels, const double* x, 
 }
 
 PowMethod FindPowMethod(const ElementaryKernels& kernels, int degree, double (*platform)(double, double)) {
-    const ExtendedPrecision precision;
+    const KwBrevix_930::ExtendedPrecision precision;
     for (const PowMethod method : {PowMethod::kRounded, PowMethod::kSquared}) {
         const auto agree = [&](const double* x, std::size_t n) {
             double y[OpenPlaces::kMost];

@@ -6,6 +6,7 @@
 
 #include "runtime/ScoringModel.h"
 #include "tests/runtime/SmallDocument.h"
+#include "tests/support/control_word.h"
 
 namespace {
 
@@ -250,6 +251,29 @@ TEST(Output, RecordThatIsMovedStillScores) {
     Outcome outcome;
     model->score(second, outcome);
     EXPECT_EQ(valueOf(*model, outcome, "twin"), "2");
+}
+
+// Windows starts a thread in a precision that its exp, ln and pow do not count on.
+TEST(Output, IsTheSameWhateverPrecisionItsThreadStartsWith) {
+    std::string fields;
+    for (const std::string function : {"exp", "ln"})
+        fields += field(function, R"(feature="transformedValue")",
+                        "<Apply function=\"" + function + "\"><FieldRef field=\"x\"/></Apply>");
+    fields += field("pow", R"(feature="transformedValue")",
+                    R"(<Apply function="pow"><FieldRef field="x"/><Constant>2.375</Constant></Apply>)");
+    const auto model = open(regression(fields));
+    for (int i = 1; i < 300; ++i) {
+        const Values values = {{"x", std::to_string(0.0731 * i)}, {"y", "0.5"}};
+        std::vector<double> computed[2];
+        for (const auto word : {test_support::kDoublePrecision, test_support::kExtendedPrecision}) {
+            const test_support::UnderControlWord control(word);
+            for (const OutputValue& value : score(*model, values).fields)
+                computed[word == test_support::kExtendedPrecision].push_back(value.number);
+            EXPECT_EQ(test_support::controlWord(), word);
+        }
+        EXPECT_EQ(computed[0].size(), 3u);
+        EXPECT_EQ(computed[0], computed[1]) << i;
+    }
 }
 
 TEST(Output, WhatAModelDoesNotHaveIsRefusedByName) {

@@ -9,7 +9,6 @@
 #include "host/transform/TransformationDictionary.h"
 #include "svm/SVMClsResult.h"
 #include "tests/support/score_answers.h"
-#include "tests/svm/control_word.h"
 #include "tests/svm/svm_samples.h"
 
 namespace KwBrevix_930 {
@@ -154,26 +153,6 @@ TEST(SVMModelThreads, GiveEqualResultsForManyCasesInOneCall) {
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(differences, 0);
-}
-
-TEST(SVMModelThreads, GiveTheSameWhateverPrecisionTheyStartWith) {
-    Busy bench;
-    CaseRecord record(bench.dictionary);
-    ScoreResult* result = nullptr;
-    for (int number = 1; number < 17; ++number) {
-        Fill(record, number * 23);
-        std::vector<double> answers[2];
-        {
-            const ::test_support::UnderControlWord control(::test_support::kDoublePrecision);
-            answers[0] = Answer(bench.model, record, result);
-        }
-        {
-            const ::test_support::UnderControlWord control(::test_support::kExtendedPrecision);
-            answers[1] = Answer(bench.model, record, result);
-        }
-        EXPECT_EQ(answers[0], answers[1]) << number;
-    }
-    delete result;
 }
 
 // Older in its thread than everything that scoring keeps there, so it ends last; then it scores once more.

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "svm/ExtendedPrecision.h"
+#include "host/ExtendedPrecision.h"
 #include "tests/support/reference_rows.h"
 
 namespace {
@@ -26,7 +26,7 @@ double ErrorOf(double value, double high, double low) {
 
 // docs/windows.md derives from these how far the tables of two platforms may differ.
 TEST(PlatformFunctions, KeepTheErrorsThatAgreementRestsOn) {
-    const KwSVM_700::ExtendedPrecision precision;
+    const KwBrevix_930::ExtendedPrecision precision;
     double worst[3] = {};
     for (const auto& row : test_support::ReadReferenceRows("kernels/elementary.csv", 5)) {
         const auto function = static_cast<Function>(static_cast<int>(row[0]));

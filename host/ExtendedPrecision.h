@@ -1,13 +1,13 @@
-// The precision that the platform's exp and pow count on. Internal.
+// The precision that the platform's exp, log and pow count on. Internal.
 #pragma once
 
 #include <cstdint>
 
-namespace KwSVM_700 {
+namespace KwBrevix_930 {
 
 #if defined(__MINGW32__) && defined(__x86_64__)
 
-/// For its lifetime the calling thread's x87 unit rounds to 64 bits: the runtime of MinGW-w64 computes exp and pow
+/// For its lifetime the calling thread's x87 unit rounds to 64 bits: the runtime of MinGW-w64 computes them
 /// there, but Windows starts a thread with 53. Elsewhere these functions do without that unit, and this does nothing.
 class ExtendedPrecision {
 public:
@@ -45,4 +45,4 @@ public:
 
 #endif
 
-}  // namespace KwSVM_700
+}  // namespace KwBrevix_930
