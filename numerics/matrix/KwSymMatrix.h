@@ -17,7 +17,8 @@ class KwSymBlockDiagMatrix;
 ///          storage empty; IsValidMatrix() tells. An invalid matrix can be resized or assigned to and is valid again.
 /// Note:    vectors given as arguments are not the matrix's own AsVector() unless a member says so. Operands given as
 ///          interface may be of any kind, with equal results. What IKwSymMatrix says of sizes, targets and failures
-///          holds for the members that are not virtual too. S is this matrix, L its lower triangle.
+///          holds for the members that are not virtual too. S is this matrix, L its lower triangle. Slots count in the
+///          order of declaration; MSVC lays adjacent overloads out in reverse (docs/windows.md).
 class KW_EXPORT KwSymMatrix : public IKwSymMatrix {
 public:
     // ---- Virtual operations that this class adds, in slot order ----

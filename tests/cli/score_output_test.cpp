@@ -49,6 +49,11 @@ TEST_F(ScoreOutput, ReadsStandardInputForADashOrNothing) {
     EXPECT_EQ(runBrevix({"score", fModel, "-", "--output", "-"}, read(fTable)).out, kResult);
 }
 
+TEST_F(ScoreOutput, ShortWorkShowsNoProgress) {
+    for (const char* option : {"--progress", "--no-progress"})
+        EXPECT_THAT(runBrevix({"score", fModel, fTable, option}).errLines(), ElementsAre(HasSubstr("4 rows, ")));
+}
+
 TEST_F(ScoreOutput, QuietSaysNothing) {
     const auto run = runBrevix({"score", fModel, fTable, "--quiet"});
     EXPECT_EQ(run.exitCode, 0);

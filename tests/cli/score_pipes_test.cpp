@@ -103,8 +103,6 @@ TEST_F(ScorePipes, ProgressIsShownWhenAskedForOnLongWorkOnly) {
         EXPECT_EQ(lines.size(), isAskedFor ? 2u : 1u) << "standard error is no terminal";
         EXPECT_THAT(lines.front(), MatchesPattern(isAskedFor ? "3 rows, [0-9]+ rows/s" : "3 rows, .* status 0: 3"));
     }
-    EXPECT_THAT(runBrevix({"score", fModel, fTable, "--progress"}).errLines(), ElementsAre(HasSubstr("4 rows, ")));
-    EXPECT_THAT(runBrevix({"score", fModel, fTable, "--no-progress"}).errLines(), ElementsAre(HasSubstr("4 rows, ")));
 }
 
 }  // namespace

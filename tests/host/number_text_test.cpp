@@ -21,6 +21,11 @@ using KwBrevix_930::ParseNumber;
 using KwBrevix_930::ParseTruth;
 
 double OracleNumber(const std::string& text) {
+#ifdef __MINGW32__
+    // Its C library forgets the digits behind the last place where it rounds half of the smallest number.
+    if (text.find("0x1.0000000000000000001p-1075") != std::string::npos)
+        return text.find('-') < text.find('0') ? -0x1p-1074 : 0x1p-1074;
+#endif
     char* end = nullptr;
     const double number = std::strtod(text.c_str(), &end);
     return end == text.c_str() ? 0.0 : number;
@@ -30,18 +35,7 @@ bool IsSameDouble(double a, double b) {
     return std::isnan(a) ? std::isnan(b) : std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
-// The C library of MinGW-w64 forgets the digits behind the last place where it rounds half of the smallest number.
-bool IsOracleWrong([[maybe_unused]] const std::string& text) {
-#ifdef __MINGW32__
-    return text.find("0x1.0000000000000000001p-1075") != std::string::npos;
-#else
-    return false;
-#endif
-}
-
 void ExpectAsOracle(const std::string& text) {
-    if (IsOracleWrong(text))
-        return;
     EXPECT_TRUE(IsSameDouble(LeadingNumber(text), OracleNumber(text)))
         << '"' << text.substr(0, 80) << "\" reads as " << LeadingNumber(text) << ", not " << OracleNumber(text);
 }
@@ -379,7 +373,7 @@ TEST(number_text, DoesNotKnowTheLocale) {
     EXPECT_EQ(ParseNumber("1,5"), std::nullopt);
     EXPECT_EQ(NumberText(12345.5), "12345.5");
     for (std::size_t i = 0; i < expected.size(); ++i)
-        EXPECT_TRUE(IsOracleWrong(kTexts[i]) || IsSameDouble(LeadingNumber(kTexts[i]), expected[i])) << kTexts[i];
+        EXPECT_TRUE(IsSameDouble(LeadingNumber(kTexts[i]), expected[i])) << kTexts[i];
 }
 
 TEST(ParseTruth, KnowsTwoWordsInLettersOfEitherCase) {

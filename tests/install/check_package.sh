@@ -26,6 +26,8 @@ diff <(cut -d, -f1 "$work/result.csv" | tail -n +2) <(cut -d, -f1 "$iris/expecte
 
 cmake -S "$here/find_package" -B "$work/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_BUILD_TYPE=Release \
     -DBREVIX_WINDOWS_PREFIX="$dependencies;$place" >/dev/null
-cmake --build "$work/build" --target consumer >/dev/null
-cp "$work/build/consumer.exe" "$place/bin"
+cmake --build "$work/build" --target consumer embed_scoring >/dev/null
+cp "$work/build/consumer.exe" "$work/build/embed_scoring.exe" "$place/bin"
 "$@" "$place/bin/consumer.exe" | tr -d '\r' | grep -x 'consumer works'
+"$@" "$place/bin/embed_scoring.exe" "$iris/model.pmml" "petal length (cm)=1.4" "petal width (cm)=0.2" \
+    "sepal length (cm)=5.1" "sepal width (cm)=3.5" | tr -d '\r' | grep -x 'predicted_species = setosa'

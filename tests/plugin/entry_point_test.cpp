@@ -2,10 +2,14 @@
 #include "plugin/entry_point.h"
 
 #include <memory>
+#include <stdexcept>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 
+#include "host/CaseRecord.h"
+#include "host/IBatchModel.h"
+#include "host/ScoreVersionInfo.h"
 #include "runtime/platform/libraries.h"
 #include "tests/support/svm_document.h"
 
@@ -64,6 +68,70 @@ TEST_F(LoadedLibrary, TranslatorAndModelAreDeletedThroughTheirBases) {
     delete translator;
     EXPECT_EQ(ScoreOf(*model, {{"x1", "3"}, {"x2", "0.75"}, {"color", "red"}}).Text(), "yes");
     delete model;
+}
+
+// Tells of its end, which only its own destructor can know of.
+class CountedVersion : public ScoreVersionInfo {
+public:
+    explicit CountedVersion(int& ends) : fEnds(ends) {}
+    ~CountedVersion() override { ++fEnds; }
+    const std::string& GetVersion() const override { return fVersion; }
+
+private:
+    int& fEnds;
+    std::string fVersion = "4.2";
+};
+
+TEST_F(LoadedLibrary, ItsModelDeletesWhatItTookOver) {
+    int ends = 0;
+    {
+        const std::unique_ptr<ScoreModel> model(Translator()->ParseFromTree(TwoCategories().Text(), std::string()));
+        model->SetVersionInfo(new CountedVersion(ends));
+        EXPECT_EQ(model->GetVersionInfo()->GetVersion(), "4.2");
+        model->SetVersionInfo(new CountedVersion(ends));
+        EXPECT_EQ(ends, 1);
+    }
+    EXPECT_EQ(ends, 2);
+}
+
+struct Gone : std::range_error {
+    using std::range_error::range_error;
+    int place = 817;
+};
+
+class RecordThatIsGone : public CaseRecord {
+public:
+    using CaseRecord::CaseRecord;
+    const ScoreValue* GetValue(int) const override { throw Gone("the record is gone"); }
+    const ScoreValue* GetValue(const std::string&) const override { throw Gone("the record is gone"); }
+};
+
+template <class Call>
+std::string MessageOf(const Call& call) {
+    try {
+        call();
+    } catch (const Gone& fault) {
+        return fault.what() + (' ' + std::to_string(fault.place));
+    }
+    return "nothing was thrown";
+}
+
+TEST_F(LoadedLibrary, ARecordsOwnExceptionPassesThroughIt) {
+    const std::unique_ptr<ScoreModel> model(Translator()->ParseFromTree(TwoCategories().Text(), std::string()));
+    const RecordThatIsGone record(*model->GetDictionary());
+    const std::vector<const ScoreCaseRecord*> records(70, &record);
+    std::vector<ScoreResult*> results(records.size());
+    std::vector<KwScore::KwStatus> statuses(records.size());
+    for (int turn = 0; turn < 3; ++turn) {
+        EXPECT_EQ(MessageOf([&] { model->GetScore(&record, results[0], false); }), "the record is gone 817");
+        EXPECT_EQ(MessageOf([&] {
+                      dynamic_cast<IBatchModel&>(*model).ScoreCases(records.size(), records.data(), results.data(),
+                                                                    statuses.data(), false);
+                  }),
+                  "the record is gone 817");
+    }
+    for (ScoreResult* result : results)
+        delete result;
 }
 
 TEST_F(LoadedLibrary, ItsExceptionsAreCaughtByType) {
