@@ -1,6 +1,18 @@
 # kw_add_test(name sources...): one GoogleTest program; every TEST becomes one ctest test, where programs start fast.
 # It links the plug-in's objects, so the tests reach its hidden classes too.
 include(GoogleTest)
+
+# Where nothing is kept between builds, the frameworks' headers are parsed once for all tests.
+if(CMAKE_CROSSCOMPILING)
+    file(WRITE ${PROJECT_BINARY_DIR}/test_headers.cpp "// Carries the headers that all tests share.\n")
+    add_library(test_headers OBJECT ${PROJECT_BINARY_DIR}/test_headers.cpp)
+    kw_compile_options(test_headers)
+    target_compile_options(test_headers PRIVATE -Wno-restrict -O0)
+    target_link_libraries(test_headers PRIVATE GTest::gmock)
+    target_precompile_headers(test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h> <algorithm> <cmath> <cstdint>
+        <filesystem> <fstream> <limits> <memory> <random> <sstream> <string> <thread> <vector>)
+endif()
+
 function(kw_add_test name)
     add_executable(${name} ${ARGN})
     kw_compile_options(${name})
@@ -13,6 +25,7 @@ function(kw_add_test name)
     if(CMAKE_CROSSCOMPILING)
         # Tests of this size compile longer than they run.
         target_compile_options(${name} PRIVATE -O0)
+        target_precompile_headers(${name} REUSE_FROM test_headers)
         add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
         set_tests_properties(${name} PROPERTIES TIMEOUT 900)
         return()
