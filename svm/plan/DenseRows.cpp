@@ -4,17 +4,9 @@
 #include <algorithm>
 #include <type_traits>
 
+#include "svm/plan/prefetch.h"
+
 namespace KwBrevix_930::plan {
-
-namespace {
-
-template <class Stored>
-void Prefetch(const Stored* from, const Stored* end) {
-    for (; from < end; from += AlignedArray<Stored>::kAlignment / sizeof(Stored))
-        __builtin_prefetch(from);
-}
-
-}  // namespace
 
 template <class Stored>
 DenseRows<Stored>::DenseRows(std::size_t rows, std::size_t columns, const Loops& loops, const TermLoops& terms)

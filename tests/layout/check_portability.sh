@@ -10,14 +10,19 @@ find_elsewhere() {
     grep -nE "$1" $(grep -vE "$2" <<<"$sources") | grep -vE '^[^:]+:[0-9]+: *//' || true
 }
 
-kernels='_(body\.h|baseline\.cpp|avx2\.cpp|avx512\.cpp)$'
-asks_processor='^(numerics/(blas1/vector_kernels|linpack/inner_products|matrix/product_kernel)|svm/(elementary/elementary_kernels|plan/loops))\.cpp$'
+# The loops, what chooses among them, and some files more.
+extending='_(body\.h|baseline\.cpp|avx2\.cpp|avx512\.cpp)$'
+extending+='|^(numerics/(blas1/vector_kernels|linpack/inner_products|matrix/product_kernel)'
+extending+='|svm/(elementary/elementary_kernels|plan/loops))\.cpp$'
+extending+='|/Export\.h$|^host/(ExtendedPrecision|ScoringLog)\.h$|^numerics/matrix/packed_cholesky\.cpp$'
+extending+='|^svm/plan/prefetch\.h$'
 extensions='__builtin_|__attribute__|__extension__|__int128|__typeof|\<asm\>|#pragma GCC|\<(intrin|immintrin|x86intrin)\.h'
-headers='<(unistd|fcntl|dlfcn|pthread|signal|dirent|poll|strings|windows|io|process)\.h>|<sys/|\<(localtime|gmtime)_[rs]\>|\<ssize_t\>'
+system='_(posix|windows)\.cpp$|^tools/remove_on_signal\.cpp$'
+headers='<(unistd|fcntl|dlfcn|pthread|signal|dirent|poll|strings|windows|io|process)\.h>|<sys/'
+headers+='|\<(localtime|gmtime)_[rs]\>|\<ssize_t\>'
 found=$(
-    find_elsewhere "$extensions" \
-        "$kernels|$asks_processor|/Export\.h$|^host/(ExtendedPrecision|ScoringLog)\.h$|^numerics/matrix/packed_cholesky\.cpp$"
-    find_elsewhere "$headers" '_(posix|windows)\.cpp$|^tools/remove_on_signal\.cpp$'
+    find_elsewhere "$extensions" "$extending"
+    find_elsewhere "$headers" "$system"
     find_elsewhere '\<long double\>' '^$'
     # A long has another size there: none is kept in an object.
     find_elsewhere '^ *((static|mutable|const|unsigned) +)*long [A-Za-z_]+( = [^()]*|\{.*\})?;' '\.cpp$'
