@@ -21,15 +21,18 @@ constexpr int kLargestDegree = 8;
 struct OpenPlaces {
     static constexpr std::size_t kMost = 256;
 
+    void Add(std::size_t place) { places[count++] = static_cast<std::uint16_t>(place); }
+
     std::uint16_t places[kMost];
     std::size_t count = 0;
 };
 
 /// One version of the loops. x and y are the same vector, or do not overlap; n is at most OpenPlaces::kMost. Where a
-/// result is certain it is written, elsewhere x is copied to y and the place noted.
+/// result is certain it is written, elsewhere its argument is, and the place noted.
 struct ElementaryKernels {
     const char* name;
-    void (*exp)(const double* x, double* y, std::size_t n, OpenPlaces& open);
+    /// Of factor * x[i].
+    void (*exp)(double factor, const double* x, double* y, std::size_t n, OpenPlaces& open);
     void (*pow)(const double* x, int degree, double* y, std::size_t n, OpenPlaces& open);
 };
 

@@ -25,29 +25,21 @@ struct ElementaryLoops {
     static constexpr std::size_t kPack = sizeof(Pack) / sizeof(double);
 
     static constexpr std::uint64_t kSignBit = std::uint64_t{1} << 63;
-    static constexpr std::uint64_t kExponentBits = std::uint64_t{0x7ff} << 52;
-    static constexpr std::uint64_t kMantissaBits = (std::uint64_t{1} << 52) - 1;
 
-    // In each lane all bits or none.
-    static Bits All(bool isSet) { return Bits{} - static_cast<std::uint64_t>(isSet); }
     static Pack Magnitude(Pack value) { return (Pack)((Bits)value & ~kSignBit); }
-
-    // Whether the sum of head and rest lies so near a tie that another function might round it the other way. Below a
-    // power of two the units are half as large: a rest on that side is never certain. The signs are compared as bits: a
-    // product of small numbers would be zero.
-    static Bits IsNearTie(Pack head, Pack rest, double margin) {
-        const Bits bits = (Bits)head;
-        const Pack power = (Pack)(bits & kExponentBits);
-        const Bits isOutside = (Bits)(Magnitude(rest) >= power * (0x1p-53 * (1.0 - 2.0 * margin)));
-        const Bits isPower = (Bits)((bits & kMantissaBits) == Bits{});
-        const Pack outward = (Pack)((Bits)rest ^ (bits & kSignBit));
-        return isOutside | (isPower & (Bits)(outward < Pack{}));
-    }
 
     struct Computed {
         Pack value;
-        Bits isOpen;
+        // In each lane all bits or none.
+        Bits isCertain;
     };
+
+    // Whether the sum of head and rest lies so far from a tie that another function rounds it the same way: a rest
+    // enlarged by the margin still makes no difference to head. That holds below a power of two too, where the units
+    // are half as large.
+    static Bits IsCertain(Pack head, Pack rest, double margin) {
+        return (Bits)(head + rest * (1.0 / (1.0 - 2.0 * margin)) == head);
+    }
 
     // exp(x) = 2^m 2^(j/256) exp(r), 256 m + j the nearest whole number to 256 x / ln 2, |r| <= ln 2 / 512.
     static Computed Exp(Pack x) {
@@ -63,8 +55,7 @@ struct ElementaryLoops {
         const Pack change = scale * (r + (entry.tail + above));
         const Pack head = scale + change;
         const Pack rest = change - (head - scale);
-        const Bits isInRange = (Bits)(x >= -600.0) & (Bits)(x <= 709.0);
-        return {head, IsNearTie(head, rest, kExpMargin) | ~isInRange};
+        return {head, IsCertain(head, rest, kExpMargin) & (Bits)(Magnitude(x) <= 600.0)};
     }
 
     // The upper 26 bits.
@@ -106,7 +97,7 @@ struct ElementaryLoops {
         }
         const Pack size = Magnitude(power.head);
         const Bits isInRange = (Bits)(size >= 0x1p-128) & (Bits)(size <= 0x1p128);
-        return {power.head, IsNearTie(power.head, power.rest, kPowMargin) | ~isInRange};
+        return {power.head, IsCertain(power.head, power.rest, kPowMargin) & isInRange};
     }
 
     // At any address that a double may have.
@@ -117,40 +108,57 @@ struct ElementaryLoops {
     }
     static void Store(double* to, Pack pack) { __builtin_memcpy(to, &pack, sizeof pack); }
 
-    static void Note(std::uint32_t isOpen, std::size_t first, OpenPlaces& open) {
-        for (; isOpen != 0; isOpen &= isOpen - 1) {
-            open.places[open.count++] =
-                static_cast<std::uint16_t>(first + static_cast<std::size_t>(__builtin_ctz(isOpen)));
+    // The open lanes of all packs, a byte for each pack, so that nothing depends on them while packs are computed.
+    class OpenLanes {
+    public:
+        void Add(std::size_t pack, Bits isCertain) {
+            const std::uint64_t isOpen = ~Set::GatherSigns(isCertain) & ((1u << kPack) - 1);
+            fWords[pack / 8] |= isOpen << pack % 8 * 8;
         }
-    }
 
-    // x where the result is open, so that it is still there when x and y are the same.
-    static Pack Choose(const Computed& computed, Pack x) {
-        return (Pack)(((Bits)x & computed.isOpen) | ((Bits)computed.value & ~computed.isOpen));
-    }
+        void Note(OpenPlaces& open) const {
+            for (std::size_t w = 0; w < kWords; ++w) {
+                for (std::uint64_t word = fWords[w]; word != 0; word &= word - 1) {
+                    const auto bit = static_cast<std::size_t>(__builtin_ctzll(word));
+                    open.Add((w * 8 + bit / 8) * kPack + bit % 8);
+                }
+            }
+        }
 
-    template <class Compute>
-    static void Visit(const double* x, double* y, std::size_t n, OpenPlaces& open, Compute compute) {
+    private:
+        static_assert(kPack <= 8);
+        static constexpr std::size_t kWords = OpenPlaces::kMost / kPack / 8;
+
+        std::uint64_t fWords[kWords] = {};
+    };
+
+    // argument(x): what compute is to be called with, which is left where the result is open.
+    template <class Argument, class Compute>
+    static void Visit(const double* x, double* y, std::size_t n, OpenPlaces& open, Argument argument, Compute compute) {
+        OpenLanes openLanes;
         std::size_t k = 0;
         for (; n - k >= kPack; k += kPack) {
-            const Pack pack = Load(x + k);
+            const Pack pack = argument(Load(x + k));
             const Computed computed = compute(pack);
-            Store(y + k, Choose(computed, pack));
-            Note(Set::GatherSigns(computed.isOpen), k, open);
+            Store(y + k, computed.isCertain ? computed.value : pack);
+            openLanes.Add(k / kPack, computed.isCertain);
         }
+        openLanes.Note(open);
         // Too few for a pack: to fill one up costs more than to ask the platform.
         for (; k < n; ++k) {
-            y[k] = x[k];
-            Note(1, k, open);
+            y[k] = argument(x[k]);
+            open.Add(k);
         }
     }
 
-    static void ExpOfAll(const double* x, double* y, std::size_t n, OpenPlaces& open) {
-        Visit(x, y, n, open, [](Pack pack) { return Exp(pack); });
+    static void ExpOfAll(double factor, const double* x, double* y, std::size_t n, OpenPlaces& open) {
+        Visit(
+            x, y, n, open, [factor](auto value) { return factor * value; }, [](Pack pack) { return Exp(pack); });
     }
 
     static void PowOfAll(const double* x, int degree, double* y, std::size_t n, OpenPlaces& open) {
-        Visit(x, y, n, open, [degree](Pack pack) { return Pow(pack, degree); });
+        Visit(
+            x, y, n, open, [](auto value) { return value; }, [degree](Pack pack) { return Pow(pack, degree); });
     }
 
     static constexpr ElementaryKernels Table(const char* name) { return {name, ExpOfAll, PowOfAll}; }

@@ -14,10 +14,10 @@
 
 namespace KwSVM_700 {
 
-void ExpBy(const ElementaryKernels& kernels, const double* x, double* y, std::size_t n) {
+void ExpBy(const ElementaryKernels& kernels, double factor, const double* x, double* y, std::size_t n) {
     for (std::size_t first = 0; first < n; first += OpenPlaces::kMost) {
         OpenPlaces open;
-        kernels.exp(x + first, y + first, std::min(n - first, OpenPlaces::kMost), open);
+        kernels.exp(factor, x + first, y + first, std::min(n - first, OpenPlaces::kMost), open);
         for (std::size_t i = 0; i < open.count; ++i) {
             double& value = y[first + open.places[i]];
             value = std::exp(value);
@@ -29,7 +29,7 @@ bool AgreesOnExp(const ElementaryKernels& kernels) {
     const KwBrevix_930::ExtendedPrecision precision;
     const auto agree = [&kernels](const double* x, std::size_t n) {
         double y[OpenPlaces::kMost];
-        ExpBy(kernels, x, y, n);
+        ExpBy(kernels, 1.0, x, y, n);
         for (std::size_t i = 0; i < n; ++i) {
             if (std::bit_cast<std::uint64_t>(std::exp(x[i])) != std::bit_cast<std::uint64_t>(y[i]))
                 return false;
@@ -42,26 +42,33 @@ bool AgreesOnExp(const ElementaryKernels& kernels) {
 
 namespace {
 
-void ExpOfPlatform(const double* x, double* y, std::size_t n) {
-    std::transform(x, x + n, y, [](double value) { return std::exp(value); });
+void ExpOfPlatform(double factor, const double* x, double* y, std::size_t n) {
+    std::transform(x, x + n, y, [factor](double value) { return std::exp(factor * value); });
 }
 
 }  // namespace
 
 ExactExp::ExactExp(const ElementaryKernels& kernels) : fKernels(AgreesOnExp(kernels) ? &kernels : nullptr) {}
 
-void ExactExp::operator()(const double* x, double* y, std::size_t n) const {
-    if (fKernels && IsRoundedToNearest())
-        ExpBy(*fKernels, x, y, n);
+void ExactExp::operator()(double factor, const double* x, double* y, std::size_t n) const {
+    if (IsRoundedToNearest())
+        Compute(factor, x, y, n);
     else
-        ExpOfPlatform(x, y, n);
+        ExpOfPlatform(factor, x, y, n);
 }
 
-void Exp(const double* x, double* y, std::size_t n) {
+void ExactExp::Compute(double factor, const double* x, double* y, std::size_t n) const {
+    if (fKernels)
+        ExpBy(*fKernels, factor, x, y, n);
+    else
+        ExpOfPlatform(factor, x, y, n);
+}
+
+void Exp(double factor, const double* x, double* y, std::size_t n) {
     if (!IsRoundedToNearest())
-        return ExpOfPlatform(x, y, n);
+        return ExpOfPlatform(factor, x, y, n);
     static const ExactExp exp(FastestElementaryKernels());
-    exp(x, y, n);
+    exp.Compute(factor, x, y, n);
 }
 
 }  // namespace KwSVM_700

@@ -16,16 +16,11 @@ void ScaleAndShift(double factor, double shift, double* sums, std::size_t count)
         sums[i] = factor * sums[i] + shift;
 }
 
-void ScaleAndNegate(double factor, double* sums, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i)
-        sums[i] = -(factor * sums[i]);
-}
-
-void Exponentiate(const ElementaryVersions& versions, double* sums, std::size_t count) {
+void Exponentiate(const ElementaryVersions& versions, double factor, double* sums, std::size_t count) {
     if (versions.exp)
-        (*versions.exp)(sums, sums, count);
+        (*versions.exp)(factor, sums, sums, count);
     else
-        KwSVM_700::Exp(sums, sums, count);
+        KwSVM_700::Exp(factor, sums, sums, count);
 }
 
 void Raise(const ElementaryVersions& versions, double degree, double* sums, std::size_t count) {
@@ -44,8 +39,8 @@ void KernelShape::Apply(double* sums, std::size_t count) const {
             Raise(versions, degree, sums, count);
             break;
         case SVMModelData::kRadialBasis:
-            ScaleAndNegate(gamma, sums, count);
-            Exponentiate(versions, sums, count);
+            // The same as the negated product.
+            Exponentiate(versions, -gamma, sums, count);
             break;
         case SVMModelData::kSigmoid:
             ScaleAndShift(gamma, coef0, sums, count);

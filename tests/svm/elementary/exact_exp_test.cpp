@@ -22,7 +22,7 @@ void ExpectStdExp(const std::vector<double>& x) {
     const auto usable = FindElementaryKernels();
     for (std::size_t version = 0; version < usable.count; ++version) {
         std::vector<double> y(x.size(), -1.0);
-        ExpBy(*usable.versions[version], x.data(), y.data(), x.size());
+        ExpBy(*usable.versions[version], 1.0, x.data(), y.data(), x.size());
         for (std::size_t i = 0; i < x.size(); ++i) {
             ASSERT_TRUE(AreSame(y[i], std::exp(x[i]))) << usable.versions[version]->name << std::hexfloat << " exp("
                                                        << x[i] << ") is " << std::exp(x[i]) << ", not " << y[i];
@@ -74,25 +74,36 @@ TEST(ExactExp, LeavesNoUncertainValueToTheLoops) {
     for (std::size_t version = 0; version < usable.count; ++version) {
         OpenPlaces open;
         double y[std::size(x)];
-        usable.versions[version]->exp(x, y, std::size(x), open);
+        usable.versions[version]->exp(1.0, x, y, std::size(x), open);
         EXPECT_EQ(open.count, std::size(x)) << usable.versions[version]->name;
         EXPECT_TRUE(std::equal(std::begin(x), std::end(x), std::begin(y)));
     }
 }
 
-// exp of these rounds to a power of two from below, where the units are half as large. There are no such arguments
-// below -43: found with mpmath at 300 bits.
-TEST(ExactExp, LeavesNoValueBelowAPowerOfTwoToTheLoops) {
-    const double x[] = {-0x1.52417db067f38p+5, 0x1.62e42fefa39efp-1, 0x1.62e42fefa39efp+0, 0x1.bb9d3beb8c86bp+1,
-                        0x1.bb9d3beb8c86bp+2};
-    const auto usable = FindElementaryKernels();
-    for (std::size_t version = 0; version < usable.count; ++version) {
-        for (const double value : x) {
-            const std::vector<double> pack(8, value);
-            std::vector<double> y(8);
-            OpenPlaces open;
-            usable.versions[version]->exp(pack.data(), y.data(), 8, open);
-            EXPECT_EQ(open.count, 8u) << usable.versions[version]->name << ' ' << value;
+// On one side of a power of two the units are half as large.
+TEST(ExactExp, HasTheBitsOfStdExpAroundPowersOfTwo) {
+    std::vector<double> x;
+    for (int power = -860; power <= 860; ++power) {
+        double below = power * 0x1.62e42fefa39efp-1;
+        double above = below;
+        for (int i = 0; i < 40; ++i) {
+            x.insert(x.end(), {below, above});
+            below = std::nextafter(below, -1e9);
+            above = std::nextafter(above, 1e9);
+        }
+    }
+    ExpectStdExp(x);
+}
+
+TEST(ExactExp, IsOfTheProductWithTheFactor) {
+    const auto x = Uniform(1003, 0.0, 900.0, 463);
+    for (const double factor : {-0.734375, -1.0 / 3.0, -1e-300, 0.0, 0.01}) {
+        const auto usable = FindElementaryKernels();
+        for (std::size_t version = 0; version < usable.count; ++version) {
+            std::vector<double> y(x.size());
+            ExpBy(*usable.versions[version], factor, x.data(), y.data(), x.size());
+            for (std::size_t i = 0; i < x.size(); ++i)
+                ASSERT_TRUE(AreSame(y[i], std::exp(factor * x[i]))) << usable.versions[version]->name << ' ' << x[i];
         }
     }
 }
@@ -103,7 +114,7 @@ TEST(ExactExp, SeldomAsksThePlatform) {
     for (std::size_t version = 0; version < usable.count; ++version) {
         OpenPlaces open;
         std::vector<double> y(x.size());
-        usable.versions[version]->exp(x.data(), y.data(), x.size(), open);
+        usable.versions[version]->exp(1.0, x.data(), y.data(), x.size(), open);
         EXPECT_LT(open.count, x.size() / 12) << usable.versions[version]->name;
     }
 }
@@ -114,7 +125,7 @@ TEST(ExactExp, WritesNothingBesideItsResults) {
         for (std::size_t n = 0; n < 40; ++n) {
             const auto x = Uniform(n, -9.0, 2.0, 407 + n);
             std::vector<double> y(n + 2, 17.25);
-            ExpBy(*usable.versions[version], x.data(), y.data() + 1, n);
+            ExpBy(*usable.versions[version], 1.0, x.data(), y.data() + 1, n);
             EXPECT_EQ(y.front(), 17.25);
             EXPECT_EQ(y.back(), 17.25);
             for (std::size_t i = 0; i < n; ++i)
@@ -127,7 +138,7 @@ TEST(ExactExp, WorksInPlace) {
     for (const std::size_t n : {1U, 5U, 255U, 256U, 257U, 1000U}) {
         const auto x = Uniform(n, -800.0, 30.0, 450 + n);
         auto y = x;
-        Exp(y.data(), y.data(), n);
+        Exp(1.0, y.data(), y.data(), n);
         for (std::size_t i = 0; i < n; ++i)
             ASSERT_TRUE(AreSame(y[i], std::exp(x[i]))) << x[i];
     }
@@ -141,10 +152,12 @@ TEST(ExactExp, AgreesWithThisPlatform) {
 
 int g_wrongCalls = 0;
 
-void ExpOneUnitOff(const double* x, double* y, std::size_t n, OpenPlaces&) {
+void ExpOneUnitOff(double factor, const double* x, double* y, std::size_t n, OpenPlaces&) {
     ++g_wrongCalls;
-    for (std::size_t i = 0; i < n; ++i)
-        y[i] = x[i] > -3.0 && x[i] < -2.9 ? std::nextafter(std::exp(x[i]), 1.0) : std::exp(x[i]);
+    for (std::size_t i = 0; i < n; ++i) {
+        const double value = factor * x[i];
+        y[i] = value > -3.0 && value < -2.9 ? std::nextafter(std::exp(value), 1.0) : std::exp(value);
+    }
 }
 
 TEST(ExactExp, ComparisonFindsLoopsThatAreWrong) {
@@ -161,7 +174,7 @@ TEST(ExactExp, OfLoopsThatAreWrongIsStdExp) {
     EXPECT_GT(callsOfTheComparison, 0);
     const auto x = Uniform(3000, -4.0, -2.0, 461);
     std::vector<double> y(x.size());
-    exp(x.data(), y.data(), x.size());
+    exp(1.0, x.data(), y.data(), x.size());
     for (std::size_t i = 0; i < x.size(); ++i)
         ASSERT_TRUE(AreSame(y[i], std::exp(x[i]))) << x[i];
     EXPECT_EQ(g_wrongCalls, callsOfTheComparison);
@@ -169,9 +182,9 @@ TEST(ExactExp, OfLoopsThatAreWrongIsStdExp) {
 
 int g_rightCalls = 0;
 
-void CountedExp(const double* x, double* y, std::size_t n, OpenPlaces& open) {
+void CountedExp(double factor, const double* x, double* y, std::size_t n, OpenPlaces& open) {
     ++g_rightCalls;
-    kBaselineElementaryKernels.exp(x, y, n, open);
+    kBaselineElementaryKernels.exp(factor, x, y, n, open);
 }
 
 TEST(ExactExp, OfLoopsThatAreRightCallsThem) {
@@ -181,7 +194,7 @@ TEST(ExactExp, OfLoopsThatAreRightCallsThem) {
     const int callsOfTheComparison = g_rightCalls;
     const auto x = Uniform(OpenPlaces::kMost, -4.0, -2.0, 462);
     std::vector<double> y(x.size());
-    exp(x.data(), y.data(), x.size());
+    exp(1.0, x.data(), y.data(), x.size());
     EXPECT_EQ(g_rightCalls, callsOfTheComparison + 1);
 }
 
@@ -190,7 +203,7 @@ TEST(ExactExp, ManyThreadsMayMakeTheFirstCall) {
     std::vector<std::vector<double>> results(4, std::vector<double>(x.size()));
     std::vector<std::jthread> threads;
     for (auto& result : results)
-        threads.emplace_back([&] { Exp(x.data(), result.data(), x.size()); });
+        threads.emplace_back([&] { Exp(1.0, x.data(), result.data(), x.size()); });
     threads.clear();
     for (const auto& result : results) {
         for (std::size_t i = 0; i < x.size(); ++i)
@@ -205,7 +218,7 @@ TEST(ExactExp, FollowsTheRoundingOfItsThread) {
         std::vector<double> y(x.size(), -1.0);
         std::vector<double> expected(x.size());
         std::fesetround(mode);
-        Exp(x.data(), y.data(), x.size());
+        Exp(1.0, x.data(), y.data(), x.size());
         for (std::size_t i = 0; i < x.size(); ++i)
             expected[i] = std::exp(x[i]);
         std::fesetround(FE_TONEAREST);

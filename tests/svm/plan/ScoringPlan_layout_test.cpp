@@ -177,9 +177,9 @@ TEST(ScoringPlanLayout, OfZerosAndOnesIsInBitsForTheTilesOfABatchThatAreOfZerosA
 
 std::size_t g_exponentials = 0;
 
-void CountedExp(const double* x, double* y, std::size_t n, KwSVM_700::OpenPlaces& open) {
+void CountedExp(double factor, const double* x, double* y, std::size_t n, KwSVM_700::OpenPlaces& open) {
     g_exponentials += n;
-    KwSVM_700::kBaselineElementaryKernels.exp(x, y, n, open);
+    KwSVM_700::kBaselineElementaryKernels.exp(factor, x, y, n, open);
 }
 
 TEST(ScoringPlanLayout, HasEachVectorOnceHoweverManyMachinesShareIt) {

@@ -160,9 +160,9 @@ TEST(ScoringPlanSetup, OfAnEmptyBatchWritesNothing) {
 int g_expCalls = 0;
 int g_powCalls = 0;
 
-void CountedExp(const double* x, double* y, std::size_t n, KwSVM_700::OpenPlaces& open) {
+void CountedExp(double factor, const double* x, double* y, std::size_t n, KwSVM_700::OpenPlaces& open) {
     ++g_expCalls;
-    KwSVM_700::kBaselineElementaryKernels.exp(x, y, n, open);
+    KwSVM_700::kBaselineElementaryKernels.exp(factor, x, y, n, open);
 }
 
 void CountedPow(const double* x, int degree, double* y, std::size_t n, KwSVM_700::OpenPlaces& open) {
