@@ -29,6 +29,9 @@ public:
     AlignedArray& operator=(AlignedArray&&) noexcept = default;
     ~AlignedArray() = default;
 
+    /// Returns: how many bytes an array of so many elements takes.
+    static double GetByteCount(double size) { return size * sizeof(T) + kAlignment; }
+
     /// Makes room for size elements where there is less; what the elements held is lost then.
     /// Returns: the first element.
     T* Grow(std::size_t size) {

@@ -7,14 +7,33 @@
 
 namespace KwBrevix_930::plan {
 
+namespace {
+
+std::size_t CountWords(std::size_t columns) {
+    return (columns + kWordBits - 1) / kWordBits;
+}
+
+}  // namespace
+
 BitRows::BitRows(std::size_t rows, std::size_t columns, const KernelShape& shape, const Loops& loops)
     : fColumns(columns),
-      fWords((columns + kWordBits - 1) / kWordBits),
+      fWords(CountWords(columns)),
       fShape(shape),
       fLoops(loops.bits),
       fCount(shape.TakesDistance() ? fLoops.differing : fLoops.common),
       fBits(WholeBlocks(rows) * fWords),
       fConstants(WholeBlocks(rows)) {}
+
+double BitRows::GetByteCount(std::size_t rows, std::size_t columns, std::size_t largestConstant) {
+    const auto all = static_cast<double>(WholeBlocks(rows));
+    const double sums = static_cast<double>(columns) + static_cast<double>(largestConstant) + 1.0;
+    return sizeof(BitRows) + AlignedArray<std::uint64_t>::GetByteCount(all * static_cast<double>(CountWords(columns))) +
+           all * sizeof(std::uint32_t) + sums * sizeof(double);
+}
+
+std::size_t BitRows::CountConstant(const MergedVector& vector) {
+    return static_cast<std::size_t>(std::count(vector.unmatched.begin(), vector.unmatched.end(), 1.0));
+}
 
 void BitRows::Set(std::size_t row, const MergedVector& vector) {
     std::uint64_t* words = fBits.data() + row / kBlock * fWords * kBlock + row % kBlock;
@@ -24,7 +43,7 @@ void BitRows::Set(std::size_t row, const MergedVector& vector) {
             words[column / kWordBits * kBlock] |= std::uint64_t{1} << column % kWordBits;
     }
     if (fShape.TakesDistance())
-        fConstants[row] = static_cast<std::uint32_t>(std::count(vector.unmatched.begin(), vector.unmatched.end(), 1.0));
+        fConstants[row] = static_cast<std::uint32_t>(CountConstant(vector));
 }
 
 void BitRows::Finish() {

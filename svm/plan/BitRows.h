@@ -17,6 +17,12 @@ class BitRows {
 public:
     BitRows(std::size_t rows, std::size_t columns, const KernelShape& shape, const Loops& loops);
 
+    /// largestConstant: how many ones a vector has that meet no column, at most, where distances are taken.
+    /// Returns: how many bytes such rows take.
+    static double GetByteCount(std::size_t rows, std::size_t columns, std::size_t largestConstant);
+    /// Returns: how many ones of a vector meet no column.
+    static std::size_t CountConstant(const MergedVector& vector);
+
     /// Returns: true for +0, -0 and 1.
     static bool IsBit(double number) { return number == 0.0 || number == 1.0; }
 

@@ -20,7 +20,8 @@ public:
 
     /// Returns: how many bytes such rows take.
     static double GetByteCount(std::size_t rows, std::size_t columns) {
-        return static_cast<double>(WholeBlocks(rows)) * static_cast<double>(columns) * sizeof(Stored);
+        return sizeof(DenseRows) + AlignedArray<Stored>::GetByteCount(static_cast<double>(WholeBlocks(rows)) *
+                                                                      static_cast<double>(columns));
     }
 
     /// value: exact as Stored.

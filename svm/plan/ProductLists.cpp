@@ -7,8 +7,14 @@ namespace KwBrevix_930::plan {
 
 namespace {
 
+std::size_t CountGroups(std::size_t lists) {
+    return (lists + kGroup - 1) / kGroup;
+}
+
 std::vector<std::size_t> FindStarts(const std::vector<std::size_t>& lengths) {
-    std::vector<std::size_t> starts{0};
+    std::vector<std::size_t> starts;
+    starts.reserve(CountGroups(lengths.size()) + 1);
+    starts.push_back(0);
     for (std::size_t list = 0; list < lengths.size(); list += kGroup) {
         const auto first = lengths.begin() + static_cast<std::ptrdiff_t>(list);
         const auto count = std::min(kGroup, lengths.size() - list);
@@ -29,7 +35,9 @@ ProductLists::ProductLists(const std::vector<std::size_t>& lengths, std::size_t 
 }
 
 double ProductLists::GetByteCount(const std::vector<std::size_t>& lengths) {
-    return static_cast<double>(FindStarts(lengths).back()) * kGroup * (sizeof(std::int32_t) + sizeof(double));
+    const double entries = static_cast<double>(FindStarts(lengths).back()) * kGroup;
+    return sizeof(ProductLists) + static_cast<double>(CountGroups(lengths.size()) + 1) * sizeof(std::size_t) +
+           AlignedArray<std::int32_t>::GetByteCount(entries) + AlignedArray<double>::GetByteCount(entries);
 }
 
 void ProductLists::Set(std::size_t list, std::size_t k, std::size_t index, double factor) {

@@ -73,6 +73,7 @@ private:
     bool IsSpread(const Survey& survey, const Target& target) const;
     bool FitsCache(const Target& target) const;
     bool FitsFloats(const Survey& survey, const Target& target) const;
+    double GetRowBytes(const Survey& survey, const Target& target) const;
     double GetByteCount(const Survey& survey, const Target& target) const;
     void LayOutRows(const Survey& survey, const Target& target);
     void LayOutLists(const Survey& survey, const Loops& loops);

@@ -50,6 +50,10 @@ struct ScoringPlan::Survey {
     // The matched entries of each row, and of all.
     std::vector<std::size_t> rowLengths;
     std::size_t entryCount = 0;
+    // Rows that have no place in blocks.
+    std::size_t mergedRowCount = 0;
+    // Of bits that meet no column, in one row, where distances are taken.
+    std::size_t largestConstant = 0;
     bool areBits = true;
     bool areFloats = true;
 };
@@ -90,6 +94,7 @@ bool ScoringPlan::Build(Machines machines, const Target& target) {
 }
 
 bool ScoringPlan::TakeMachines(Machines machines, Survey& survey) {
+    fBiases.reserve(machines.size());
     for (const auto& machine : machines) {
         if (!IsUsable(machine.get()))
             return false;
@@ -100,6 +105,8 @@ bool ScoringPlan::TakeMachines(Machines machines, Survey& survey) {
                 fRows.push_back(vector);
         }
     }
+    // Without the room that it grew by.
+    fRows = std::vector<const Instance*>(fRows.begin(), fRows.end());
     return fRows.size() < kMostColumns - kBlock;
 }
 
@@ -109,6 +116,9 @@ void ScoringPlan::SurveyRows(Survey& survey) const {
         MergeWithCase(*row, fColumns.size(), merged);
         survey.rowLengths.push_back(merged.matched.size());
         survey.entryCount += merged.matched.size();
+        survey.mergedRowCount += HasNoPlaceInBlocks(merged) ? 1 : 0;
+        if (fShape.TakesDistance())
+            survey.largestConstant = std::max(survey.largestConstant, BitRows::CountConstant(merged));
         survey.areBits = survey.areBits && std::all_of(row->values.begin(), row->values.end(), BitRows::IsBit);
         survey.areFloats = survey.areFloats && std::all_of(row->values.begin(), row->values.end(), IsFloat);
     }
@@ -132,16 +142,29 @@ bool ScoringPlan::FitsFloats(const Survey& survey, const Target& target) const {
     return !FitsCache(target) && survey.areFloats;
 }
 
+double ScoringPlan::GetRowBytes(const Survey& survey, const Target& target) const {
+    if (IsListed(survey))
+        return ProductLists::GetByteCount(survey.rowLengths);
+    if (IsSpread(survey, target))
+        return SpreadRows::GetByteCount(fRows.size(), fColumns.size(), survey.entryCount);
+    if (FitsFloats(survey, target))
+        return DenseRows<float>::GetByteCount(fRows.size(), fColumns.size());
+    return DenseRows<double>::GetByteCount(fRows.size(), fColumns.size());
+}
+
 double ScoringPlan::GetByteCount(const Survey& survey, const Target& target) const {
-    const double numbers = static_cast<double>(GetRowSpace()) * static_cast<double>(fColumns.size());
-    const double dense = numbers * (FitsFloats(survey, target) ? sizeof(float) : sizeof(double));
-    return (IsListed(survey) ? ProductLists::GetByteCount(survey.rowLengths) : dense) +
-           (survey.areBits ? numbers / 8 : 0.0) + static_cast<double>(fColumns.size()) * sizeof(std::int32_t) +
+    const double ofBits =
+        survey.areBits ? BitRows::GetByteCount(fRows.size(), fColumns.size(), survey.largestConstant) : 0.0;
+    return sizeof(ScoringPlan) + static_cast<double>(fColumns.size()) * sizeof(std::int32_t) +
+           static_cast<double>(fBiases.size()) * sizeof(double) +
+           static_cast<double>(fRows.size()) * sizeof(const Instance*) +
+           static_cast<double>(survey.mergedRowCount) * sizeof(std::uint32_t) + GetRowBytes(survey, target) + ofBits +
            ProductLists::GetByteCount(survey.machineLengths);
 }
 
 void ScoringPlan::LayOutRows(const Survey& survey, const Target& target) {
     const Loops& loops = *target.loops;
+    fMergedRows.reserve(survey.mergedRowCount);
     if (IsListed(survey))
         LayOutLists(survey, loops);
     else if (IsSpread(survey, target))

@@ -24,7 +24,7 @@ SpreadRows::SpreadRows(std::size_t rows, std::size_t columns, std::size_t entryC
 }
 
 double SpreadRows::GetByteCount(std::size_t rows, std::size_t columns, std::size_t entryCount) {
-    return static_cast<double>(CountStarts(rows, columns)) * sizeof(std::size_t) +
+    return sizeof(SpreadRows) + static_cast<double>(CountStarts(rows, columns)) * sizeof(std::size_t) +
            static_cast<double>(entryCount) * (sizeof(Place) + sizeof(double));
 }
 
@@ -43,7 +43,7 @@ void SpreadRows::Finish() {
     if (fAdded % kBlock != 0)
         FinishBlock();
     fStarts.push_back(fPlaces.size());
-    fBlock = {};
+    fBlock = std::vector<Entry>();
 }
 
 // In the order of places, so that the first ones have long been written when the sums begin with them.

@@ -8,6 +8,9 @@ namespace failing_new {
 /// Returns: how many allocations were asked for since the program began.
 std::size_t Count();
 
+/// Returns: how many bytes the blocks have that are allocated now, with what the heap rounds them up by.
+std::size_t GetLiveBytes();
+
 /// Lets the next `succeeding` allocations succeed and the one after them fail, until the object dies.
 class FailAfter {
 public:

@@ -172,6 +172,7 @@ TEST(PlanAllocation, AboveTheLargestAllocationThereIsNoPlan) {
     const KwSVM_700::SVMKFRBF kernel(0.25);
     plan::PlanTarget target;
     target.largestPlan = ~std::size_t{0};
+    target.cacheShare = ~std::size_t{0};
     EXPECT_FALSE(plan::ScoringPlan::Make(*data, kernel, std::size_t{1} << 25, target));
     EXPECT_TRUE(plan::ScoringPlan::Make(*data, kernel, std::size_t{1} << 5, target));
 }
