@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 #include <libsvm/svm.h>
 
+#include <algorithm>
 #include <cmath>
 #include <exception>
 #include <iostream>
@@ -14,9 +15,13 @@
 #include <vector>
 
 #include "benchmarks/svm/LibsvmPeer.h"
+#include "benchmarks/svm/peak_terms.h"
 #include "svm/SVMKFLinear.h"
 #include "svm/SVMKFPolynomial.h"
 #include "svm/SVMKFRBF.h"
+#include "svm/elementary/elementary_kernels.h"
+#include "svm/elementary/exact_exp.h"
+#include "svm/elementary/exact_pow.h"
 #include "svm/plan/ScoringPlan.h"
 
 namespace {
@@ -25,6 +30,7 @@ using benchmarks::LibsvmPeer;
 using KwBrevix_930::ST_SUPPORTVECTORMACHINE;
 using KwBrevix_930::SVMModelData;
 using KwBrevix_930::SVMVectorInstance;
+using KwBrevix_930::plan::PlanTarget;
 using KwBrevix_930::plan::PlanWorkspace;
 using KwBrevix_930::plan::ScoringPlan;
 using Values = std::vector<double>;
@@ -67,6 +73,17 @@ std::unique_ptr<KwSVM_700::SVMKernelFunction> MakeKernel(const SVMModelData& dat
     }
 }
 
+// Which version of the loops a plan calls: the processor's best, or the one that every processor of the family has.
+enum class Level { kFastest, kBaseline };
+
+PlanTarget TargetOf(Level level) {
+    if (level == Level::kFastest)
+        return {};
+    static const KwSVM_700::ExactExp exp(KwSVM_700::kBaselineElementaryKernels);
+    static const KwSVM_700::ExactPow pow(KwSVM_700::kBaselineElementaryKernels);
+    return {.loops = &KwBrevix_930::plan::kBaselineLoops, .elementary = {&exp, &pow}};
+}
+
 // A model whose numbers are exact in single precision, as those of images are, and kCases cases. A vector belongs to
 // one category and to all its machines.
 class Subject {
@@ -74,7 +91,8 @@ public:
     explicit Subject(const Shape& shape) : fShape(shape), fRandom(shape.columns + shape.vectors) {
         MakeModel();
         fKernel = MakeKernel(fData);
-        fPlan = ScoringPlan::Make(fData, *fKernel, shape.columns);
+        for (const Level level : {Level::kFastest, Level::kBaseline})
+            fPlans.push_back(ScoringPlan::Make(fData, *fKernel, shape.columns, TargetOf(level)));
         fPeer = std::make_unique<LibsvmPeer>(fData);
         fIndices.resize(shape.columns);
         std::iota(fIndices.begin(), fIndices.end(), 0);
@@ -87,7 +105,9 @@ public:
     std::string GetName() const { return fShape.name; }
     std::size_t GetMachineCount() const { return fData.GetMachines().size(); }
     const LibsvmPeer& GetPeer() const { return *fPeer; }
-    const ScoringPlan& GetPlan() const { return *fPlan; }
+    const ScoringPlan& GetPlan(Level level) const { return *fPlans[static_cast<std::size_t>(level)]; }
+    // The numbers of all support vectors, zeros included.
+    double GetTermCount() const { return static_cast<double>(fShape.columns) * static_cast<double>(fShape.vectors); }
     const Values& GetCase(std::size_t i) const { return fCases[i]; }
     const svm_node* GetNodes(std::size_t i) const { return fNodes[i].data(); }
     const double* GetColumns() const { return fColumns.data(); }
@@ -167,24 +187,36 @@ private:
 
     // Refuses a model of which not all ways say the same: the same bits, or nearly so for LIBSVM.
     void Compare() const {
-        if (!fPlan)
+        std::vector<Values> plain(2, Values(GetMachineCount()));
+        for (std::size_t i = 0; i < plain.size(); ++i) {
+            DecidePlainly(fCases[i], plain[i]);
+            ComparePeer(i, plain[i]);
+        }
+        for (const auto& plan : fPlans)
+            ComparePlan(plan.get(), plain);
+    }
+
+    void ComparePeer(std::size_t i, const Values& plain) const {
+        Values peers(GetMachineCount());
+        svm_predict_values(fPeer->GetModel(), fNodes[i].data(), peers.data());
+        const double scale = 100.0 * static_cast<double>(fShape.vectors);
+        for (std::size_t m = 0; m < plain.size(); ++m) {
+            if (!(std::fabs(fPeer->GetDecision(peers, m) - plain[m]) <= kTolerance * scale))
+                throw std::runtime_error(GetName() + ": LIBSVM says something else");
+        }
+    }
+
+    // plain: the decisions of the first cases.
+    void ComparePlan(const ScoringPlan* plan, const std::vector<Values>& plain) const {
+        if (!plan)
             throw std::runtime_error(GetName() + ": no plan");
         Values batch(kCases * GetMachineCount());
-        fPlan->DecideBatch(kCases, fColumns.data(), kCases, batch.data());
-        Values plain(GetMachineCount());
-        Values planned(GetMachineCount());
-        Values peers(GetMachineCount());
-        for (std::size_t i = 0; i < 2; ++i) {
-            DecidePlainly(fCases[i], plain);
-            fPlan->Decide(fCases[i].data(), planned.data());
-            svm_predict_values(fPeer->GetModel(), fNodes[i].data(), peers.data());
-            for (std::size_t m = 0; m < plain.size(); ++m) {
-                if (planned[m] != plain[m] || batch[i * GetMachineCount() + m] != plain[m])
-                    throw std::runtime_error(GetName() + ": the plan has other bits");
-                const double scale = 100.0 * static_cast<double>(fShape.vectors);
-                if (!(std::fabs(fPeer->GetDecision(peers, m) - plain[m]) <= kTolerance * scale))
-                    throw std::runtime_error(GetName() + ": LIBSVM says something else");
-            }
+        plan->DecideBatch(kCases, fColumns.data(), kCases, batch.data());
+        for (std::size_t i = 0; i < plain.size(); ++i) {
+            Values planned(GetMachineCount());
+            plan->Decide(fCases[i].data(), planned.data());
+            if (planned != plain[i] || !std::equal(planned.begin(), planned.end(), &batch[i * GetMachineCount()]))
+                throw std::runtime_error(GetName() + ": the plan has other bits");
         }
     }
 
@@ -193,7 +225,8 @@ private:
     SVMModelData fData;
     std::vector<SVMVectorInstance*> fVectors;
     std::unique_ptr<KwSVM_700::SVMKernelFunction> fKernel;
-    std::unique_ptr<const ScoringPlan> fPlan;
+    // By level.
+    std::vector<std::unique_ptr<const ScoringPlan>> fPlans;
     std::unique_ptr<LibsvmPeer> fPeer;
     std::vector<std::int32_t> fIndices;
     std::vector<Values> fCases;
@@ -222,25 +255,34 @@ void Measure(benchmark::State& state, std::size_t machines, Decide decide) {
     }
 }
 
+template <Level kLevel>
 void BM_Plan(benchmark::State& state, const Shape& shape) {
     const Subject& subject = Find(shape);
     PlanWorkspace work;
     Measure(state, subject.GetMachineCount(), [&](std::size_t i, Values& decisions) {
-        subject.GetPlan().Decide(subject.GetCase(i).data(), decisions.data(), work);
+        subject.GetPlan(kLevel).Decide(subject.GetCase(i).data(), decisions.data(), work);
     });
 }
 
+// Beside time a radial basis has its share of the peak: how much of the time the differences, squares and sums would
+// take alone, if nothing had to be fetched.
+template <Level kLevel>
 void BM_Batch(benchmark::State& state, const Shape& shape) {
     const Subject& subject = Find(shape);
+    const ScoringPlan& plan = subject.GetPlan(kLevel);
+    const double peak = benchmarks::MeasurePeakTerms(TargetOf(kLevel).loops->name);
     Values decisions(kCases * subject.GetMachineCount());
     std::vector<const double*> columns;
-    for (std::size_t p = 0; p < subject.GetPlan().GetColumnCount(); ++p)
+    for (std::size_t p = 0; p < plan.GetColumnCount(); ++p)
         columns.push_back(subject.GetColumns() + p * kCases);
     PlanWorkspace work;
     while (state.KeepRunningBatch(kCases)) {
-        subject.GetPlan().DecideBatch(kCases, columns.data(), decisions.data(), work);
+        plan.DecideBatch(kCases, columns.data(), decisions.data(), work);
         benchmark::ClobberMemory();
     }
+    if (peak > 0.0 && shape.kernel == SVMModelData::kRadialBasis && !shape.isBinary)
+        state.counters["share_of_peak"] =
+            benchmark::Counter(subject.GetTermCount() / peak, benchmark::Counter::kIsIterationInvariantRate);
 }
 
 void BM_Plain(benchmark::State& state, const Shape& shape) {
@@ -262,8 +304,10 @@ void Register(const Shape& shape) {
         benchmark::RegisterBenchmark((subject + "/" + name).c_str(),
                                      [&shape, measure](benchmark::State& state) { measure(state, shape); });
     };
-    add("BM_Plan", BM_Plan);
-    add("BM_Plan_batch", BM_Batch);
+    add("BM_Plan", BM_Plan<Level::kFastest>);
+    add("BM_Plan_batch", BM_Batch<Level::kFastest>);
+    add("BM_Plan_baseline", BM_Plan<Level::kBaseline>);
+    add("BM_Plan_baseline_batch", BM_Batch<Level::kBaseline>);
     add("BM_Plan_plain", BM_Plain);
     add("BM_Plan_svm_predict_values", BM_Libsvm);
 }
