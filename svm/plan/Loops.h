@@ -22,10 +22,8 @@ struct TermLoops {
     /// sums[row] for the one case x. rows: a whole number of blocks.
     void (*oneCase)(std::size_t columns, std::size_t rows, const double* blocks, const double* x, double* sums);
     void (*oneCaseOfFloats)(std::size_t columns, std::size_t rows, const float* blocks, const double* x, double* sums);
-    /// Adds the terms of some columns of one block to sums[row]. isFirst: to zero, whatever stands in sums.
-    void (*addToCase)(std::size_t columns, const double* block, const double* x, double* sums, bool isFirst);
-    /// The same to sums[kTile * row + c] for the cases c of a tile. rows: how many are wanted, while sums has room for
-    /// kBlock.
+    /// Adds the terms of some columns of one block to sums[kTile * row + c] for the cases c of a tile. rows: how many
+    /// are wanted, while sums has room for kBlock. isFirst: to zero, whatever stands in sums.
     void (*addToTile)(std::size_t columns, std::size_t rows, const double* block, const double* tile, double* sums,
                       bool isFirst);
 };

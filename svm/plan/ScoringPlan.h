@@ -70,7 +70,6 @@ private:
     bool TakeMachines(Machines machines, Survey& survey);
     void SurveyRows(Survey& survey) const;
     bool IsListed(const Survey& survey) const;
-    bool IsSpread(const Survey& survey, const Target& target) const;
     bool FitsCache(const Target& target) const;
     bool FitsFloats(const Survey& survey, const Target& target) const;
     double GetRowBytes(const Survey& survey, const Target& target) const;
@@ -79,7 +78,6 @@ private:
     void LayOutLists(const Survey& survey, const Loops& loops);
     template <class Stored>
     void LayOutDense(const Loops& loops);
-    void LayOutSpread(const Survey& survey, const Loops& loops);
     bool HasNoPlaceInBlocks(const MergedVector& vector) const;
     const TermLoops& GetTerms(const Loops& loops) const {
         return fShape.TakesDistance() ? loops.distances : loops.products;

@@ -10,7 +10,6 @@
 #include <unordered_map>
 
 #include "svm/plan/DenseRows.h"
-#include "svm/plan/SpreadRows.h"
 #include "svm/plan/merged_vector.h"
 
 namespace KwBrevix_930::plan {
@@ -20,10 +19,6 @@ namespace {
 // Where fewer of the columns than this are there, a dot product runs over lists of them. Squared distances add the
 // case's numbers at every column.
 constexpr double kListedBelow = 0.3;
-
-// Where fewer are there than this, and the whole rows would not stay in a cache, lists of them are spread out anew for
-// each case: fetching all columns would take longer.
-constexpr double kSpreadBelow = 0.2;
 
 constexpr std::size_t kMostColumns = std::numeric_limits<std::int32_t>::max();
 
@@ -133,11 +128,6 @@ bool ScoringPlan::FitsCache(const Target& target) const {
     return DenseRows<double>::GetByteCount(fRows.size(), fColumns.size()) <= static_cast<double>(target.cacheShare);
 }
 
-bool ScoringPlan::IsSpread(const Survey& survey, const Target& target) const {
-    const double all = static_cast<double>(fRows.size()) * static_cast<double>(fColumns.size());
-    return !FitsCache(target) && static_cast<double>(survey.entryCount) < kSpreadBelow * all;
-}
-
 bool ScoringPlan::FitsFloats(const Survey& survey, const Target& target) const {
     return !FitsCache(target) && survey.areFloats;
 }
@@ -145,8 +135,6 @@ bool ScoringPlan::FitsFloats(const Survey& survey, const Target& target) const {
 double ScoringPlan::GetRowBytes(const Survey& survey, const Target& target) const {
     if (IsListed(survey))
         return ProductLists::GetByteCount(survey.rowLengths);
-    if (IsSpread(survey, target))
-        return SpreadRows::GetByteCount(fRows.size(), fColumns.size(), survey.entryCount);
     if (FitsFloats(survey, target))
         return DenseRows<float>::GetByteCount(fRows.size(), fColumns.size());
     return DenseRows<double>::GetByteCount(fRows.size(), fColumns.size());
@@ -167,8 +155,6 @@ void ScoringPlan::LayOutRows(const Survey& survey, const Target& target) {
     fMergedRows.reserve(survey.mergedRowCount);
     if (IsListed(survey))
         LayOutLists(survey, loops);
-    else if (IsSpread(survey, target))
-        LayOutSpread(survey, loops);
     else if (FitsFloats(survey, target))
         LayOutDense<float>(loops);
     else
@@ -209,21 +195,6 @@ void ScoringPlan::LayOutDense(const Loops& loops) {
             dense->Set(row, static_cast<std::size_t>(entry.column), entry.value);
     }
     fSums = std::move(dense);
-}
-
-void ScoringPlan::LayOutSpread(const Survey& survey, const Loops& loops) {
-    auto spread = std::make_unique<SpreadRows>(fRows.size(), fColumns.size(), survey.entryCount, GetTerms(loops));
-    MergedVector merged;
-    for (std::size_t row = 0; row < fRows.size(); ++row) {
-        MergeWithCase(*fRows[row], fColumns.size(), merged);
-        if (HasNoPlaceInBlocks(merged)) {
-            fMergedRows.push_back(static_cast<std::uint32_t>(row));
-            merged.matched.clear();
-        }
-        spread->Add(merged);
-    }
-    spread->Finish();
-    fSums = std::move(spread);
 }
 
 void ScoringPlan::LayOutBits(const Loops& loops) {

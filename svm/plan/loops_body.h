@@ -122,23 +122,6 @@ inline void StoreSums(const Pack (&s)[kPacks], double* sums) {
         Store(s[i], sums + i * kLanes);
 }
 
-template <class Term>
-void AddToCase(std::size_t columns, const double* block, const double* x, double* sums, bool isFirst) {
-    constexpr std::size_t kPacks = kBlock / kLanes;
-    Pack s[kPacks];
-    LoadSums(sums, isFirst, s);
-    for (std::size_t p = 0; p < columns; ++p) {
-        const double number = x[p];
-#pragma GCC unroll 8
-        for (std::size_t j = 0; j < kPacks; ++j) {
-            Pack y;
-            Load(block + p * kBlock + j * kLanes, y);
-            Term::Add(number, y, s[j]);
-        }
-    }
-    StoreSums(s, sums);
-}
-
 // For kAtOnce vectors of a block.
 template <class Term, std::size_t kAtOnce>
 inline void AddVectorsToTile(std::size_t columns, const double* vectors, const double* tile, double* sums,
@@ -381,7 +364,7 @@ void CountTile(std::size_t words, const std::uint64_t* block, const std::uint64_
 
 template <class Term>
 constexpr TermLoops LoopsOf() {
-    return {SumCase<Term, double>, SumCase<Term, float>, AddToCase<Term>, AddToTile<Term>};
+    return {SumCase<Term, double>, SumCase<Term, float>, AddToTile<Term>};
 }
 
 constexpr Loops Table(const char* name) {

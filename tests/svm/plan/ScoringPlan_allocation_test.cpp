@@ -42,10 +42,6 @@ TEST(ScoringPlanMemory, OfListsIsCounted) {
     ExpectAllMemoryCounted({SVMModelData::kLinear, 90, 203, 3, 0.1}, kMuchCache);
 }
 
-TEST(ScoringPlanMemory, OfRowsThatAreSpreadOutIsCounted) {
-    ExpectAllMemoryCounted({SVMModelData::kRadialBasis, 300, 203, 3, 0.05}, kNoCache);
-}
-
 // With as many sums as there are columns, and more for the ones that meet none.
 TEST(ScoringPlanMemory, OfBitsIsCounted) {
     ExpectAllMemoryCounted({SVMModelData::kRadialBasis, 4001, 20, 2, 0.5, Numbers::kBits}, kMuchCache);

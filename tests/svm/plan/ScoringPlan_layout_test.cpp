@@ -20,7 +20,6 @@ struct Calls {
     int distancesOfFloats = 0;
     int products = 0;
     int productsOfFloats = 0;
-    int stretches = 0;
     int lists = 0;
     int bits = 0;
     int bitsOfTiles = 0;
@@ -40,12 +39,6 @@ template <TermLoops Loops::*kTerms, int Calls::*kCount>
 void CountFloats(std::size_t columns, std::size_t rows, const float* blocks, const double* x, double* sums) {
     ++(g_calls.*kCount);
     (kBaselineLoops.*kTerms).oneCaseOfFloats(columns, rows, blocks, x, sums);
-}
-
-template <TermLoops Loops::*kTerms, int Calls::*kCount>
-void CountStretch(std::size_t columns, const double* block, const double* x, double* sums, bool isFirst) {
-    ++(g_calls.*kCount);
-    (kBaselineLoops.*kTerms).addToCase(columns, block, x, sums, isFirst);
 }
 
 void CountList(std::size_t length, const std::int32_t* indices, const double* factors, const double* source,
@@ -69,11 +62,9 @@ void CountTile(std::size_t words, const std::uint64_t* block, const std::uint64_
 Loops CountedLoops() {
     Loops loops = kBaselineLoops;
     loops.distances = {CountDense<&Loops::distances, &Calls::distances>,
-                       CountFloats<&Loops::distances, &Calls::distancesOfFloats>,
-                       CountStretch<&Loops::distances, &Calls::stretches>, kBaselineLoops.distances.addToTile};
+                       CountFloats<&Loops::distances, &Calls::distancesOfFloats>, kBaselineLoops.distances.addToTile};
     loops.products = {CountDense<&Loops::products, &Calls::products>,
-                      CountFloats<&Loops::products, &Calls::productsOfFloats>,
-                      CountStretch<&Loops::products, &Calls::stretches>, kBaselineLoops.products.addToTile};
+                      CountFloats<&Loops::products, &Calls::productsOfFloats>, kBaselineLoops.products.addToTile};
     loops.lists.oneCase = CountList;
     loops.bits.differing = {CountCase<&BitLoops::differing>, CountTile<&BitLoops::differing>};
     loops.bits.common = {CountCase<&BitLoops::common>, CountTile<&BitLoops::common>};
@@ -116,16 +107,6 @@ TEST(ScoringPlanLayout, OfDotProductsIsInListsWhereFewColumnsAreThere) {
 
 TEST(ScoringPlanLayout, OfDistancesIsDenseHoweverFewColumnsAreThere) {
     EXPECT_EQ(CallsFor(SVMModelData::kRadialBasis, 0.05, Numbers::kPlain, kMuchCache, Numbers::kPlain),
-              (Calls{.distances = 1, .lists = kListsOfMachines}));
-}
-
-// 20 columns are one stretch.
-TEST(ScoringPlanLayout, OfDistancesIsSpreadOutOfListsWhereFewColumnsAreThereAndTheCacheIsTooSmall) {
-    for (const Numbers numbers : {Numbers::kPlain, Numbers::kFloats}) {
-        EXPECT_EQ(CallsFor(SVMModelData::kRadialBasis, 0.05, numbers, kNoCache, Numbers::kPlain),
-                  (Calls{.stretches = kBlocks, .lists = kListsOfMachines}));
-    }
-    EXPECT_EQ(CallsFor(SVMModelData::kRadialBasis, 0.4, Numbers::kPlain, kNoCache, Numbers::kPlain),
               (Calls{.distances = 1, .lists = kListsOfMachines}));
 }
 

@@ -60,7 +60,7 @@ const ElementaryOf& GetElementaryOf(const Loops& loops) {
 }
 
 // Every version of the loops, with exp and pow of its own, for a cache that holds all vectors and for one that holds
-// none: those are stored in single precision where that is exact, or spread out where they have few columns.
+// none: those are stored in single precision where that is exact.
 std::vector<PlanTarget> AllTargets(const Shape& shape) {
     std::vector<PlanTarget> targets;
     const bool mayBeNarrow =
