@@ -2,15 +2,14 @@
 # It links the plug-in's objects, so the tests reach its hidden classes too.
 include(GoogleTest)
 
-# Where nothing is kept between builds, the frameworks' headers are parsed once for all tests.
-if(CMAKE_CROSSCOMPILING)
+# The frameworks' headers, for all tests.
+if(BREVIX_PRECOMPILE_HEADERS)
     file(WRITE ${PROJECT_BINARY_DIR}/test_headers.cpp "// Carries the headers that all tests share.\n")
     add_library(test_headers OBJECT ${PROJECT_BINARY_DIR}/test_headers.cpp)
     kw_compile_options(test_headers)
-    target_compile_options(test_headers PRIVATE -Wno-restrict -O0)
+    target_compile_options(test_headers PRIVATE -Wno-restrict $<$<BOOL:${CMAKE_CROSSCOMPILING}>:-O0>)
     target_link_libraries(test_headers PRIVATE GTest::gmock)
-    target_precompile_headers(test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h> <algorithm> <cmath> <cstdint>
-        <filesystem> <fstream> <limits> <memory> <random> <sstream> <string> <thread> <vector>)
+    kw_precompile_headers(test_headers <gmock/gmock.h> <gtest/gtest.h> <filesystem> <fstream> <random> <thread>)
 endif()
 
 function(kw_add_test name)
@@ -22,10 +21,12 @@ function(kw_add_test name)
     endif()
     target_link_libraries(${name} PRIVATE brevix_svm_objects brevix_host GTest::gmock GTest::gtest_main)
     target_compile_definitions(${name} PRIVATE BREVIX_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    if(BREVIX_PRECOMPILE_HEADERS)
+        target_precompile_headers(${name} REUSE_FROM test_headers)
+    endif()
     if(CMAKE_CROSSCOMPILING)
         # Tests of this size compile longer than they run.
         target_compile_options(${name} PRIVATE -O0)
-        target_precompile_headers(${name} REUSE_FROM test_headers)
         add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
         set_tests_properties(${name} PROPERTIES TIMEOUT 900)
         return()

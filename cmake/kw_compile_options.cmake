@@ -14,3 +14,12 @@ function(kw_compile_options target)
         target_link_options(${target} PUBLIC -fsanitize=${BREVIX_SANITIZE})
     endif()
 endfunction()
+
+# kw_precompile_headers(target headers...): where asked for, parses headers that most sources of a target include once
+# for all of them.
+function(kw_precompile_headers target)
+    if(BREVIX_PRECOMPILE_HEADERS)
+        target_precompile_headers(${target} PRIVATE ${ARGN} <algorithm> <cmath> <cstdint> <limits> <map> <memory> <optional>
+            <sstream> <string> <string_view> <unordered_map> <vector>)
+    endif()
+endfunction()

@@ -12,5 +12,7 @@ function(kw_instruction_set set)
         list(APPEND options -Wa,-muse-unaligned-vector-move)
     endif()
     target_sources(brevix_svm_objects PRIVATE ${ARGN})
-    set_source_files_properties(${ARGN} TARGET_DIRECTORY brevix_svm_objects PROPERTIES COMPILE_OPTIONS "${options}")
+    # Nothing of the standard library may be compiled for them.
+    set_source_files_properties(${ARGN} TARGET_DIRECTORY brevix_svm_objects PROPERTIES COMPILE_OPTIONS "${options}"
+        SKIP_PRECOMPILE_HEADERS ON)
 endfunction()

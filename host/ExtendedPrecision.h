@@ -1,4 +1,4 @@
-// The precision that the platform's exp, log and pow count on. Internal.
+// The precision that the platform's exp and pow count on. Internal.
 #pragma once
 
 #include <cstdint>

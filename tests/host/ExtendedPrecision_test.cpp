@@ -34,21 +34,18 @@ TEST(ExtendedPrecision, LeavesTheControlWordAsItWas) {
 // Otherwise nothing that is tested under both precisions would tell anything.
 TEST(ExtendedPrecision, MattersToThePlatformsFunctions) {
     int exps = 0;
-    int logs = 0;
     int pows = 0;
     for (double x = 0.37; x < 40.0; x += 0.173) {
         const auto compute = [x](std::uint16_t word) {
             const UnderControlWord control(word);
-            return std::array{std::exp(x), std::log(x), std::pow(x, 2.375)};
+            return std::array{std::exp(x), std::pow(x, 2.375)};
         };
         const auto rounded = compute(test_support::kDoublePrecision);
         const auto extended = compute(test_support::kExtendedPrecision);
         exps += rounded[0] != extended[0];
-        logs += rounded[1] != extended[1];
-        pows += rounded[2] != extended[2];
+        pows += rounded[1] != extended[1];
     }
     EXPECT_GT(exps, 0);
-    EXPECT_GT(logs, 0);
     EXPECT_GT(pows, 0);
 }
 #endif
