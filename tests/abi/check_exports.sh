@@ -8,8 +8,14 @@ export LC_ALL
 listed=$(grep -v '^#' "$2" | sort -u)
 case "$1" in
     *.dll)
-        shown=$(x86_64-w64-mingw32-objdump -p "$1" | sed -n '/^\[Ordinal\/Name Pointer\]/,/^$/p' |
-            awk 'NR > 1 && NF {print $NF}' | sort -u)
+        headers=$(x86_64-w64-mingw32-objdump -p "$1")
+        shown=$(sed -n '/^\[Ordinal\/Name Pointer\]/,/^$/p' <<<"$headers" | awk 'NR > 1 && NF {print $NF}' | sort -u)
+        # What is shown by number alone has no name.
+        if [ "$(awk '/^\tExport Address Table/ {print $NF; exit}' <<<"$headers")" != \
+            "$(awk '/^\t\[Name Pointer\/Ordinal\] Table/ {print $NF; exit}' <<<"$headers")" ]; then
+            echo "$1 shows something without a name" >&2
+            exit 1
+        fi
         listed=$(grep -v '^_ZTS' <<<"$listed")
         ;;
     *) shown=$(nm -D --defined-only "$1" | awk '{print $3}' | sort -u) ;;
