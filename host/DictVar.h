@@ -95,12 +95,13 @@ public:
     std::optional<double> ParseText(std::string_view text) const;
 
     /// What scoring takes of a text that no treatment concerns, sooner than by way of the record.
+    /// text: ShortDecimal::kFront bytes in front of its end are there to be read; which ones does not matter.
     /// number: becomes the number that the text is, or the index of its category where the variable's values are texts,
     /// -1 for a text that is none.
     /// Returns: false for a text that is missing or invalid or that something else stands in for.
     bool ReadPlain(std::string_view text, double& number) const {
         // What is so short is neither NaN nor the system-missing value.
-        return (!fHasNumberRules && ShortDecimal::Parse(text, number)) || ReadByRules(text, number);
+        return (!fHasNumberRules && ShortDecimal::ParseWithFront(text, number)) || ReadByRules(text, number);
     }
 
     /// Returns: whether the declaration allows a value, whatever the treatment.

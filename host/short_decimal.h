@@ -2,6 +2,7 @@
 #pragma once
 
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -17,8 +18,25 @@ public:
     static bool Parse(std::string_view text, double& number) {
         const bool isNegative = !text.empty() && text.front() == '-';
         text.remove_prefix(isNegative ? 1 : 0);
-        return text.size() - 1 < 8 ? ParseEight(text.data(), text.size(), isNegative, number)
-                                   : ParseMore(text, isNegative, number);
+        if (text.size() - 1 >= 8)
+            return ParseMore(text, isNegative, number);
+        const std::uint64_t characters = Load(text.data(), text.size());
+        return ParseEight((characters ^ '0' * kEachByte) << 8 * (8 - text.size()), text.size(), isNegative, number);
+    }
+
+    /// How many bytes in front of its end must be there to be read of a text that ParseWithFront is given.
+    static constexpr std::size_t kFront = 8;
+
+    /// The same, sooner: what stands in front of a short text is read along with it, and does not matter.
+    static bool ParseWithFront(std::string_view text, double& number) {
+        const bool isNegative = !text.empty() && text.front() == '-';
+        const std::size_t size = text.size() - (isNegative ? 1 : 0);
+        if (size - 1 >= 8)
+            return ParseMore(text.substr(isNegative ? 1 : 0), isNegative, number);
+        const char* first = text.data() + text.size() - kFront;
+        const auto front = static_cast<unsigned>(8 * (8 - size));
+        const std::uint64_t characters = FourBytes(first) | FourBytes(first + 4) << 32;
+        return ParseEight((characters ^ '0' * kEachByte) >> front << front, size, isNegative, number);
     }
 
 private:
@@ -30,7 +48,7 @@ private:
 
     static double Quotient(std::int64_t digits, unsigned countBehindPoint, bool isNegative) {
         const double magnitude = static_cast<double>(digits) / kPowers[countBehindPoint];
-        return isNegative ? -magnitude : magnitude;
+        return std::bit_cast<double>(std::bit_cast<std::uint64_t>(magnitude) | std::uint64_t{isNegative} << 63);
     }
 
     static std::uint64_t Byte(const char* text, std::size_t place) {
@@ -57,9 +75,8 @@ private:
                                          32);
     }
 
-    static bool ParseEight(const char* text, std::size_t size, bool isNegative, double& number) {
-        // In each byte what the character differs from '0' by, the last one in the highest byte.
-        std::uint64_t digits = (Load(text, size) ^ '0' * kEachByte) << 8 * (8 - size);
+    // digits: in each byte what a character differs from '0' by, the last one in the highest byte; zeros in front.
+    static bool ParseEight(std::uint64_t digits, std::size_t size, bool isNegative, double& number) {
         const std::uint64_t others = digits ^ ('.' ^ '0') * kEachByte;
         const std::uint64_t points = (others - kEachByte) & ~others & kHighBits;
         unsigned countBehindPoint = 0;

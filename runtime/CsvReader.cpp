@@ -58,6 +58,20 @@ std::vector<int> findColumns(const std::vector<std::string>& header, const std::
     return wantedByColumn;
 }
 
+std::vector<std::size_t> findLacking(std::size_t wantedCount, const std::vector<int>& wantedByColumn) {
+    std::vector<bool> isThere(wantedCount);
+    for (const int wanted : wantedByColumn) {
+        if (wanted >= 0)
+            isThere[static_cast<std::size_t>(wanted)] = true;
+    }
+    std::vector<std::size_t> lacking;
+    for (std::size_t i = 0; i < wantedCount; ++i) {
+        if (!isThere[i])
+            lacking.push_back(i);
+    }
+    return lacking;
+}
+
 }  // namespace
 
 CsvReader::CsvReader(ByteSource& source, char separator, const std::vector<std::string>& columns,
@@ -68,8 +82,7 @@ CsvReader::CsvReader(ByteSource& source, char separator, const std::vector<std::
       fIsOptional(isOptional),
       fParser(std::make_unique<csv_parser>()),
       fSeparator(separator),
-      fRow(columns.size()),
-      fPlainCells(columns.size()) {
+      fRow(columns.size()) {
     csv_init(fParser.get(), CSV_STRICT | CSV_STRICT_FINI | CSV_REPALL_NL);
     csv_set_delim(fParser.get(), static_cast<unsigned char>(separator));
     csv_set_space_func(fParser.get(), isNeverBlank);
@@ -156,32 +169,41 @@ std::string_view CsvReader::takePlainRows(std::string_view text) {
 // Takes a row with as many cells as the header and neither quotes nor line ends in them.
 // Returns: where the next row starts; start, and nothing is taken, for any other row.
 std::size_t CsvReader::takePlainRow(std::string_view text, std::size_t start, CellMarks& marks) {
+    Row::Cell* cells = fRows.addRow(fWanted.size());
+    for (const std::size_t column : fLackingColumns)
+        cells[column] = Row::Cell();
+    const std::size_t next = cutPlainRow(text, start, marks, cells);
+    if (next == start)
+        fRows.dropRow();
+    else
+        ++fRowCount;
+    return next;
+}
+
+// Sets the cells whose columns are wanted.
+std::size_t CsvReader::cutPlainRow(std::string_view text, std::size_t start, CellMarks& marks, Row::Cell* cells) const {
     const std::size_t base = fRows.getTextSize();
     const auto isMark = [text](std::size_t place, char mark) { return place < text.size() && text[place] == mark; };
     const auto take = [&](int wanted, std::size_t cell, std::size_t end) {
         if (wanted >= 0)
-            fPlainCells[static_cast<std::size_t>(wanted)] = {base + cell, static_cast<std::uint32_t>(end - cell),
-                                                             end == cell ? Row::kMissing : Row::kText};
+            cells[wanted] = {base + cell, static_cast<std::uint32_t>(end - cell),
+                             end == cell ? Row::kMissing : Row::kText};
     };
     std::size_t cell = start;
-    const std::size_t last = fWantedByColumn.size() - 1;
-    for (std::size_t column = 0; column < last; ++column) {
+    const int* wanted = fWantedByColumn.data();
+    for (const int* last = wanted + fWantedByColumn.size() - 1; wanted != last; ++wanted) {
         const std::size_t end = marks.next();
         if (!isMark(end, fSeparator))
             return start;
-        take(fWantedByColumn[column], cell, end);
+        take(*wanted, cell, end);
         cell = end + 1;
     }
     const std::size_t end = marks.next();
     const std::size_t lineEnd = isMark(end, '\r') ? marks.next() : end;
-    if (!isMark(lineEnd, '\n') || lineEnd > end + 1)
-        return start;
-    take(fWantedByColumn[last], cell, end);
     // An empty line is no row, or one that is not plain.
-    if (end == start)
+    if (!isMark(lineEnd, '\n') || lineEnd > end + 1 || end == start)
         return start;
-    fRows.appendCells(fPlainCells);
-    ++fRowCount;
+    take(*wanted, cell, end);
     return lineEnd + 1;
 }
 
@@ -237,6 +259,7 @@ void CsvReader::takeRow(int lineEnd) {
             fHeader.emplace_back();
         fHasHeader = true;
         fWantedByColumn = findColumns(fHeader, fWanted, fIsOptional, fName);
+        fLackingColumns = findLacking(fWanted.size(), fWantedByColumn);
     } else if (fCellCount == 0 && fHeader.size() > 1) {
         ++fEmptyLineCount;
     } else {

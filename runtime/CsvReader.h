@@ -44,6 +44,7 @@ private:
     void check(bool isRead) const;
     std::string_view takePlainRows(std::string_view text);
     std::size_t takePlainRow(std::string_view text, std::size_t start, CellMarks& marks);
+    std::size_t cutPlainRow(std::string_view text, std::size_t start, CellMarks& marks, Row::Cell* cells) const;
     void readHeader();
     void takeCell(std::string_view text);
     void takeHeaderCell(std::string_view text);
@@ -64,6 +65,8 @@ private:
     bool fIsAtEnd = false;
     // For each column of the table, which of the wanted ones it is; -1 for none.
     std::vector<int> fWantedByColumn;
+    // The wanted ones that the table does not have.
+    std::vector<std::size_t> fLackingColumns;
     char fSeparator;
     Row fRow;
     std::size_t fCellCount = 0;
@@ -72,8 +75,6 @@ private:
     bool fFollowsCarriageReturn = false;
     // Whether the parser has just read the line feed that ends a row.
     bool fIsBetweenRows = false;
-    // The wanted cells of a plain row.
-    std::vector<Row::Cell> fPlainCells;
     // The rows that the last piece of text completed.
     RowBatch fRows;
 };

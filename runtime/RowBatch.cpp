@@ -1,25 +1,25 @@
 // Some rows of a table.
 #include "runtime/RowBatch.h"
 
+#include <algorithm>
+
 namespace brevix {
 
 void RowBatch::clear() {
     fRowCount = 0;
-    fCells.clear();
-    fText.clear();
+    fText.resize(KwBrevix_930::ShortDecimal::kFront);
 }
 
 void RowBatch::append(const Row& row) {
-    appendCells(row.fCells);
-    for (std::size_t i = fCells.size() - fWidth; i < fCells.size(); ++i)
-        fCells[i].start += fText.size();
+    Row::Cell* cells = addRow(row.fCells.size());
+    std::copy(row.fCells.begin(), row.fCells.end(), cells);
+    for (std::size_t i = 0; i < fWidth; ++i)
+        cells[i].start += fText.size();
     appendText(row.fText);
 }
 
-void RowBatch::appendCells(const std::vector<Row::Cell>& cells) {
-    fWidth = cells.size();
-    fCells.insert(fCells.end(), cells.begin(), cells.end());
-    ++fRowCount;
+void RowBatch::makeRoom() {
+    fCells.resize(2 * fRowCount * fWidth);
 }
 
 }  // namespace brevix

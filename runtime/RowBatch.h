@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/short_decimal.h"
 #include "runtime/Row.h"
 
 namespace brevix {
@@ -14,26 +15,39 @@ class RowBatch {
 public:
     void clear();
     void append(const Row& row);
-    /// Appends a row whose text follows: cells, one for each column, start where the text that appendText is given next
-    /// will stand.
-    void appendCells(const std::vector<Row::Cell>& cells);
-    /// text: of all rows whose cells were appended since the last text.
+    /// Adds a row whose text follows. width: the number of columns. Returns: its cells, all to be set, valid until the
+    /// next row; their texts start where the text that appendText is given next will stand.
+    Row::Cell* addRow(std::size_t width) {
+        fWidth = width;
+        ++fRowCount;
+        if (fCells.size() < fRowCount * width)
+            makeRoom();
+        return fCells.data() + (fRowCount - 1) * width;
+    }
+    /// Takes the last row back.
+    void dropRow() { --fRowCount; }
+    /// text: of all rows that were added since the last text.
     void appendText(std::string_view text) { fText += text; }
     std::size_t getTextSize() const { return fText.size(); }
 
     std::size_t getRowCount() const { return fRowCount; }
     Row::Kind getKind(std::size_t row, std::size_t column) const { return fCells[row * fWidth + column].kind; }
-    /// Returns: the cell's text as it stands in the table; numbers too.
+    /// Returns: the cell's text as it stands in the table; numbers too. ShortDecimal::kFront bytes in front of its end
+    /// may be read.
     std::string_view getText(std::size_t row, std::size_t column) const {
         const Row::Cell& cell = fCells[row * fWidth + column];
         return {fText.data() + cell.start, cell.length};
     }
 
 private:
+    void makeRoom();
+
     std::size_t fRowCount = 0;
     std::size_t fWidth = 0;
+    // Of the rows, and room for more.
     std::vector<Row::Cell> fCells;
-    std::string fText;
+    // Behind a few bytes that belong to no cell.
+    std::string fText = std::string(KwBrevix_930::ShortDecimal::kFront, '\0');
 };
 
 }  // namespace brevix

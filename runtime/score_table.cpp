@@ -134,10 +134,13 @@ private:
     }
 
     bool takePlain(PlainCases& cases, std::size_t place, const RowBatch& rows, std::size_t row) const {
-        const auto& variables = fModel.getInputVariables();
-        for (std::size_t i = 0; i < variables.size(); ++i) {
-            if (isMissing(rows, row, i) || !variables[i]->ReadPlain(rows.getText(row, i), cases.getNumbers(i)[place]))
+        double* number = cases.getNumbers(0) + place;
+        std::size_t input = 0;
+        for (const KwBrevix_930::DictVar* variable : fModel.getInputVariables()) {
+            if (isMissing(rows, row, input) || !variable->ReadPlain(rows.getText(row, input), *number))
                 return false;
+            number += PlainCases::kMost;
+            ++input;
         }
         return true;
     }
