@@ -270,6 +270,9 @@ bool DictVar::IsMissing(const ScoreValue* value) const {
 bool DictVar::IsValid(const ScoreValue* value) const {
     if (!value)
         return false;
+    // Without rules no treatment makes another number of a number.
+    if (!fHasNumberRules && value->GetType() == ScoreValue::kNumeric && !std::isnan(value->GetDouble()))
+        return true;
     // What this variable puts in place of a value is beyond its own rules.
     if (value == fInvalidReplacement.get() || (fLow && value == &*fLow) || (fHigh && value == &*fHigh))
         return true;

@@ -33,8 +33,8 @@ void ScoreMissingValueSet::Add(std::unique_ptr<ScoreValue> value) {
     fValues.push_back(std::move(value));
 }
 
-bool ScoreMissingValueSet::Contains(const ScoreValue& value) const {
-    return !fValues.empty() && std::any_of(fValues.begin(), fValues.end(), [&value](const auto& declared) {
+bool ScoreMissingValueSet::ContainsEqual(const ScoreValue& value) const {
+    return std::any_of(fValues.begin(), fValues.end(), [&value](const auto& declared) {
         return *declared == value || (IsNaN(*declared) && IsNaN(value));
     });
 }

@@ -19,9 +19,11 @@ public:
 
     bool IsEmpty() const { return fValues.empty(); }
     /// Returns: whether an equal value was added; here a number that is NaN equals another.
-    bool Contains(const ScoreValue& value) const;
+    bool Contains(const ScoreValue& value) const { return !fValues.empty() && ContainsEqual(value); }
 
 private:
+    bool ContainsEqual(const ScoreValue& value) const;
+
     std::vector<std::unique_ptr<ScoreValue>> fValues;
 };
 

@@ -16,7 +16,8 @@ namespace brevix {
 class CellMarks {
 public:
     /// text: must outlive this object.
-    CellMarks(std::string_view text, char separator) : fText(text), fSeparator(separator) { look(); }
+    CellMarks(std::string_view text, char separator)
+        : fText(text), fSeparator(separator), fMarks(look(text, separator)) {}
 
     /// Returns: the place of the next one; the text's size behind the last.
     std::size_t next() {
@@ -24,7 +25,7 @@ public:
             fFirst += kAtOnce;
             if (fFirst >= fText.size())
                 return fText.size();
-            look();
+            fMarks = look(fText.substr(fFirst), fSeparator);
         }
         const auto place = static_cast<std::size_t>(std::countr_zero(fMarks));
         fMarks &= fMarks - 1;
@@ -34,20 +35,18 @@ public:
 private:
     static constexpr std::size_t kAtOnce = 64;
 
-    void look() {
-        const std::size_t count = std::min(kAtOnce, fText.size() - fFirst);
-        if (count == kAtOnce) {
-            fMarks = find(fText.data() + fFirst);
-            return;
-        }
+    // Of the first characters of a text. Not of this object, which then need not be in memory.
+    [[gnu::noinline]] static std::uint64_t look(std::string_view text, char separator) {
+        if (text.size() >= kAtOnce)
+            return find(text.data(), separator);
         char last[kAtOnce] = {};
-        std::copy_n(fText.data() + fFirst, count, last);
-        fMarks = find(last);
+        std::copy(text.begin(), text.end(), last);
+        return find(last, separator);
     }
 
 #if defined(__SSE2__)
-    std::uint64_t find(const char* text) const {
-        const __m128i separator = _mm_set1_epi8(fSeparator);
+    static std::uint64_t find(const char* text, char mark) {
+        const __m128i separator = _mm_set1_epi8(mark);
         const __m128i quote = _mm_set1_epi8('"');
         const __m128i carriageReturn = _mm_set1_epi8('\r');
         const __m128i lineFeed = _mm_set1_epi8('\n');
@@ -61,11 +60,11 @@ private:
         return marks;
     }
 #else
-    std::uint64_t find(const char* text) const {
+    static std::uint64_t find(const char* text, char separator) {
         std::uint64_t marks = 0;
         for (std::size_t i = 0; i < kAtOnce; ++i) {
             const char c = text[i];
-            marks |= std::uint64_t{c == fSeparator || c == '"' || c == '\r' || c == '\n'} << i;
+            marks |= std::uint64_t{c == separator || c == '"' || c == '\r' || c == '\n'} << i;
         }
         return marks;
     }
@@ -74,7 +73,7 @@ private:
     std::string_view fText;
     char fSeparator;
     std::size_t fFirst = 0;
-    std::uint64_t fMarks = 0;
+    std::uint64_t fMarks;
 };
 
 }  // namespace brevix

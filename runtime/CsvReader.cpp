@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "runtime/CellMarks.h"
 #include "runtime/Error.h"
 
 namespace brevix {
@@ -154,35 +155,13 @@ void CsvReader::check(bool isRead) const {
              " bytes; perhaps a quote is not closed");
 }
 
-// Returns: the text from the first row on that is not plain, or not complete.
-std::string_view CsvReader::takePlainRows(std::string_view text) {
-    if (fEmptyLineCount > 0)
-        return text;
-    CellMarks marks(text, fSeparator);
-    std::size_t taken = 0;
-    for (std::size_t end = takePlainRow(text, taken, marks); end > taken; end = takePlainRow(text, taken, marks))
-        taken = end;
-    fRows.appendText(text.substr(0, taken));
-    return text.substr(taken);
-}
+namespace {
 
-// Takes a row with as many cells as the header and neither quotes nor line ends in them.
-// Returns: where the next row starts; start, and nothing is taken, for any other row.
-std::size_t CsvReader::takePlainRow(std::string_view text, std::size_t start, CellMarks& marks) {
-    Row::Cell* cells = fRows.addRow(fWanted.size());
-    for (const std::size_t column : fLackingColumns)
-        cells[column] = Row::Cell();
-    const std::size_t next = cutPlainRow(text, start, marks, cells);
-    if (next == start)
-        fRows.dropRow();
-    else
-        ++fRowCount;
-    return next;
-}
-
-// Sets the cells whose columns are wanted.
-std::size_t CsvReader::cutPlainRow(std::string_view text, std::size_t start, CellMarks& marks, Row::Cell* cells) const {
-    const std::size_t base = fRows.getTextSize();
+// Cuts the row at start: as many cells as the header has, neither quotes nor line ends in them. base: the place of the
+// text. cells: those are set whose columns are wanted.
+// Returns: where the next row starts; start for any other row.
+inline std::size_t cutPlainRow(std::string_view text, std::size_t start, std::size_t base, char separator,
+                               const std::vector<int>& wantedByColumn, CellMarks& marks, Row::Cell* cells) {
     const auto isMark = [text](std::size_t place, char mark) { return place < text.size() && text[place] == mark; };
     const auto take = [&](int wanted, std::size_t cell, std::size_t end) {
         if (wanted >= 0)
@@ -190,10 +169,10 @@ std::size_t CsvReader::cutPlainRow(std::string_view text, std::size_t start, Cel
                              end == cell ? Row::kMissing : Row::kText};
     };
     std::size_t cell = start;
-    const int* wanted = fWantedByColumn.data();
-    for (const int* last = wanted + fWantedByColumn.size() - 1; wanted != last; ++wanted) {
+    const int* wanted = wantedByColumn.data();
+    for (const int* last = wanted + wantedByColumn.size() - 1; wanted != last; ++wanted) {
         const std::size_t end = marks.next();
-        if (!isMark(end, fSeparator))
+        if (!isMark(end, separator))
             return start;
         take(*wanted, cell, end);
         cell = end + 1;
@@ -205,6 +184,30 @@ std::size_t CsvReader::cutPlainRow(std::string_view text, std::size_t start, Cel
         return start;
     take(*wanted, cell, end);
     return lineEnd + 1;
+}
+
+}  // namespace
+
+// Returns: the text from the first row on that is not plain, or not complete.
+std::string_view CsvReader::takePlainRows(std::string_view text) {
+    if (fEmptyLineCount > 0)
+        return text;
+    CellMarks marks(text, fSeparator);
+    const std::size_t base = fRows.getTextSize();
+    std::size_t taken = 0;
+    for (;;) {
+        Row::Cell* cells = fRows.addRow(fWanted.size());
+        for (const std::size_t column : fLackingColumns)
+            cells[column] = Row::Cell();
+        const std::size_t next = cutPlainRow(text, taken, base, fSeparator, fWantedByColumn, marks, cells);
+        if (next == taken)
+            break;
+        taken = next;
+        ++fRowCount;
+    }
+    fRows.dropRow();
+    fRows.appendText(text.substr(0, taken));
+    return text.substr(taken);
 }
 
 void CsvReader::onCell(void* text, std::size_t length, void* self) {

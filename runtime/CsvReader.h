@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <exception>
 
-#include "runtime/CellMarks.h"
 #include "runtime/Export.h"
 #include "runtime/Row.h"
 #include "runtime/TableReader.h"
@@ -43,8 +42,6 @@ private:
     void finish();
     void check(bool isRead) const;
     std::string_view takePlainRows(std::string_view text);
-    std::size_t takePlainRow(std::string_view text, std::size_t start, CellMarks& marks);
-    std::size_t cutPlainRow(std::string_view text, std::size_t start, CellMarks& marks, Row::Cell* cells) const;
     void readHeader();
     void takeCell(std::string_view text);
     void takeHeaderCell(std::string_view text);

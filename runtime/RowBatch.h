@@ -31,13 +31,13 @@ public:
     std::size_t getTextSize() const { return fText.size(); }
 
     std::size_t getRowCount() const { return fRowCount; }
-    Row::Kind getKind(std::size_t row, std::size_t column) const { return fCells[row * fWidth + column].kind; }
-    /// Returns: the cell's text as it stands in the table; numbers too. ShortDecimal::kFront bytes in front of its end
+    /// Returns: the cells of a row, one for each column.
+    const Row::Cell* getRow(std::size_t row) const { return fCells.data() + row * fWidth; }
+    /// Returns: a cell's text as it stands in the table; numbers too. ShortDecimal::kFront bytes in front of its end
     /// may be read.
-    std::string_view getText(std::size_t row, std::size_t column) const {
-        const Row::Cell& cell = fCells[row * fWidth + column];
-        return {fText.data() + cell.start, cell.length};
-    }
+    std::string_view getText(const Row::Cell& cell) const { return {fText.data() + cell.start, cell.length}; }
+    Row::Kind getKind(std::size_t row, std::size_t column) const { return getRow(row)[column].kind; }
+    std::string_view getText(std::size_t row, std::size_t column) const { return getText(getRow(row)[column]); }
 
 private:
     void makeRoom();

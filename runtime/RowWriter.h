@@ -30,6 +30,7 @@ public:
 
     /// Returns: the header line; empty for JSON Lines.
     std::string makeHeader() const;
+    bool keepsCells() const { return !fKept.empty(); }
     /// Appends the kept cells of one row, and then its results with the line end. texts: the calling thread's own.
     void appendKept(std::string& out, const RowBatch& batch, std::size_t row) const;
     void appendResults(std::string& out, const Outcome& outcome, NumberTexts& texts) const;

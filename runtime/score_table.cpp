@@ -92,7 +92,7 @@ struct Job {
 class TableScorer {
 public:
     TableScorer(const ScoringModel& model, const RowWriter& writer, const std::vector<std::string>& missingTexts)
-        : fModel(model), fWriter(writer), fMissingTexts(missingTexts) {}
+        : fModel(model), fWriter(writer), fMissingTexts(missingTexts), fHasMissingTexts(!missingTexts.empty()) {}
 
     void score(Job& job) {
         Scorer& scorer = fScorers.local();
@@ -107,7 +107,8 @@ public:
                 fModel.score(*scorer.plain, scorer.plainCount);
             fModel.score(std::span(scorer.records).first(scorer.recordCount), scorer.outcomes);
             for (std::size_t i = 0; i < count; ++i) {
-                fWriter.appendKept(job.text, job.rows, first + i);
+                if (fWriter.keepsCells())
+                    fWriter.appendKept(job.text, job.rows, first + i);
                 if (scorer.places[i] < kMostTogether)
                     writePlain(job, scorer, scorer.places[i]);
                 else
@@ -135,12 +136,12 @@ private:
 
     bool takePlain(PlainCases& cases, std::size_t place, const RowBatch& rows, std::size_t row) const {
         double* number = cases.getNumbers(0) + place;
-        std::size_t input = 0;
+        const Row::Cell* cell = rows.getRow(row);
         for (const KwBrevix_930::DictVar* variable : fModel.getInputVariables()) {
-            if (isMissing(rows, row, input) || !variable->ReadPlain(rows.getText(row, input), *number))
+            if (isMissing(rows, *cell) || !variable->ReadPlain(rows.getText(*cell), *number))
                 return false;
             number += PlainCases::kMost;
-            ++input;
+            ++cell;
         }
         return true;
     }
@@ -165,24 +166,28 @@ private:
         fWriter.appendResults(job.text, outcome, scorer.numberTexts);
     }
 
-    bool isMissing(const RowBatch& rows, std::size_t row, std::size_t input) const {
-        return rows.getKind(row, input) == Row::kMissing ||
-               (!fMissingTexts.empty() &&
-                std::find(fMissingTexts.begin(), fMissingTexts.end(), rows.getText(row, input)) != fMissingTexts.end());
+    bool isMissing(const RowBatch& rows, const Row::Cell& cell) const {
+        return cell.kind == Row::kMissing || (fHasMissingTexts && isMissingText(rows.getText(cell)));
+    }
+
+    bool isMissingText(std::string_view text) const {
+        return std::find(fMissingTexts.begin(), fMissingTexts.end(), text) != fMissingTexts.end();
     }
 
     void fill(Record& record, const RowBatch& rows, std::size_t row) const {
+        const Row::Cell* cells = rows.getRow(row);
         for (std::size_t i = 0; i < fModel.getInputs().size(); ++i) {
-            if (isMissing(rows, row, i))
+            if (isMissing(rows, cells[i]))
                 record.setMissing(i);
             else
-                record.setText(i, rows.getText(row, i));
+                record.setText(i, rows.getText(cells[i]));
         }
     }
 
     const ScoringModel& fModel;
     const RowWriter& fWriter;
     const std::vector<std::string>& fMissingTexts;
+    const bool fHasMissingTexts;
     tbb::enumerable_thread_specific<Scorer> fScorers;
 };
 

@@ -96,12 +96,13 @@ private:
         double upper;
     };
 
-    // What ScoreNumbers gives for each vote that few machines can cast. Its place has a bit for each machine, set where
-    // that one picks its target category. Without thresholds where a vote depends on more than that.
+    // Every vote that few machines can cast, and what ScoreNumbers gives for it. A vote's place has a bit for each
+    // machine, set where that one picks its target category. Empty where a vote depends on more than that.
     struct VoteTable {
         Values thresholds = {};
-        Values numbers = {};
+        std::vector<Vote> votes = {};
         std::vector<Status> statuses = {};
+        Values numbers = {};
     };
 
     // Set-up.
@@ -172,7 +173,8 @@ private:
     Status DoMultiProbLearn(const std::vector<Values>& pairs, const PairwiseCoupling& coupling, Values& probabilities,
                             PairwiseCoupling::Work& work) const;
     bool IsVoteOfPicks() const;
-    Status LookUpVote(const double* decisions, double* numbers) const;
+    bool HasVoteTableFor(std::size_t machineCount) const;
+    std::size_t FindPicks(const double* decisions) const;
 
     // Results.
     Status FillSVMClsResult(const Vote& vote, ScoreResult*& result) const;

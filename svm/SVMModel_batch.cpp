@@ -145,7 +145,8 @@ bool SVMModel::ScoreNumbers(std::size_t count, const double* const* columns, std
         for (std::size_t i = 0; i < some; ++i) {
             const double* decisions = work.batchDecisions.data() + i * GetDecisionCount();
             statuses[first + i] = FillNumbers(decisions, numbers + (first + i) * width, work);
-            Trace(statuses[first + i]);
+            if (statuses[first + i].IsError())
+                Trace(statuses[first + i]);
         }
     }
     return true;
@@ -161,8 +162,12 @@ SVMModel::Status SVMModel::FillNumbers(const double* decisions, double* numbers,
         WriteRegression(*decisions, numbers);
         return {};
     }
-    if (!fVoteTable.thresholds.empty())
-        return LookUpVote(decisions, numbers);
+    if (HasVoteTableFor(GetDecisionCount())) {
+        const std::size_t picks = FindPicks(decisions);
+        const std::size_t width = GetNumberCount();
+        std::copy_n(fVoteTable.numbers.data() + picks * width, width, numbers);
+        return fVoteTable.statuses[picks];
+    }
     TakeDecisions(decisions, GetDecisionCount(), work);
     const Status status = CastVote(work.decisions, work.vote);
     return status.IsError() ? status : WriteVote(work.vote, numbers);

@@ -104,9 +104,11 @@ SVMModel::Status SVMModel::ReadInput(std::size_t position, const ScoreCaseRecord
         value = derived->GetValueOf(*variable);
     const bool isMissing = IsMissScoreValue(variable, value);
     const bool isInvalid = !isMissing && IsInvalidScoreValue(variable, value);
-    const Status status = HandleMissInvalidValue(isMissing, isInvalid, variable, result);
-    if (status.IsError())
-        return status;
+    if (isMissing || isInvalid) {
+        const Status status = HandleMissInvalidValue(isMissing, isInvalid, variable, result);
+        if (status.IsError())
+            return status;
+    }
     // A replacement excuses a missing value, but the record must hold it.
     if (!value)
         return kMissingStatus;
@@ -235,6 +237,11 @@ SVMModel::Status SVMModel::ScoreSVMRegModel(ScoreResult*& result, Workspace& wor
 SVMModel::Status SVMModel::FillResult(Workspace& work, ScoreResult*& result) const {
     if (!fData->GetIsClassification())
         return FillSVMRegResult(work.decisions.front(), result);
+    if (HasVoteTableFor(work.decisions.size())) {
+        const std::size_t picks = FindPicks(work.decisions.data());
+        const Status known = fVoteTable.statuses[picks];
+        return known.IsError() ? known : FillSVMClsResult(fVoteTable.votes[picks], result);
+    }
     const Status status = CastVote(work.decisions, work.vote);
     return status.IsError() ? status : FillSVMClsResult(work.vote, result);
 }

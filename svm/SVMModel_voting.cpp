@@ -234,12 +234,12 @@ void SVMModel::SetUpVoteTable() {
     if (count == 0 || count > kMostMachinesInTable || width << count > kMostNumbersInTable || !IsVoteOfPicks())
         return;
     constexpr double kHigh = std::numeric_limits<double>::infinity();
-    Vote vote;
     Values decisions(count);
     fVoteTable.numbers.resize(width << count);
     for (std::size_t picks = 0; picks < std::size_t{1} << count; ++picks) {
         for (std::size_t m = 0; m < count; ++m)
             decisions[m] = ((picks >> m & 1) != 0) == fData->GetIsMaxWins() ? kHigh : -kHigh;
+        Vote& vote = fVoteTable.votes.emplace_back();
         const Status status = CastVote(decisions, vote);
         fVoteTable.statuses.push_back(status.IsError() ? status
                                                        : WriteVote(vote, fVoteTable.numbers.data() + picks * width));
@@ -248,14 +248,19 @@ void SVMModel::SetUpVoteTable() {
         fVoteTable.thresholds.push_back(machine->threshold);
 }
 
-SVMModel::Status SVMModel::LookUpVote(const double* decisions, double* numbers) const {
+// Machines may be added to the data before it is handed over again.
+bool SVMModel::HasVoteTableFor(std::size_t machineCount) const {
+    return machineCount > 0 && fVoteTable.thresholds.size() == machineCount;
+}
+
+// Returns: the place of a vote in the table.
+std::size_t SVMModel::FindPicks(const double* decisions) const {
     const bool isMaxWins = fData->GetIsMaxWins();
+    const Values& thresholds = fVoteTable.thresholds;
     std::size_t picks = 0;
-    for (std::size_t m = 0; m < fVoteTable.thresholds.size(); ++m)
-        picks |= std::size_t{PicksTarget(fVoteTable.thresholds[m], isMaxWins, decisions[m])} << m;
-    const std::size_t width = 2 + fTargetCategoryValues.size();
-    std::copy_n(fVoteTable.numbers.data() + picks * width, width, numbers);
-    return fVoteTable.statuses[picks];
+    for (std::size_t m = 0; m < thresholds.size(); ++m)
+        picks |= std::size_t{PicksTarget(thresholds[m], isMaxWins, decisions[m])} << m;
+    return picks;
 }
 
 }  // namespace KwBrevix_930

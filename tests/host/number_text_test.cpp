@@ -11,6 +11,7 @@
 #include <random>
 #include <vector>
 
+#include "host/short_decimal.h"
 #include "tests/support/CommaLocale.h"
 
 namespace {
@@ -290,6 +291,31 @@ TEST(ParseNumber, AgreesWithTheCLibraryOnShortDecimals) {
     EXPECT_TRUE(IsSameDouble(ParseNumber("-.0").value(), -0.0));
     for (const char* text : {".", "-.", "-", "--1", "1.2.3", "1-", "1,5", "5.1x"})
         EXPECT_FALSE(ParseNumber(text)) << text;
+}
+
+// Texts of digits, points and a minus, most of them numbers, and some of any characters.
+TEST(ShortDecimal, IsTheSameWhateverStandsInFront) {
+    using KwBrevix_930::ShortDecimal;
+    std::mt19937_64 engine(613);
+    int taken = 0;
+    for (int i = 0; i < 200'000; ++i) {
+        std::string buffer;
+        for (std::size_t k = 0; k < ShortDecimal::kFront; ++k)
+            buffer += "0123456789.-,\n\xff"[engine() % 15];
+        const std::size_t length = engine() % 13;
+        for (std::size_t k = 0; k < length; ++k)
+            buffer += engine() % 400 == 0 ? static_cast<char>(engine()) : "0123456789."[engine() % (k == 2 ? 11 : 10)];
+        if (length > 0 && engine() % 3 == 0)
+            buffer[ShortDecimal::kFront] = '-';
+        const std::string_view text = std::string_view(buffer).substr(ShortDecimal::kFront);
+        double expected = -77.0;
+        double number = -77.0;
+        const bool isTaken = ShortDecimal::Parse(text, expected);
+        ASSERT_EQ(ShortDecimal::ParseWithFront(text, number), isTaken) << text;
+        ASSERT_TRUE(IsSameDouble(number, expected)) << text;
+        taken += isTaken ? 1 : 0;
+    }
+    EXPECT_GT(taken, 100'000);
 }
 
 TEST(ParseNumber, KnowsInfinitiesAndNaN) {

@@ -183,6 +183,26 @@ TEST(CsvReader, PlainRowsAndLibcsvAgreeOnRandomTables) {
     }
 }
 
+// Batches serve again and again: a column that the table lacks stays missing, whatever stood in its place.
+TEST(CsvReader, OptionalColumnsThatAreLackingAreMissingInEveryRow) {
+    RowBatch batch;
+    for (const std::size_t pieceSize : {std::size_t{1}, std::size_t{1} << 20}) {
+        for (const char* name : {"b", "c"}) {
+            const std::string table = std::string("a,") + name + "\n1,2\n\"3\",4\n5,\n";
+            TextSource source(table, pieceSize);
+            const auto reader = brevix::openTable(TableKind::kCsv, source, {"a", "b", "c"}, {false, true, true});
+            const bool hasB = *name == 'b';
+            Rows rows;
+            while (reader->read(batch)) {
+                for (std::size_t row = 0; row < batch.getRowCount(); ++row)
+                    rows.push_back(
+                        {show(batch, row, 0), show(batch, row, hasB ? 1 : 2), show(batch, row, hasB ? 2 : 1)});
+            }
+            EXPECT_EQ(rows, (Rows{{"1", "2", "<>"}, {"3", "4", "<>"}, {"5", "<>", "<>"}}));
+        }
+    }
+}
+
 TEST(CsvReader, QuoteThatNeverClosesEndsInBoundedMemory) {
     EndlessSource source("a,b\n1,\"", "0123456,\n");
     try {
