@@ -217,21 +217,22 @@ SVMModel::Status SVMModel::GetZARNTicketByBinaryClass(const Values& decisions, V
 
 // Whether a vote depends on nothing but which machines pick their target category.
 bool SVMModel::IsVoteOfPicks() const {
-    if (!fData || !fData->GetIsClassification() || fData->GetIsZarnModel())
-        return false;
-    const auto& machines = fData->GetMachines();
     const bool isOneAgainstAll = fData->GetIsOneAgainstAll() && fData->GetTargetCategoryCount() >= 3;
-    return !isOneAgainstAll && std::all_of(machines.begin(), machines.end(), [](const auto& machine) {
-        return machine && std::isfinite(machine->threshold);
-    });
+    return !fData->GetIsZarnModel() && !isOneAgainstAll;
 }
 
 // Every vote is cast once, by decision values beyond all thresholds.
 void SVMModel::SetUpVoteTable() {
     fVoteTable = {};
-    const std::size_t count = fData ? fData->GetMachines().size() : 0;
+    if (!fData || !fData->GetIsClassification() || !IsVoteOfPicks())
+        return;
+    const auto& machines = fData->GetMachines();
+    const std::size_t count = machines.size();
     const std::size_t width = 2 + fTargetCategoryValues.size();
-    if (count == 0 || count > kMostMachinesInTable || width << count > kMostNumbersInTable || !IsVoteOfPicks())
+    if (count == 0 || count > kMostMachinesInTable || width << count > kMostNumbersInTable)
+        return;
+    const auto isOrdinary = [](const auto& machine) { return machine && std::isfinite(machine->threshold); };
+    if (!std::all_of(machines.begin(), machines.end(), isOrdinary))
         return;
     constexpr double kHigh = std::numeric_limits<double>::infinity();
     Values decisions(count);
@@ -244,13 +245,13 @@ void SVMModel::SetUpVoteTable() {
         fVoteTable.statuses.push_back(status.IsError() ? status
                                                        : WriteVote(vote, fVoteTable.numbers.data() + picks * width));
     }
-    for (const auto& machine : fData->GetMachines())
+    for (const auto& machine : machines)
         fVoteTable.thresholds.push_back(machine->threshold);
 }
 
-// Machines may be added to the data before it is handed over again.
+// Machines may be added to the data, and its method changed, before it is handed over again.
 bool SVMModel::HasVoteTableFor(std::size_t machineCount) const {
-    return machineCount > 0 && fVoteTable.thresholds.size() == machineCount;
+    return machineCount > 0 && fVoteTable.thresholds.size() == machineCount && IsVoteOfPicks();
 }
 
 // Returns: the place of a vote in the table.

@@ -1,4 +1,8 @@
 // What scoring a case allocates, and what coupling does when memory is short.
+#include <memory>
+#include <string>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "host/CaseRecord.h"
@@ -103,6 +107,96 @@ TEST(GetScoreAllocation, OfCouplingIsNone) {
     data->SetIsZarnModel(true);
     bench.TakeData(std::move(data));
     EXPECT_EQ(CountCases(bench), std::vector<std::size_t>(8, 0));
+}
+
+// 540 numbers and 60 categories of 6 variables, 700 vectors in 3 machines.
+constexpr int kWideNumbers = 540;
+constexpr int kWideTexts = 6;
+constexpr int kWideCategories = 10;
+
+std::string WideName(const char* kind, int k) {
+    return kind + std::to_string(k);
+}
+
+void TakeWideData(Bench& bench) {
+    auto data = NewClassification(3);
+    data->SetKernelType(SVMModelData::kRadialBasis);
+    data->SetGamma(0.001953125);
+    for (int k = 0; k < kWideNumbers; ++k) {
+        bench.AddVar(WideName("n", k));
+        AddNumericColumn(*data, WideName("n", k));
+    }
+    for (int k = 0; k < kWideTexts; ++k) {
+        DictVar& variable = bench.AddVar(WideName("t", k), DictVar::kString, ScoreDictVar::kCategorical);
+        for (int c = 0; c < kWideCategories; ++c) {
+            variable.AddCategory(WideName("a text that is long enough to need memory ", c));
+            AddCategoryColumn(*data, WideName("t", k), WideName("a text that is long enough to need memory ", c));
+        }
+    }
+    std::int32_t pairs[3][2] = {{0, 1}, {0, 2}, {1, 2}};
+    for (int m = 0; m < 3; ++m) {
+        ST_SUPPORTVECTORMACHINE& machine = AddMachine(*data, 0.25 - 0.5 * m, pairs[m][0], pairs[m][1]);
+        for (int v = 0; v < 250 - 25 * m + 8; ++v) {
+            svm_samples::Indices indices;
+            Values values;
+            for (int p = v % 3; p < kWideNumbers + kWideTexts * kWideCategories; p += 1 + v % 4) {
+                indices.push_back(p);
+                values.push_back(0.125 * ((v + 3 * p) % 17) - 1.0);
+            }
+            AddSupportVector(*data, machine, 0.5 * (v % 7) - 1.375, indices, values);
+        }
+    }
+    bench.TakeData(std::move(data));
+}
+
+// Case after case by GetScore, then batch after batch of each kind: none of them allocates but the first.
+TEST(GetScoreAllocation, OfAWideModelIsNoneFromTheSecondCaseOn) {
+    Bench bench({"a", "b", "c"});
+    TakeWideData(bench);
+    ASSERT_TRUE(bench.access.Plan());
+    constexpr std::size_t kCases = 70;
+    std::vector<std::unique_ptr<CaseRecord>> records;
+    std::vector<const ScoreCaseRecord*> pointers;
+    for (std::size_t i = 0; i < kCases; ++i) {
+        CaseRecord& record = *records.emplace_back(std::make_unique<CaseRecord>(bench.dictionary));
+        pointers.push_back(&record);
+        for (int k = 0; k < kWideNumbers; ++k)
+            record.SetNumber(record.GetIndex(WideName("n", k)), 0.0625 * ((static_cast<int>(i) + 5 * k) % 31) - 1.0);
+        for (int k = 0; k < kWideTexts; ++k)
+            record.SetText(record.GetIndex(WideName("t", k)),
+                           WideName("a text that is long enough to need memory ", (static_cast<int>(i) + k) % 10));
+    }
+    const auto count = [](const auto& score) {
+        const std::size_t before = failing_new::Count();
+        score();
+        return failing_new::Count() - before;
+    };
+    std::vector<ScoreResult*> results(kCases);
+    std::vector<KwScore::KwStatus> statuses(kCases);
+    EXPECT_FALSE(bench.model.GetScore(pointers[0], results[0], false).IsError());
+    for (std::size_t i = 1; i < kCases; ++i)
+        EXPECT_EQ(count([&] { statuses[i] = bench.model.GetScore(pointers[i], results[0], false); }), 0u) << i;
+    for (int turn = 0; turn < 3; ++turn) {
+        const std::size_t allocated =
+            count([&] { bench.model.ScoreCases(kCases, pointers.data(), results.data(), statuses.data(), false); });
+        EXPECT_EQ(allocated == 0, turn > 0);
+    }
+    std::vector<std::vector<double>> numbers(bench.dictionary.GetVars().size());
+    std::vector<const double*> columns;
+    for (auto& column : numbers) {
+        column.assign(kCases, 0.75);
+        columns.push_back(column.data());
+    }
+    std::vector<double> answers(5 * kCases);
+    for (int turn = 0; turn < 3; ++turn) {
+        const std::size_t allocated = count([&] {
+            EXPECT_TRUE(
+                bench.model.ScoreNumbers(kCases, columns.data(), columns.size(), answers.data(), statuses.data()));
+        });
+        EXPECT_EQ(allocated, 0u) << turn;
+    }
+    for (ScoreResult* result : results)
+        delete result;
 }
 
 TEST(GetScoreAllocation, OfANewResultIsTheResult) {
