@@ -67,4 +67,5 @@ def main():
             out.write("0 " + " ".join(f"{k + 1}:{row[field]}" for k, field in enumerate(fields)) + "\n")
 
 
-main()
+if __name__ == "__main__":
+    main()

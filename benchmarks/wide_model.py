@@ -34,13 +34,13 @@ def write_model(out, draw):
         print(f'<VectorInstance id="v{vector}"><REAL-SparseArray n="{FIELDS}"><Indices>{indices}</Indices>'
               f"<REAL-Entries>{entries}</REAL-Entries></REAL-SparseArray></VectorInstance>", file=out)
     print("</VectorDictionary>", file=out)
-    # A vector belongs to the category that its number leaves as a remainder.
+    # A vector belongs to the category that its number leaves as a remainder; a machine says its target below 0.
     for i, j in itertools.combinations(range(CATEGORIES), 2):
         members = [v for v in range(VECTORS) if v % CATEGORIES in (i, j)]
         print(f'<SupportVectorMachine targetCategory="c{i}" alternateTargetCategory="c{j}"><SupportVectors>', file=out)
         print(*[f'<SupportVector vectorId="v{v}"/>' for v in members], '</SupportVectors><Coefficients '
               f'absoluteValue="{draw()}">', file=out)
-        signs = ["" if v % CATEGORIES == i else "-" for v in members]
+        signs = ["-" if v % CATEGORIES == i else "" for v in members]
         print(*[f'<Coefficient value="{sign}{draw()}"/>' for sign in signs],
               "</Coefficients></SupportVectorMachine>", file=out)
     print("</SupportVectorMachineModel></PMML>", file=out)
