@@ -103,7 +103,7 @@ bool isBlank(std::string_view line) {
 }  // namespace
 
 JsonLinesReader::JsonLinesReader(ByteSource& source, const std::vector<std::string>& columns)
-    : fChunks(source), fName(source.getName()), fRow(columns.size()) {
+    : fChunks(source), fName(source.getName()), fWidth(columns.size()), fRow(columns.size()) {
     for (const std::string& column : columns)
         fColumnByKey.emplace(column, fColumnByKey.size());
 }
@@ -111,28 +111,36 @@ JsonLinesReader::JsonLinesReader(ByteSource& source, const std::vector<std::stri
 bool JsonLinesReader::read(RowBatch& batch) {
     batch.clear();
     while (batch.getRowCount() == 0 && !fIsAtEnd) {
-        const std::string_view text = fChunks.next();
-        fIsAtEnd = text.empty();
-        if (!fIsAtEnd)
-            takeText(text, batch);
-        else if (!fUnfinished.empty())
-            takeLine(fUnfinished, batch);
+        if (fText.empty())
+            takeChunk(batch);
+        takeText(batch);
     }
     return batch.getRowCount() > 0;
 }
 
-void JsonLinesReader::takeText(std::string_view text, RowBatch& batch) {
-    for (auto end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
+// At the end the line that is open ends too.
+void JsonLinesReader::takeChunk(RowBatch& batch) {
+    fText = fChunks.next();
+    fIsAtEnd = fText.empty();
+    if (fIsAtEnd && !fUnfinished.empty())
+        takeLine(fUnfinished, batch);
+}
+
+void JsonLinesReader::takeText(RowBatch& batch) {
+    for (auto end = fText.find('\n'); end != std::string_view::npos; end = fText.find('\n')) {
+        if (batch.getRowCount() * fWidth >= kMostCells)
+            return;
         if (fUnfinished.empty()) {
-            takeLine(text.substr(0, end), batch);
+            takeLine(fText.substr(0, end), batch);
         } else {
-            fUnfinished += text.substr(0, end);
+            fUnfinished += fText.substr(0, end);
             takeLine(fUnfinished, batch);
             fUnfinished.clear();
         }
-        text.remove_prefix(end + 1);
+        fText.remove_prefix(end + 1);
     }
-    fUnfinished += text;
+    fUnfinished += fText;
+    fText = {};
     if (fUnfinished.size() > kLineLimit)
         fail("it is longer than " + std::to_string(kLineLimit) + " bytes");
 }

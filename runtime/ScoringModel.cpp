@@ -295,8 +295,9 @@ std::unique_ptr<PlainCases> ScoringModel::makePlainCases() const {
 }
 
 void ScoringModel::score(PlainCases& cases, std::size_t count) const {
-    fBatchModel->ScoreNumbers(count, cases.fColumns.data(), cases.fColumns.size(), cases.fResults.data(),
-                              cases.fStatuses.data());
+    if (!fBatchModel->ScoreNumbers(count, cases.fColumns.data(), cases.fColumns.size(), cases.fResults.data(),
+                                   cases.fStatuses.data()))
+        throw Error("the plug-in refuses plain numbers that it said it takes");
 }
 
 void ScoringModel::readOutcome(const PlainCases& cases, std::size_t place, Outcome& outcome) const {

@@ -99,6 +99,7 @@ public:
     /// Returns: the variable of each input, which tells what stands for a text in such a case.
     const std::vector<const KwBrevix_930::DictVar*>& getInputVariables() const { return fInputVariables; }
     /// Scores the first of the cases.
+    /// Fails:   Error where the plug-in does not take them after all.
     void score(PlainCases& cases, std::size_t count) const;
     /// Makes the outcome of a case that was scored: that of scoring its record. outcome: overwritten.
     void readOutcome(const PlainCases& cases, std::size_t place, Outcome& outcome) const;

@@ -288,6 +288,28 @@ TEST(JsonLinesReader, DeepNestingIsRefused) {
     EXPECT_EQ(faultOf(deep, {"a"}, TableKind::kJsonLines), "cases.csv: row 1: it is nested more than 64 deep");
 }
 
+// Each row has a cell for every column, though it says nothing of them.
+TEST(JsonLinesReader, ShortRowsOfManyColumnsComeInSmallBatches) {
+    constexpr std::size_t kRows = 30000;
+    std::vector<std::string> columns;
+    for (int i = 0; i < 3000; ++i)
+        columns.push_back("c" + std::to_string(i));
+    std::string text;
+    for (std::size_t i = 0; i < kRows; ++i)
+        text += i % 1000 == 7 ? "{\"c2999\":" + std::to_string(i) + "}\n" : "{}\n";
+    text.pop_back();
+    TextSource source(text);
+    const auto reader = brevix::openTable(TableKind::kJsonLines, source, columns);
+    RowBatch batch;
+    std::size_t count = 0;
+    while (reader->read(batch)) {
+        EXPECT_LT(batch.getRowCount() * columns.size(), brevix::JsonLinesReader::kMostCells + columns.size());
+        for (std::size_t row = 0; row < batch.getRowCount(); ++row, ++count)
+            EXPECT_EQ(show(batch, row, 2999), count % 1000 == 7 ? "#" + std::to_string(count) : "<>");
+    }
+    EXPECT_EQ(count, kRows);
+}
+
 TEST(JsonLinesReader, EndlessLineEndsInBoundedMemory) {
     EndlessSource source("{\"a\":\"", "0123456 ");
     EXPECT_THROW(readFrom(source, TableKind::kJsonLines, {"a"}), brevix::Error);
