@@ -136,6 +136,8 @@ bool SVMModel::ScoreNumbers(std::size_t count, const double* const* columns, std
     Workspace& work = *lent;
     if (!FindSources(0, 0, columns, columnCount, work))
         return false;
+    // What an exception leaves out keeps this.
+    std::fill_n(statuses, count, kMissingStatus);
     const std::size_t together = GetMostTogether();
     const std::size_t width = GetNumberCount();
     for (std::size_t first = 0; first < count; first += together) {

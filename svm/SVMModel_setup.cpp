@@ -25,6 +25,7 @@ void SVMModel::SetSupportVectorMachineModel(SVMModelData* data) {
     if (!data)
         return;
     fPlan.reset();
+    fVoteTable = {};
     if (data != fData.get())
         fData.reset(data);
     SetUpModelType(fData->GetIsClassification());

@@ -21,8 +21,6 @@ constexpr int kLargestDegree = 8;
 struct OpenPlaces {
     static constexpr std::size_t kMost = 256;
 
-    void Add(std::size_t place) { places[count++] = static_cast<std::uint16_t>(place); }
-
     std::uint16_t places[kMost];
     std::size_t count = 0;
 };

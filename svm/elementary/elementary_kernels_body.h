@@ -58,12 +58,6 @@ struct ElementaryLoops {
         return {head, IsCertain(head, rest, kExpMargin) & (Bits)(Magnitude(x) <= 600.0)};
     }
 
-    // The upper 26 bits.
-    static Pack Upper(Pack value) {
-        const Pack scaled = value * 0x1.0000002p27;
-        return scaled - (scaled - value);
-    }
-
     // A number as the sum of two doubles, and the upper 26 bits of the first.
     struct Exact {
         Pack head;
@@ -108,6 +102,10 @@ struct ElementaryLoops {
     }
     static void Store(double* to, Pack pack) { __builtin_memcpy(to, &pack, sizeof pack); }
 
+    static void NoteOne(std::size_t place, OpenPlaces& open) {
+        open.places[open.count++] = static_cast<std::uint16_t>(place);
+    }
+
     // The open lanes of all packs, a byte for each pack, so that nothing depends on them while packs are computed.
     class OpenLanes {
     public:
@@ -120,7 +118,7 @@ struct ElementaryLoops {
             for (std::size_t w = 0; w < kWords; ++w) {
                 for (std::uint64_t word = fWords[w]; word != 0; word &= word - 1) {
                     const auto bit = static_cast<std::size_t>(__builtin_ctzll(word));
-                    open.Add((w * 8 + bit / 8) * kPack + bit % 8);
+                    NoteOne((w * 8 + bit / 8) * kPack + bit % 8, open);
                 }
             }
         }
@@ -147,7 +145,7 @@ struct ElementaryLoops {
         // Too few for a pack: to fill one up costs more than to ask the platform.
         for (; k < n; ++k) {
             y[k] = argument(x[k]);
-            open.Add(k);
+            NoteOne(k, open);
         }
     }
 

@@ -42,7 +42,7 @@ void DenseRows<Stored>::SumTiles(const Tiles& tiles) const {
                 numbers = stored;
             }
             stored += columns * kBlock;
-            Prefetch(stored, std::min(stored + kStretch * kBlock, end));
+            Prefetch(stored, stored + std::min<std::ptrdiff_t>(kStretch * kBlock, end - stored));
             AddToTiles(fTerms, {row, std::min(kBlock, fRows - row), column, columns, numbers}, tiles);
         }
     }

@@ -1,5 +1,6 @@
 // How the decision values of a model are computed fast, laid out once: the same bits as the plain loops over machines,
-// coefficients and merged vectors give, any NaN for any NaN.
+// coefficients and merged vectors give on a thread that rounds to nearest, any NaN for any NaN. On one that rounds
+// down, a sum of zeros may have another sign.
 #pragma once
 
 #include <cstddef>
