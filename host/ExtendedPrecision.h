@@ -7,7 +7,7 @@ namespace KwBrevix_930 {
 
 #if defined(__MINGW32__) && defined(__x86_64__)
 
-/// For its lifetime the calling thread's x87 unit rounds to 64 bits: the runtime of MinGW-w64 computes them
+/// For its lifetime the calling thread's x87 unit rounds to 64 bits: the runtime of MinGW-w64 computes exp and pow
 /// there, but Windows starts a thread with 53. Elsewhere these functions do without that unit, and this does nothing.
 class ExtendedPrecision {
 public:
