@@ -70,9 +70,10 @@ TEST(LinpackDqrdc, GivesTheTriangleOfLapackUpToTheSignsOfRows) {
         Matrix lapack = a;
         Vector tau(static_cast<std::size_t>(std::min(n, p)));
         ASSERT_EQ(LAPACKE_dgeqrf(LAPACK_COL_MAJOR, n, p, lapack.values.data(), n, tau.data()), 0);
+        const double tolerance = 1e-10 * Norm1(a);
         for (int j = 0; j < p; ++j) {
             for (int i = 0; i <= std::min(j, n - 1); ++i) {
-                EXPECT_NEAR(std::abs(qr.x(i, j)), std::abs(lapack(i, j)), 1e-10 * Norm1(a)) << n << ' ' << p;
+                EXPECT_NEAR(std::abs(qr.x(i, j)), std::abs(lapack(i, j)), tolerance) << n << ' ' << p;
             }
         }
     }

@@ -48,8 +48,11 @@ inline Matrix operator*(const Matrix& a, const Matrix& b) {
     Matrix result(a.rows, b.columns);
     for (int j = 0; j < b.columns; ++j) {
         for (int k = 0; k < a.columns; ++k) {
+            const double factor = b(k, j);
+            const double* from = a.values.data() + k * a.rows;
+            double* to = result.values.data() + j * a.rows;
             for (int i = 0; i < a.rows; ++i) {
-                result(i, j) += a(i, k) * b(k, j);
+                to[i] += from[i] * factor;
             }
         }
     }
