@@ -5,12 +5,11 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
-#include "host/BXErrorFormater.h"
-#include "host/BXException.h"
 #include "host/BaseTranslator.h"
 #include "host/DOMElemUtility.h"
 #include "host/PMMLModelTags.h"
 #include "host/number_text.h"
+#include "host/refusal.h"
 #include "host/transform/cast.h"
 
 namespace KwBrevix_930 {
@@ -21,19 +20,13 @@ using xercesc::DOMElement;
 
 constexpr const char* kTargetValue = "TargetValue";
 
-[[noreturn]] void RefuseValue(const std::string& value, const char* attribute, const char* element) {
-    BXException error(&gErrorFormater);
-    error.PutErrorMessage(260153, value.c_str(), attribute, element);
-    throw error;
-}
-
 std::optional<double> ReadNumber(const DOMElemUtility& reader, const DOMElement& element, const char* attribute) {
     if (!reader.HasAttribute(&element, attribute))
         return std::nullopt;
     const std::string text = reader.GetAttributeToString(&element, attribute, true);
     const auto number = ParseNumber(text);
     if (!number || std::isnan(*number))
-        RefuseValue(text, attribute, reader.GetElementName(&element).c_str());
+        RefuseValue(text, attribute, reader.GetElementName(&element));
     return number;
 }
 

@@ -76,11 +76,11 @@ private:
     bool fFits = true;
 };
 
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view kWhiteSpace = " \t\n\r";
-    const std::size_t first = text.find_first_not_of(kWhiteSpace);
+std::string_view WithoutXmlSpaceAround(std::string_view text) {
+    constexpr std::string_view kXmlSpace = " \t\n\r";
+    const std::size_t first = text.find_first_not_of(kXmlSpace);
     return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(kWhiteSpace) - first + 1);
+                                           : text.substr(first, text.find_last_not_of(kXmlSpace) - first + 1);
 }
 
 void ScanDate(Scanner& scanner, CalendarTime& time) {
@@ -122,31 +122,25 @@ double ScanOffset(Scanner& scanner) {
     return (isAhead ? 60.0 : -60.0) * (hours * 60 + minutes);
 }
 
-// Digits of a number, at least so many.
-std::string Padded(int number, std::size_t width) {
-    std::string text = std::to_string(number);
-    return std::string(text.size() < width ? width - text.size() : 0, '0') + text;
-}
-
 }  // namespace
 
 std::optional<CalendarTime> ParseDate(std::string_view text) {
     CalendarTime time;
-    Scanner scanner(Trimmed(text));
+    Scanner scanner(WithoutXmlSpaceAround(text));
     ScanDate(scanner, time);
     return scanner.IsDone() ? std::optional(time) : std::nullopt;
 }
 
 std::optional<CalendarTime> ParseTimeOfDay(std::string_view text) {
     CalendarTime time;
-    Scanner scanner(Trimmed(text));
+    Scanner scanner(WithoutXmlSpaceAround(text));
     ScanTimeOfDay(scanner, time);
     return scanner.IsDone() ? std::optional(time) : std::nullopt;
 }
 
 std::optional<CalendarTime> ParseDateTime(std::string_view text) {
     CalendarTime time;
-    Scanner scanner(Trimmed(text));
+    Scanner scanner(WithoutXmlSpaceAround(text));
     ScanDate(scanner, time);
     if (!scanner.Skip(' '))
         scanner.Require('T');
@@ -172,19 +166,19 @@ std::optional<CalendarTime> ParseAnyTime(std::string_view text) {
 }
 
 std::string DateText(const CalendarTime& time) {
-    return Padded(time.year, 4) + "-" + Padded(time.month, 2) + "-" + Padded(time.day, 2);
+    return PaddedNumber(time.year, 4) + "-" + PaddedNumber(time.month, 2) + "-" + PaddedNumber(time.day, 2);
 }
 
 std::string TimeOfDayText(const CalendarTime& time) {
     const int whole = static_cast<int>(time.second);
-    std::string text = Padded(time.hour, 2) + ":" + Padded(time.minute, 2) + ":";
+    std::string text = PaddedNumber(time.hour, 2) + ":" + PaddedNumber(time.minute, 2) + ":";
     if (time.second == whole)
-        return text + Padded(whole, 2);
+        return text + PaddedNumber(whole, 2);
     // To the nanosecond, never rounded up to the next second.
     const double nanoseconds = std::min(std::floor((time.second - whole) * 1e9 + 1e-3), 999'999'999.0);
-    std::string digits = Padded(static_cast<int>(nanoseconds), 9);
+    std::string digits = PaddedNumber(static_cast<int>(nanoseconds), 9);
     digits.erase(digits.find_last_not_of('0') + 1);
-    return text + Padded(whole, 2) + (digits.empty() ? "" : "." + digits);
+    return text + PaddedNumber(whole, 2) + (digits.empty() ? "" : "." + digits);
 }
 
 std::string DateTimeText(const CalendarTime& time) {

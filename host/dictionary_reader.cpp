@@ -10,12 +10,11 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
-#include "host/BXErrorFormater.h"
-#include "host/BXException.h"
 #include "host/BaseDictionary.h"
 #include "host/BaseTranslator.h"
 #include "host/DOMElemUtility.h"
 #include "host/PMMLModelTags.h"
+#include "host/refusal.h"
 #include "host/transform/FieldType.h"
 
 namespace KwBrevix_930 {
@@ -26,16 +25,8 @@ using Tags = PMMLModelTags;
 using xercesc::DOMElement;
 using xercesc::DOMNode;
 
-[[noreturn]] void RefuseValue(const std::string& value, const char* attribute, const char* element) {
-    BXException error(&gErrorFormater);
-    error.PutErrorMessage(260153, value.c_str(), attribute, element);
-    throw error;
-}
-
 [[noreturn]] void RefuseField(const char* problem, const char* element, const std::string& field) {
-    BXException error(&gErrorFormater);
-    error.PutErrorMessage(260111, element, field.c_str(), problem);
-    throw error;
+    Refuse(260111, element, field, problem);
 }
 
 // The place of an attribute's value in a list of allowed ones.
@@ -45,7 +36,7 @@ std::size_t ReadChoice(const DOMElemUtility& reader, const DOMElement& element, 
     const std::string value = reader.GetAttributeToString(&element, attribute, true);
     const auto found = std::find(std::begin(choices), std::end(choices), value);
     if (found == std::end(choices))
-        RefuseValue(value, attribute, reader.GetElementName(&element).c_str());
+        RefuseValue(value, attribute, reader.GetElementName(&element));
     return static_cast<std::size_t>(found - choices);
 }
 
@@ -173,7 +164,7 @@ DictVar::DataType ReadDataType(const DOMElemUtility& reader, const DOMElement& f
     const std::string type = reader.GetAttributeToString(&field, Tags::XML_ATT_DATATYPE, true);
     const auto fieldType = ParseFieldType(type);
     if (!fieldType)
-        RefuseValue(type, Tags::XML_ATT_DATATYPE, reader.GetElementName(&field).c_str());
+        RefuseValue(type, Tags::XML_ATT_DATATYPE, reader.GetElementName(&field));
     return fieldType->GetStorage();
 }
 

@@ -149,4 +149,9 @@ char* WriteNumber(char* text, double value) {
     return std::to_chars(text, text + kLongestText, value).ptr;
 }
 
+std::string PaddedNumber(int number, std::size_t width, char padding) {
+    const std::string text = std::to_string(number);
+    return std::string(text.size() < width ? width - text.size() : 0, padding) + text;
+}
+
 }  // namespace KwBrevix_930

@@ -1,6 +1,7 @@
 // Numbers from text and back, the same under every locale.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,5 +32,8 @@ BREVIX_HOST_API void AppendNumber(std::string& text, double value);
 /// Writes the same text, of at most 32 characters and without a zero byte.
 /// Returns: its end.
 BREVIX_HOST_API char* WriteNumber(char* text, double value);
+
+/// Returns: the number, behind as much padding as makes it that wide.
+BREVIX_HOST_API std::string PaddedNumber(int number, std::size_t width, char padding = '0');
 
 }  // namespace KwBrevix_930

@@ -26,10 +26,6 @@ constexpr const char* kOutputField = "OutputField";
 constexpr const char* kSegmentation = "Segmentation";
 constexpr const char* kVerification = "ModelVerification";
 
-std::string quoted(const std::string& text) {
-    return "'" + text + "'";
-}
-
 bool isAnyOf(const std::string& text, std::initializer_list<const char*> texts) {
     return std::find(texts.begin(), texts.end(), text) != texts.end();
 }

@@ -28,10 +28,6 @@ using xercesc::DOMElement;
 
 using Complaints = std::vector<std::string>;
 
-std::string quoted(const std::string& text) {
-    return "'" + text + "'";
-}
-
 // The raw fields that fields of either kind read in the end.
 std::unordered_set<std::string> traceSources(const std::vector<std::string>& fields,
                                              const KwBrevix_930::ScoreDictionary& dictionary,

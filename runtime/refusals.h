@@ -41,6 +41,11 @@ void refuseUnbuilt(const ModelDocument& document, const KwBrevix_930::ScoreDicti
 /// read. Returns: one note for each kind, with its count.
 BREVIX_RUNTIME_API std::vector<std::string> noteIgnored(const ModelDocument& document);
 
+/// Returns: a name or a value as messages show it.
+inline std::string quoted(const std::string& text) {
+    return "'" + text + "'";
+}
+
 /// Throws all complaints as one Error, behind an opening; does nothing where there are none. Of more than ten the rest
 /// is counted.
 void throwComplaints(const std::vector<std::string>& complaints,

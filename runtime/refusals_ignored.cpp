@@ -20,10 +20,6 @@ namespace {
 using Tags = KwBrevix_930::PMMLModelTags;
 using xercesc::DOMElement;
 
-std::string quoted(const std::string& text) {
-    return "'" + text + "'";
-}
-
 // Looks through one document and collects the notes.
 class IgnoredParts {
 public:

@@ -27,14 +27,14 @@ Json listOf(const List& list, const Describe& describe) {
     return items;
 }
 
-Json describeKernel(const ModelDescription& model) {
+Json kernelJson(const ModelDescription& model) {
     Json parameters = Json::object();
     for (const auto& [name, value] : model.kernelParameters)
         parameters[name] = value;
     return {{"type", model.kernel}, {"parameters", parameters}};
 }
 
-Json describeVectors(const ModelDescription& model) {
+Json vectorsJson(const ModelDescription& model) {
     return {{"fields", model.vectorFieldCount},
             {"instances", model.instanceCount},
             {"used", model.usedInstanceCount},
@@ -42,31 +42,31 @@ Json describeVectors(const ModelDescription& model) {
             {"density", orNull(model.density)}};
 }
 
-Json describeMachine(const ModelDescription::Machine& machine) {
+Json machineJson(const ModelDescription::Machine& machine) {
     return {{"categories", machine.categories},
             {"supportVectors", machine.vectorCount},
             {"leftOut", machine.lostVectorCount}};
 }
 
-Json describeRange(const InputField::Range& range) {
+Json rangeJson(const InputField::Range& range) {
     return {{"lower", orNull(range.lower)},
             {"includesLower", range.includesLower},
             {"upper", orNull(range.upper)},
             {"includesUpper", range.includesUpper}};
 }
 
-Json describeInput(const InputField& field) {
+Json inputJson(const InputField& field) {
     return {{"name", field.name},
             {"type", field.type},
             {"kind", field.kind},
             {"optional", field.isOptional},
             {"values", field.values},
-            {"ranges", listOf(field.ranges, describeRange)},
+            {"ranges", listOf(field.ranges, rangeJson)},
             {"missingReplacement", orNull(field.missingReplacement)},
             {"invalidTreatment", field.invalidTreatment}};
 }
 
-Json describeDerivedField(const ModelDescription::DerivedField& field) {
+Json derivedFieldJson(const ModelDescription::DerivedField& field) {
     return {{"name", field.name},
             {"type", field.type},
             {"kind", field.kind},
@@ -74,11 +74,11 @@ Json describeDerivedField(const ModelDescription::DerivedField& field) {
             {"sources", orNull(field.sources)}};
 }
 
-Json describeOutput(const OutputColumn& column) {
+Json outputJson(const OutputColumn& column) {
     return {{"name", column.name}, {"type", column.type}, {"feature", column.feature}, {"value", orNull(column.value)}};
 }
 
-Json describeMethod(const ModelDescription& model) {
+Json methodJson(const ModelDescription& model) {
     if (model.method.empty())
         return nullptr;
     return {{"name", model.method}, {"threshold", model.threshold}, {"maxWins", model.hasMaxWins}};
@@ -92,15 +92,15 @@ std::string describeAsJson(const ModelDescription& description) {
         {"function", description.function},
         {"pmmlVersion", orNull(description.version)},
         {"producer", {{"name", orNull(description.producerName)}, {"version", orNull(description.producerVersion)}}},
-        {"method", describeMethod(description)},
-        {"kernel", describeKernel(description)},
+        {"method", methodJson(description)},
+        {"kernel", kernelJson(description)},
         {"target",
          {{"name", description.targetName}, {"type", description.targetType}, {"categories", description.categories}}},
-        {"vectors", describeVectors(description)},
-        {"machines", listOf(description.machines, describeMachine)},
-        {"inputs", listOf(description.inputs, describeInput)},
-        {"derivedFields", listOf(description.derivedFields, describeDerivedField)},
-        {"outputs", listOf(description.outputs, describeOutput)},
+        {"vectors", vectorsJson(description)},
+        {"machines", listOf(description.machines, machineJson)},
+        {"inputs", listOf(description.inputs, inputJson)},
+        {"derivedFields", listOf(description.derivedFields, derivedFieldJson)},
+        {"outputs", listOf(description.outputs, outputJson)},
         {"prepared", description.prepared},
         {"ignored", description.ignored},
     };

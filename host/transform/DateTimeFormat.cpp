@@ -1,7 +1,7 @@
 // Dates and times as texts by a pattern of the C function strftime.
 #include "host/transform/DateTimeFormat.h"
 
-#include <cstddef>
+#include "host/number_text.h"
 
 namespace KwBrevix_930 {
 
@@ -33,11 +33,6 @@ std::string_view TakenApart(char conversion) {
     }
 }
 
-std::string Padded(int number, std::size_t width, char padding = '0') {
-    std::string text = std::to_string(number);
-    return std::string(text.size() < width ? width - text.size() : 0, padding) + text;
-}
-
 // The year and the week of ISO 8601: a week belongs to the year of its Thursday.
 struct IsoWeek {
     int year;
@@ -67,21 +62,21 @@ std::string DayText(const CalendarTime& time, char conversion) {
         case 'A':
             return std::string(kDays[WeekDay(time)]);
         case 'd':
-            return Padded(time.day, 2);
+            return PaddedNumber(time.day, 2);
         case 'e':
-            return Padded(time.day, 2, ' ');
+            return PaddedNumber(time.day, 2, ' ');
         case 'j':
-            return Padded(DayOfYear(time), 3);
+            return PaddedNumber(DayOfYear(time), 3);
         case 'u':
             return std::to_string((WeekDay(time) + 6) % 7 + 1);
         case 'U':
-            return Padded(WeekOfYear(time, 0), 2);
+            return PaddedNumber(WeekOfYear(time, 0), 2);
         case 'V':
-            return Padded(IsoWeekOf(time).week, 2);
+            return PaddedNumber(IsoWeekOf(time).week, 2);
         case 'w':
             return std::to_string(WeekDay(time));
         default:
-            return Padded(WeekOfYear(time, 1), 2);
+            return PaddedNumber(WeekOfYear(time, 1), 2);
     }
 }
 
@@ -93,15 +88,15 @@ std::string MonthOrYearText(const CalendarTime& time, char conversion) {
         case 'B':
             return std::string(kMonths[time.month - 1]);
         case 'C':
-            return Padded(time.year / 100, 2);
+            return PaddedNumber(time.year / 100, 2);
         case 'g':
-            return Padded((IsoWeekOf(time).year + 100) % 100, 2);
+            return PaddedNumber((IsoWeekOf(time).year + 100) % 100, 2);
         case 'G':
             return std::to_string(IsoWeekOf(time).year);
         case 'm':
-            return Padded(time.month, 2);
+            return PaddedNumber(time.month, 2);
         case 'y':
-            return Padded(time.year % 100, 2);
+            return PaddedNumber(time.year % 100, 2);
         default:
             return std::to_string(time.year);
     }
@@ -110,15 +105,15 @@ std::string MonthOrYearText(const CalendarTime& time, char conversion) {
 std::string TimeText(const CalendarTime& time, char conversion) {
     switch (conversion) {
         case 'H':
-            return Padded(time.hour, 2);
+            return PaddedNumber(time.hour, 2);
         case 'I':
-            return Padded((time.hour + 11) % 12 + 1, 2);
+            return PaddedNumber((time.hour + 11) % 12 + 1, 2);
         case 'M':
-            return Padded(time.minute, 2);
+            return PaddedNumber(time.minute, 2);
         case 'p':
             return time.hour < 12 ? "AM" : "PM";
         default:
-            return Padded(static_cast<int>(time.second), 2);
+            return PaddedNumber(static_cast<int>(time.second), 2);
     }
 }
 

@@ -8,8 +8,8 @@
 #include "host/BaseTranslator.h"
 #include "host/DOMElemUtility.h"
 #include "host/PMMLModelTags.h"
+#include "host/refusal.h"
 #include "host/transform/built_in_functions.h"
-#include "host/transform/refusal.h"
 
 namespace KwBrevix_930 {
 

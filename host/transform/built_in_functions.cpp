@@ -4,8 +4,8 @@
 #include <unordered_map>
 
 #include "host/calendar.h"
+#include "host/refusal.h"
 #include "host/transform/CastExpression.h"
-#include "host/transform/refusal.h"
 
 namespace KwBrevix_930 {
 

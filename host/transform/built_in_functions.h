@@ -1,12 +1,15 @@
 // The built-in functions of PMML.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "host/transform/FunctionExpression.h"
 
@@ -47,6 +50,25 @@ struct NumericFunction {
 
 /// Returns: the call of a numeric function; its arguments must be numbers.
 std::unique_ptr<FunctionExpression> MakeNumericCall(const NumericFunction& function, FunctionCall&& call);
+
+/// Returns: the built-in functions of an array of numeric functions, made once.
+template <const auto& kNumericFunctions>
+std::span<const BuiltInFunction> FunctionsOf() {
+    static constexpr auto kMake = [](FunctionCall&& call) -> std::unique_ptr<FunctionExpression> {
+        const auto* function = std::ranges::find(kNumericFunctions, call.name, &NumericFunction::name);
+        return MakeNumericCall(*function, std::move(call));
+    };
+    static const auto kFunctions = [] {
+        std::vector<BuiltInFunction> functions;
+        for (const NumericFunction& function : kNumericFunctions)
+            functions.push_back({function.name, function.count, function.count, kMake});
+        return functions;
+    }();
+    return kFunctions;
+}
+
+/// What comparisons and logic give.
+constexpr FieldType kTruth{FieldType::kBoolean};
 
 /// What functions ask of their arguments while they are read; where it can be done, arguments are cast to it.
 /// Errors of all: BXException 260106.

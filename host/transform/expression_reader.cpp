@@ -15,12 +15,12 @@
 #include "host/BaseTranslator.h"
 #include "host/DocumentParser.h"
 #include "host/PMMLModelTags.h"
+#include "host/refusal.h"
 #include "host/transform/CastExpression.h"
 #include "host/transform/ExpressionReader.h"
 #include "host/transform/Literal.h"
 #include "host/transform/cast.h"
 #include "host/transform/field_expressions.h"
-#include "host/transform/refusal.h"
 
 namespace KwBrevix_930 {
 

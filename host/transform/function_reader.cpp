@@ -9,11 +9,11 @@
 
 #include "host/BaseTranslator.h"
 #include "host/PMMLModelTags.h"
+#include "host/refusal.h"
 #include "host/transform/CastExpression.h"
 #include "host/transform/ExpressionReader.h"
 #include "host/transform/UserFunctionExpression.h"
 #include "host/transform/built_in_functions.h"
-#include "host/transform/refusal.h"
 
 namespace KwBrevix_930 {
 

@@ -107,7 +107,7 @@ std::unique_ptr<FunctionExpression> MakeMedian(FunctionCall&& call) {
     return std::make_unique<MedianExpression>(std::move(call));
 }
 
-constexpr BuiltInFunction kFunctions[] = {
+constexpr BuiltInFunction kAggregateFunctions[] = {
     {"min", 1, kAnyNumber, &MakeFold<kMin>}, {"max", 1, kAnyNumber, &MakeFold<kMax>},
     {"sum", 1, kAnyNumber, &MakeFold<kSum>}, {"avg", 1, kAnyNumber, &MakeFold<kAverage>},
     {"median", 1, kAnyNumber, &MakeMedian},  {"product", 1, kAnyNumber, &MakeFold<kProduct>},
@@ -116,7 +116,7 @@ constexpr BuiltInFunction kFunctions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> AggregateFunctions() {
-    return kFunctions;
+    return kAggregateFunctions;
 }
 
 }  // namespace KwBrevix_930

@@ -1,7 +1,6 @@
 // Built-in functions: arithmetic, powers, logarithms, rounding and trigonometry, on numbers alone. The quotient of two
 // integers is not cut off: it is rounded only where an integer is asked for.
 #include <cmath>
-#include <vector>
 
 #include "host/transform/built_in_functions.h"
 #include "host/transform/cast.h"
@@ -55,7 +54,7 @@ double RoundHalfEven(double x) {
     return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
 }
 
-constexpr NumericFunction kFunctions[] = {
+constexpr NumericFunction kArithmeticFunctions[] = {
     {"+", 2, [](const double* x) { return x[0] + x[1]; }, nullptr},
     {"-", 2, [](const double* x) { return x[0] - x[1]; }, nullptr},
     {"*", 2, [](const double* x) { return x[0] * x[1]; }, nullptr},
@@ -87,14 +86,6 @@ constexpr NumericFunction kFunctions[] = {
     {"tanh", 1, [](const double* x) { return std::tanh(x[0]); }, nullptr},
 };
 
-std::unique_ptr<FunctionExpression> Make(FunctionCall&& call) {
-    for (const NumericFunction& function : kFunctions) {
-        if (function.name == call.name)
-            return MakeNumericCall(function, std::move(call));
-    }
-    return nullptr;
-}
-
 }  // namespace
 
 std::unique_ptr<FunctionExpression> MakeNumericCall(const NumericFunction& function, FunctionCall&& call) {
@@ -103,13 +94,7 @@ std::unique_ptr<FunctionExpression> MakeNumericCall(const NumericFunction& funct
 }
 
 std::span<const BuiltInFunction> ArithmeticFunctions() {
-    static const auto kBuiltIn = [] {
-        std::vector<BuiltInFunction> functions;
-        for (const NumericFunction& function : kFunctions)
-            functions.push_back({function.name, function.count, function.count, &Make});
-        return functions;
-    }();
-    return kBuiltIn;
+    return FunctionsOf<kArithmeticFunctions>();
 }
 
 }  // namespace KwBrevix_930

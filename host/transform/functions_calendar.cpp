@@ -56,7 +56,7 @@ std::unique_ptr<FunctionExpression> MakeCount(FunctionCall&& call) {
     return std::make_unique<CountExpression>(count, std::move(call));
 }
 
-constexpr BuiltInFunction kFunctions[] = {
+constexpr BuiltInFunction kCalendarFunctions[] = {
     {"dateDaysSinceYear", 2, 2, &MakeCount<&Days>},
     {"dateSecondsSinceYear", 2, 2, &MakeCount<&Seconds>},
     {"dateSecondsSinceMidnight", 1, 1, &MakeCount<&OfDay>},
@@ -65,7 +65,7 @@ constexpr BuiltInFunction kFunctions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> CalendarFunctions() {
-    return kFunctions;
+    return kCalendarFunctions;
 }
 
 }  // namespace KwBrevix_930

@@ -8,8 +8,6 @@ namespace KwBrevix_930 {
 
 namespace {
 
-constexpr FieldType kTruth{FieldType::kBoolean};
-
 // Both are numbers or both are texts. Returns less than, equal to or more than 0.
 int Compare(const DerivedValue& one, const DerivedValue& other) {
     if (one.IsText())
@@ -80,7 +78,7 @@ std::unique_ptr<FunctionExpression> MakeMembership(FunctionCall&& call) {
     return std::make_unique<MembershipExpression>(ifIn, std::move(call));
 }
 
-constexpr BuiltInFunction kFunctions[] = {
+constexpr BuiltInFunction kComparisonFunctions[] = {
     {"equal", 2, 2, &MakeRelation<std::equal_to<int>>},
     {"notEqual", 2, 2, &MakeRelation<std::not_equal_to<int>>},
     {"lessThan", 2, 2, &MakeRelation<std::less<int>>},
@@ -94,7 +92,7 @@ constexpr BuiltInFunction kFunctions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> ComparisonFunctions() {
-    return kFunctions;
+    return kComparisonFunctions;
 }
 
 }  // namespace KwBrevix_930

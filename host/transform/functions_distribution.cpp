@@ -1,6 +1,5 @@
 // Built-in functions: the error function and the normal distribution.
 #include <cmath>
-#include <vector>
 
 #include "host/transform/built_in_functions.h"
 #include "host/transform/normal_distribution.h"
@@ -22,7 +21,7 @@ double Scaled(const double* x) {
 }
 
 // The normal distributions take a value, the mean and the standard deviation.
-constexpr NumericFunction kFunctions[] = {
+constexpr NumericFunction kDistributionFunctions[] = {
     {"erf", 1, [](const double* x) { return std::erf(x[0]); }, nullptr},
     {"normalCDF", 3, [](const double* x) { return NormalProbability(Scaled(x)); }, &HasDeviation},
     {"normalPDF", 3, [](const double* x) { return NormalDensity(Scaled(x)) / x[2]; }, &HasDeviation},
@@ -33,24 +32,10 @@ constexpr NumericFunction kFunctions[] = {
     {"stdNormalIDF", 1, [](const double* x) { return NormalQuantile(x[0]); }, &IsProbability},
 };
 
-std::unique_ptr<FunctionExpression> Make(FunctionCall&& call) {
-    for (const NumericFunction& function : kFunctions) {
-        if (function.name == call.name)
-            return MakeNumericCall(function, std::move(call));
-    }
-    return nullptr;
-}
-
 }  // namespace
 
 std::span<const BuiltInFunction> DistributionFunctions() {
-    static const auto kBuiltIn = [] {
-        std::vector<BuiltInFunction> functions;
-        for (const NumericFunction& function : kFunctions)
-            functions.push_back({function.name, function.count, function.count, &Make});
-        return functions;
-    }();
-    return kBuiltIn;
+    return FunctionsOf<kDistributionFunctions>();
 }
 
 }  // namespace KwBrevix_930

@@ -6,8 +6,6 @@ namespace KwBrevix_930 {
 
 namespace {
 
-constexpr FieldType kTruth{FieldType::kBoolean};
-
 // and, or: decided by the first argument that has the deciding value.
 class JunctionExpression : public FunctionExpression {
 public:
@@ -129,7 +127,7 @@ std::unique_ptr<FunctionExpression> MakeState(FunctionCall&& call) {
     return std::make_unique<StateExpression>(question, std::move(call));
 }
 
-constexpr BuiltInFunction kFunctions[] = {
+constexpr BuiltInFunction kLogicFunctions[] = {
     {"and", 2, kAnyNumber, &MakeJunction<false>},
     {"or", 2, kAnyNumber, &MakeJunction<true>},
     {"not", 1, 1, &MakeNot},
@@ -143,7 +141,7 @@ constexpr BuiltInFunction kFunctions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> LogicFunctions() {
-    return kFunctions;
+    return kLogicFunctions;
 }
 
 }  // namespace KwBrevix_930

@@ -10,11 +10,11 @@
 
 #include <re2/re2.h>
 
+#include "host/refusal.h"
 #include "host/transform/DateTimeFormat.h"
 #include "host/transform/NumberFormat.h"
 #include "host/transform/built_in_functions.h"
 #include "host/transform/cast.h"
-#include "host/transform/refusal.h"
 #include "host/transform/utf8_text.h"
 
 namespace KwBrevix_930 {
@@ -257,7 +257,7 @@ std::unique_ptr<FunctionExpression> MakeFormatDateTime(FunctionCall&& call) {
     return std::make_unique<FormatDateTimeExpression>(std::move(call));
 }
 
-constexpr BuiltInFunction kFunctions[] = {
+constexpr BuiltInFunction kPatternFunctions[] = {
     {"matches", 2, 2, &MakeMatches},
     {"replace", 3, 3, &MakeReplace},
     {"formatNumber", 2, 2, &MakeFormatNumber},
@@ -267,7 +267,7 @@ constexpr BuiltInFunction kFunctions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> PatternFunctions() {
-    return kFunctions;
+    return kPatternFunctions;
 }
 
 }  // namespace KwBrevix_930

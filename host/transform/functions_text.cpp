@@ -120,7 +120,7 @@ std::unique_ptr<FunctionExpression> MakeConcat(FunctionCall&& call) {
     return std::make_unique<ConcatExpression>(std::move(call));
 }
 
-constexpr BuiltInFunction kFunctions[] = {
+constexpr BuiltInFunction kTextFunctions[] = {
     {"uppercase", 1, 1, &MakeText<FieldType::kString, &Upper>},
     {"lowercase", 1, 1, &MakeText<FieldType::kString, &Lower>},
     {"trimBlanks", 1, 1, &MakeText<FieldType::kString, &Trim>},
@@ -132,7 +132,7 @@ constexpr BuiltInFunction kFunctions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> TextFunctions() {
-    return kFunctions;
+    return kTextFunctions;
 }
 
 }  // namespace KwBrevix_930

@@ -10,10 +10,10 @@
 
 #include "host/BaseTranslator.h"
 #include "host/PMMLModelTags.h"
+#include "host/refusal.h"
 #include "host/transform/DiscretizeExpression.h"
 #include "host/transform/ExpressionReader.h"
 #include "host/transform/MapValuesExpression.h"
-#include "host/transform/refusal.h"
 
 namespace KwBrevix_930 {
 
@@ -51,8 +51,8 @@ DictVar::Interval ReadRange(const DOMElemUtility& reader, const DOMElement& elem
     if (!range.left && !range.right)
         Refuse(260120, std::string(Tags::XML_ATT_LEFTMARGIN) + " or " + Tags::XML_ATT_RIGHTMARGIN,
                Tags::XML_ELE_INTERVAL);
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    if (!(range.left.value_or(-kInfinity) <= range.right.value_or(kInfinity)))
+    constexpr double kUnbounded = std::numeric_limits<double>::infinity();
+    if (!(range.left.value_or(-kUnbounded) <= range.right.value_or(kUnbounded)))
         RefuseAttribute(reader, element, Tags::XML_ATT_LEFTMARGIN);
     return range;
 }

@@ -13,11 +13,11 @@
 #include "host/PMMLModelTags.h"
 #include "host/ScoreDictionary.h"
 #include "host/dictionary_reader.h"
+#include "host/refusal.h"
 #include "host/transform/FieldScope.h"
 #include "host/transform/FunctionTable.h"
 #include "host/transform/TransformationDictionary.h"
 #include "host/transform/expression_reader.h"
-#include "host/transform/refusal.h"
 
 namespace KwBrevix_930 {
 

@@ -15,16 +15,13 @@ using detail::IncompleteBeta;
 using detail::InvertBeta;
 using detail::IsPositive;
 using detail::IsProbability;
+using detail::kExpFloor;
 using detail::Missing;
 using detail::PeizerPratt;
 using detail::ProbabilityOrMissing;
 using detail::UnitPoint;
 
-namespace {
-
-constexpr double kExpFloor = -708.0;
-
-}  // namespace
+namespace {}  // namespace
 
 double KwDistFun::cdfbet(const double& x, const double& a, const double& b, long& ier) {
     ier = 0;

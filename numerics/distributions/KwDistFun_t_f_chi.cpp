@@ -21,6 +21,7 @@ using detail::Fail;
 using detail::FiniteOrMissing;
 using detail::InvertBeta;
 using detail::IsPositive;
+using detail::kExpFloor;
 using detail::kLastRoughStep;
 using detail::LogMiss;
 using detail::Missing;
@@ -40,7 +41,6 @@ constexpr double kPi = 3.141592653589793;
 constexpr double kLogRootPi = 0.5723649429247001;
 constexpr double kNormalDf = 1e8;
 constexpr double kNormalDensityDf = 1e10;  // above it the rounding of log Gamma would be more than what t differs
-constexpr double kExpFloor = -708.0;
 
 // 0.5 + atan(t)/pi; far left the same by the complementary angle.
 double Cauchy(double t) {

@@ -7,6 +7,9 @@
 
 namespace KwMath_930::detail {
 
+// The natural logarithm of a density or a probability below which it is taken to be 0.
+constexpr double kExpFloor = -708.0;
+
 inline double Missing() {
     return KwCommon_930::KwMV::Missing();
 }

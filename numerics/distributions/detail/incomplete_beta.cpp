@@ -16,7 +16,6 @@ namespace KwMath_930::detail {
 
 namespace {
 
-constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 constexpr int kMostSteps = 5000;
 constexpr double kOneSidedFrom = 1e15;  // a larger parameter against one below kBetaNormalFrom: the gamma limit
 constexpr double kSeriesReach = 0.7;

@@ -4,7 +4,6 @@
 #include "numerics/distributions/detail/incomplete_gamma.h"
 
 #include <cmath>
-#include <limits>
 
 #include "numerics/distributions/detail/error_function.h"
 #include "numerics/distributions/detail/gamma_parts.h"
@@ -15,7 +14,6 @@ namespace KwMath_930::detail {
 
 namespace {
 
-constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 constexpr int kMostTerms = 1000;  // the regions keep series and fraction below 200
 
 // 1 + x/(p+1) + x^2/((p+1)(p+2)) + ...

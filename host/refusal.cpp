@@ -1,5 +1,5 @@
-// Errors in the expressions of a document.
-#include "host/transform/refusal.h"
+// Errors in a document.
+#include "host/refusal.h"
 
 #include "host/BXErrorFormater.h"
 #include "host/BXException.h"
@@ -15,8 +15,12 @@ void Refuse(int code, const std::string& first, const std::string& second, const
     throw error;
 }
 
+void RefuseValue(const std::string& value, const std::string& attribute, const std::string& element) {
+    Refuse(260153, value, attribute, element);
+}
+
 void RefuseAttribute(const DOMElemUtility& reader, const xercesc::DOMElement& element, const std::string& attribute) {
-    Refuse(260153, reader.GetAttributeToString(&element, attribute, true), attribute, reader.GetElementName(&element));
+    RefuseValue(reader.GetAttributeToString(&element, attribute, true), attribute, reader.GetElementName(&element));
 }
 
 void PutPlace(BXException& error, const DOMElemUtility& reader, const xercesc::DOMElement& field,

@@ -1,4 +1,4 @@
-// Errors in the expressions of a document.
+// Errors in a document.
 #pragma once
 
 #include <string>
@@ -17,6 +17,9 @@ class DOMElemUtility;
 /// Throws a BXException with that code; arguments that the code does not take are passed over.
 [[noreturn]] void Refuse(int code, const std::string& first, const std::string& second = {},
                          const std::string& third = {});
+
+/// Throws a BXException 260153 for a value that an attribute does not allow.
+[[noreturn]] void RefuseValue(const std::string& value, const std::string& attribute, const std::string& element);
 
 /// Throws a BXException 260153 for the text of an attribute.
 [[noreturn]] void RefuseAttribute(const DOMElemUtility& reader, const xercesc::DOMElement& element,
