@@ -43,8 +43,8 @@ TEST_P(MessageOfEachCode, ContainsTheCodeAndEveryArgument) {
 INSTANTIATE_TEST_SUITE_P(BXException, MessageOfEachCode,
                          testing::Values(Row{260114, 1}, Row{260115, 2}, Row{260120, 2}, Row{260153, 3}, Row{260221, 1},
                                          Row{260251, 6}, Row{260281, 2}, Row{260101, 3}, Row{260102, 2}, Row{260103, 3},
-                                         Row{260104, 3}, Row{260105, 2},
-                                         Row{260106, 3}, Row{260107, 1}, Row{260111, 3}));
+                                         Row{260104, 3}, Row{260105, 2}, Row{260106, 3}, Row{260107, 1},
+                                         Row{260111, 3}));
 
 TEST(BXException, IsAnOrdinaryStandardException) {
     static_assert(std::is_base_of_v<std::exception, BXException>);

@@ -43,7 +43,7 @@ struct WatchedVersion : VersionInfo {
     int& fEnds;
 };
 
-std::unique_ptr<DictVar> Number(const std::string& name) {
+std::unique_ptr<DictVar> NewNumber(const std::string& name) {
     return std::make_unique<DictVar>(name, DictVar::kNumber, DictVar::kContinuous);
 }
 
@@ -161,7 +161,7 @@ TEST(BaseModel, OwnsItsVersion) {
 
 TEST(BaseModel, KeepsRolesByNameAndByVariable) {
     TestModel model;
-    const auto x = Number("x");
+    const auto x = NewNumber("x");
     model.SetVarRole("x", ScoreModel::kActive);
     EXPECT_EQ(model.GetVarRole(x.get()), ScoreModel::kActive);
     model.SetVarRole(x.get(), ScoreModel::kSupplementary);
@@ -174,7 +174,7 @@ TEST(BaseModel, KeepsRolesByNameAndByVariable) {
 TEST(BaseModel, TheFirstTargetCounts) {
     BaseDictionary dictionary;
     for (const char* name : {"a", "b", "c"})
-        dictionary.AddVar(Number(name));
+        dictionary.AddVar(NewNumber(name));
     TestModel model;
     model.SetVarRole("c", ScoreModel::kTarget);
     EXPECT_EQ(model.GetTargetVar(), nullptr);
@@ -196,7 +196,7 @@ TEST(BaseModel, ATargetOutsideTheDictionaryIsNone) {
 
 TEST(BaseModel, TellsItsDerivedFieldsWhetherReplacementsCount) {
     BaseDictionary dictionary;
-    dictionary.AddVar(Number("x"));
+    dictionary.AddVar(NewNumber("x"));
     dictionary.FindVar("x")->SetIndex(0);
     dictionary.FindVar("x")->GetVarStats()->SetMissingReplacement(std::make_unique<NumericValue>(6.5));
     TransformationDictionary transformations;

@@ -10,11 +10,11 @@ namespace {
 using KwBrevix_930::BrevixTranscoder;
 using Wide = std::basic_string<XMLCh>;
 
-const BrevixTranscoder kTranscoder;
-const std::string kReplacement = "\xEF\xBF\xBD";
+const BrevixTranscoder kUtf8Transcoder;
+const std::string kReplacementCharacter = "\xEF\xBF\xBD";
 
 std::string Narrow(const Wide& text) {
-    return kTranscoder.ToNarrow(text.c_str());
+    return kUtf8Transcoder.ToNarrow(text.c_str());
 }
 
 TEST(BrevixTranscoder, WritesOneToFourBytes) {
@@ -27,30 +27,30 @@ TEST(BrevixTranscoder, WritesOneToFourBytes) {
 }
 
 TEST(BrevixTranscoder, ReadsOneToFourBytes) {
-    EXPECT_EQ(kTranscoder.ToWide("A\x7F"), (Wide{0x41, 0x7F}));
-    EXPECT_EQ(kTranscoder.ToWide("\xC2\x80\xDF\xBF"), (Wide{0x80, 0x7FF}));
-    EXPECT_EQ(kTranscoder.ToWide("\xE0\xA0\x80\xEF\xBF\xBF"), (Wide{0x800, 0xFFFF}));
-    EXPECT_EQ(kTranscoder.ToWide("\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"), (Wide{0xD800, 0xDC00, 0xDBFF, 0xDFFF}));
+    EXPECT_EQ(kUtf8Transcoder.ToWide("A\x7F"), (Wide{0x41, 0x7F}));
+    EXPECT_EQ(kUtf8Transcoder.ToWide("\xC2\x80\xDF\xBF"), (Wide{0x80, 0x7FF}));
+    EXPECT_EQ(kUtf8Transcoder.ToWide("\xE0\xA0\x80\xEF\xBF\xBF"), (Wide{0x800, 0xFFFF}));
+    EXPECT_EQ(kUtf8Transcoder.ToWide("\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"), (Wide{0xD800, 0xDC00, 0xDBFF, 0xDFFF}));
 }
 
 TEST(BrevixTranscoder, TakesNullAndEmptyForEmpty) {
-    EXPECT_EQ(kTranscoder.ToNarrow(nullptr), "");
+    EXPECT_EQ(kUtf8Transcoder.ToNarrow(nullptr), "");
     EXPECT_EQ(Narrow({}), "");
-    EXPECT_EQ(kTranscoder.ToWide(""), Wide());
-    EXPECT_EQ(kTranscoder.ToWide(std::string_view()), Wide());
+    EXPECT_EQ(kUtf8Transcoder.ToWide(""), Wide());
+    EXPECT_EQ(kUtf8Transcoder.ToWide(std::string_view()), Wide());
 }
 
 TEST(BrevixTranscoder, ReplacesALoneSurrogate) {
-    EXPECT_EQ(Narrow({0x41, 0xD83D}), "A" + kReplacement);
-    EXPECT_EQ(Narrow({0xD83D, 0x42}), kReplacement + "B");
-    EXPECT_EQ(Narrow({0xDE00, 0x43}), kReplacement + "C");
-    EXPECT_EQ(Narrow({0xDE00, 0xD83D}), kReplacement + kReplacement);
-    EXPECT_EQ(Narrow({0xD83D, 0xD83D, 0xDE00}), kReplacement + "\xF0\x9F\x98\x80");
+    EXPECT_EQ(Narrow({0x41, 0xD83D}), "A" + kReplacementCharacter);
+    EXPECT_EQ(Narrow({0xD83D, 0x42}), kReplacementCharacter + "B");
+    EXPECT_EQ(Narrow({0xDE00, 0x43}), kReplacementCharacter + "C");
+    EXPECT_EQ(Narrow({0xDE00, 0xD83D}), kReplacementCharacter + kReplacementCharacter);
+    EXPECT_EQ(Narrow({0xD83D, 0xD83D, 0xDE00}), kReplacementCharacter + "\xF0\x9F\x98\x80");
 }
 
 TEST(BrevixTranscoder, ReplacesEachByteThatIsNoCharacter) {
     const auto expectReplaced = [](std::string_view text, std::size_t count) {
-        const Wide wide = kTranscoder.ToWide(std::string(text) + "z");
+        const Wide wide = kUtf8Transcoder.ToWide(std::string(text) + "z");
         EXPECT_EQ(wide, Wide(count, 0xFFFD) + static_cast<XMLCh>('z')) << testing::PrintToString(text);
     };
     expectReplaced("\x80", 1);
@@ -65,16 +65,16 @@ TEST(BrevixTranscoder, ReplacesEachByteThatIsNoCharacter) {
 
 TEST(BrevixTranscoder, ReplacesOverlongFormsSurrogatesAndWhatLiesBeyondUnicode) {
     for (const char* text : {"\xC0\x80", "\xC1\xBF"})
-        EXPECT_EQ(kTranscoder.ToWide(text), Wide(2, 0xFFFD));
+        EXPECT_EQ(kUtf8Transcoder.ToWide(text), Wide(2, 0xFFFD));
     for (const char* text : {"\xE0\x80\x80", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xED\xBF\xBF"})
-        EXPECT_EQ(kTranscoder.ToWide(text), Wide(3, 0xFFFD));
+        EXPECT_EQ(kUtf8Transcoder.ToWide(text), Wide(3, 0xFFFD));
     for (const char* text : {"\xF0\x80\x80\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80"})
-        EXPECT_EQ(kTranscoder.ToWide(text), Wide(4, 0xFFFD));
+        EXPECT_EQ(kUtf8Transcoder.ToWide(text), Wide(4, 0xFFFD));
 }
 
 TEST(BrevixTranscoder, ReplacesAnUnfinishedCharacterAtTheEnd) {
-    EXPECT_EQ(kTranscoder.ToWide("a\xE2\x82"), (Wide{'a', 0xFFFD, 0xFFFD}));
-    EXPECT_EQ(kTranscoder.ToWide(std::string_view("\xF0\x9F\x98\x80", 3)), Wide(3, 0xFFFD));
+    EXPECT_EQ(kUtf8Transcoder.ToWide("a\xE2\x82"), (Wide{'a', 0xFFFD, 0xFFFD}));
+    EXPECT_EQ(kUtf8Transcoder.ToWide(std::string_view("\xF0\x9F\x98\x80", 3)), Wide(3, 0xFFFD));
 }
 
 TEST(BrevixTranscoder, EveryCharacterComesBack) {
@@ -88,7 +88,7 @@ TEST(BrevixTranscoder, EveryCharacterComesBack) {
         } else {
             wide += static_cast<XMLCh>(point);
         }
-        ASSERT_EQ(kTranscoder.ToWide(kTranscoder.ToNarrow(wide.c_str())), wide) << point;
+        ASSERT_EQ(kUtf8Transcoder.ToWide(kUtf8Transcoder.ToNarrow(wide.c_str())), wide) << point;
     }
 }
 
@@ -98,8 +98,8 @@ TEST(BrevixTranscoder, ReadsAnyBytesWithoutFailing) {
         std::string bytes(random() % 12, '\0');
         for (char& byte : bytes)
             byte = static_cast<char>(0x70 + random() % 0x90);
-        const std::string once = kTranscoder.ToNarrow(kTranscoder.ToWide(bytes).c_str());
-        ASSERT_EQ(kTranscoder.ToNarrow(kTranscoder.ToWide(once).c_str()), once);
+        const std::string once = kUtf8Transcoder.ToNarrow(kUtf8Transcoder.ToWide(bytes).c_str());
+        ASSERT_EQ(kUtf8Transcoder.ToNarrow(kUtf8Transcoder.ToWide(once).c_str()), once);
     }
 }
 

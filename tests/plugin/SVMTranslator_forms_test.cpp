@@ -15,13 +15,12 @@ namespace {
 
 using test_support::Failure;
 using test_support::FailureOf;
+using test_support::kNoTranscoder;
 using test_support::Regression;
 using test_support::ScoreOf;
 using test_support::SvmDocument;
 using xercesc::DOMDocument;
 using xercesc::DOMElement;
-
-const std::string kNoTranscoder;
 
 using FormOfElements = ScoreModel* (ScoreTranslator::*)(DOMElement*, DOMElement*, DOMElement*, const std::string&);
 using FormOfModel = ScoreModel* (ScoreTranslator::*)(DOMElement*, ScoreModel*, const std::string&);

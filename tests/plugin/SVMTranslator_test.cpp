@@ -22,6 +22,7 @@ namespace {
 using test_support::Failure;
 using test_support::FailureOf;
 using test_support::kNoFailure;
+using test_support::kNoTranscoder;
 using test_support::kTarget;
 using test_support::kTwoCategoryMachine;
 using test_support::Regression;
@@ -31,7 +32,6 @@ using test_support::Translate;
 using test_support::TranslationFailure;
 using test_support::TwoCategories;
 
-const std::string kNoTranscoder;
 const std::string kEnter = "Enter:KwBrevix_930::SVMTranslator::ParseFromTree\n";
 const std::string kExit = "Exit:KwBrevix_930::SVMTranslator::ParseFromTree\n";
 

@@ -6,6 +6,7 @@
 
 #include "runtime/ScoringModel.h"
 #include "tests/runtime/SmallDocument.h"
+#include "tests/runtime/opened_model.h"
 #include "tests/support/control_word.h"
 
 namespace {
@@ -13,6 +14,8 @@ namespace {
 using brevix::Outcome;
 using brevix::OutputValue;
 using brevix::ScoringModel;
+using test_support::faultOf;
+using test_support::open;
 using test_support::SmallDocument;
 using testing::AllOf;
 using testing::ElementsAre;
@@ -21,8 +24,6 @@ using testing::HasSubstr;
 constexpr const char* kSigmoid =
     "<Extension extender=\"ZARN\"><ResponseCategory response=\"red\" nonresponse=\"blue\"/>"
     "<ProbabilityParam A=\"1.5\" B=\"0.25\"/></Extension>";
-constexpr const char* kDeviation =
-    "<Extension extender=\"ZARN\"><StandardDeviation>0.5</StandardDeviation></Extension>";
 
 std::string field(const std::string& name, const std::string& attributes, const std::string& content = "") {
     return "<OutputField name=\"" + name + "\" " + attributes + ">" + content + "</OutputField>";
@@ -40,15 +41,7 @@ SmallDocument classification(const std::string& fields) {
 }
 
 SmallDocument regression(const std::string& fields) {
-    SmallDocument document = SmallDocument::regression();
-    document.afterSchema = output(fields);
-    document.machines = SmallDocument::machine("", kDeviation);
-    return document;
-}
-
-std::unique_ptr<ScoringModel> open(const SmallDocument& document, brevix::ModelOptions options = {}) {
-    options.plugin = BREVIX_PLUGIN;
-    return ScoringModel::openText(document.makeText(), options);
+    return test_support::regressionWith(output(fields));
 }
 
 using Values = std::vector<std::pair<std::string, std::string>>;
@@ -73,15 +66,6 @@ std::string valueOf(const ScoringModel& model, const Outcome& outcome, const std
 std::string valueOf(const SmallDocument& document, const std::string& column, const Values& values) {
     const auto model = open(document);
     return valueOf(*model, score(*model, values), column);
-}
-
-std::string faultOf(const SmallDocument& document) {
-    try {
-        open(document);
-    } catch (const brevix::Error& fault) {
-        return fault.what();
-    }
-    return "no fault";
 }
 
 const Values kRed = {{"x", "-0.5"}, {"y", "0.25"}};

@@ -8,12 +8,15 @@
 
 #include "runtime/Error.h"
 #include "tests/runtime/SmallDocument.h"
+#include "tests/runtime/opened_model.h"
 
 namespace {
 
 using brevix::ModelOptions;
 using brevix::Outcome;
 using brevix::ScoringModel;
+using test_support::faultOf;
+using test_support::open;
 using test_support::SmallDocument;
 using testing::AllOf;
 using testing::ElementsAre;
@@ -23,10 +26,6 @@ using testing::IsEmpty;
 ModelOptions withPlugin(ModelOptions options = {}) {
     options.plugin = BREVIX_PLUGIN;
     return options;
-}
-
-std::unique_ptr<ScoringModel> open(const SmallDocument& document, const ModelOptions& options = {}) {
-    return ScoringModel::openText(document.makeText(), withPlugin(options));
 }
 
 std::vector<std::string> inputNames(const ScoringModel& model) {
@@ -52,15 +51,6 @@ std::string predict(const ScoringModel& model, const Values& values) {
     if (outcome.status != 0)
         return std::to_string(outcome.status);
     return outcome.category < 0 ? "none" : model.getCategories()[static_cast<std::size_t>(outcome.category)];
-}
-
-std::string faultOf(const SmallDocument& document, const ModelOptions& options = {}) {
-    try {
-        open(document, options);
-    } catch (const brevix::Error& fault) {
-        return fault.what();
-    }
-    return "no fault";
 }
 
 std::string derived(const std::string& name, const std::string& field, const std::string& type = "double") {

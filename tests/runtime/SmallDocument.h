@@ -79,4 +79,15 @@ struct SmallDocument {
     }
 };
 
+inline constexpr const char* kDeviation =
+    "<Extension extender=\"ZARN\"><StandardDeviation>0.5</StandardDeviation></Extension>";
+
+/// The regression with a deviation, and with elements behind the schema.
+inline SmallDocument regressionWith(const std::string& afterSchema) {
+    SmallDocument document = SmallDocument::regression();
+    document.afterSchema = afterSchema;
+    document.machines = SmallDocument::machine("", kDeviation);
+    return document;
+}
+
 }  // namespace test_support

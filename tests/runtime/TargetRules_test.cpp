@@ -8,6 +8,7 @@
 
 #include "runtime/ScoringModel.h"
 #include "tests/runtime/SmallDocument.h"
+#include "tests/runtime/opened_model.h"
 
 namespace {
 
@@ -15,35 +16,23 @@ using brevix::MissingPolicy;
 using brevix::ModelOptions;
 using brevix::Outcome;
 using brevix::ScoringModel;
+using test_support::faultOf;
+using test_support::open;
+using test_support::regressionWith;
 using test_support::SmallDocument;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr const char* kDeviation =
-    "<Extension extender=\"ZARN\"><StandardDeviation>0.5</StandardDeviation></Extension>";
-
 std::string target(const std::string& attributes, const std::string& content = "") {
     return "<Targets><Target " + attributes + ">" + content + "</Target></Targets>";
 }
 
-SmallDocument regression(const std::string& targets) {
-    SmallDocument document = SmallDocument::regression();
-    document.afterSchema = targets;
-    document.machines = SmallDocument::machine("", kDeviation);
-    return document;
-}
-
-SmallDocument classification(const std::string& values, const std::string& attributes = "field=\"hue\"") {
+SmallDocument classificationWith(const std::string& values, const std::string& attributes = "field=\"hue\"") {
     SmallDocument document;
     document.afterSchema = target(attributes, values);
     return document;
-}
-
-std::unique_ptr<ScoringModel> open(const SmallDocument& document, ModelOptions options = {}) {
-    options.plugin = BREVIX_PLUGIN;
-    return ScoringModel::openText(document.makeText(), options);
 }
 
 Outcome score(const SmallDocument& document, const std::string& x, const std::string& y,
@@ -59,18 +48,9 @@ Outcome score(const SmallDocument& document, const std::string& x, const std::st
     return outcome;
 }
 
-std::string faultOf(const SmallDocument& document) {
-    try {
-        open(document);
-    } catch (const brevix::Error& fault) {
-        return fault.what();
-    }
-    return "no fault";
-}
-
 // The number that a raw prediction of 1.5 x + 0.125 becomes.
 double rescaled(const std::string& attributes, const std::string& x) {
-    return score(regression(target("field=\"price\" " + attributes)), x, "0").number.value();
+    return score(regressionWith(target("field=\"price\" " + attributes)), x, "0").number.value();
 }
 
 TEST(Targets, FactorComesBeforeConstant) {
@@ -100,8 +80,8 @@ TEST(Targets, ResultThatIsNotFiniteStaysNotFinite) {
 }
 
 TEST(Targets, DeviationFollowsTheFactorAndTheIntervalStaysInOrder) {
-    const Outcome plain = score(regression(""), "2", "0.5");
-    const Outcome turned = score(regression(target(R"(rescaleFactor="-2" rescaleConstant="10")")), "2", "0.5");
+    const Outcome plain = score(regressionWith(""), "2", "0.5");
+    const Outcome turned = score(regressionWith(target(R"(rescaleFactor="-2" rescaleConstant="10")")), "2", "0.5");
     EXPECT_EQ(turned.number, 10.0 - 2.0 * 2.75);
     EXPECT_EQ(turned.stdDev, 1.0);
     EXPECT_EQ(turned.lower, 10.0 - 2.0 * plain.upper.value());
@@ -110,7 +90,7 @@ TEST(Targets, DeviationFollowsTheFactorAndTheIntervalStaysInOrder) {
 }
 
 TEST(Targets, IntervalIsClampedAndRoundedAsThePredictionAndTheDeviationIsNot) {
-    const Outcome outcome = score(regression(target(R"(max="3" castInteger="floor")")), "2", "0.5");
+    const Outcome outcome = score(regressionWith(target(R"(max="3" castInteger="floor")")), "2", "0.5");
     EXPECT_EQ(outcome.number, 2.0);
     EXPECT_EQ(outcome.stdDev, 0.5);
     EXPECT_EQ(outcome.lower, 1.0);
@@ -119,7 +99,7 @@ TEST(Targets, IntervalIsClampedAndRoundedAsThePredictionAndTheDeviationIsNot) {
 
 TEST(Targets, MissingCaseTakesTheDefaultValueAsItIs) {
     const auto document =
-        regression(target(R"(rescaleFactor="2" castInteger="round")", R"(<TargetValue defaultValue="7.25"/>)"));
+        regressionWith(target(R"(rescaleFactor="2" castInteger="round")", R"(<TargetValue defaultValue="7.25"/>)"));
     const Outcome outcome = score(document, "2", "");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.number, 7.25);
@@ -131,8 +111,8 @@ TEST(Targets, MissingCaseTakesTheDefaultValueAsItIs) {
 }
 
 TEST(Targets, MissingCaseTakesTheCategoryOfTheHighestPriorProbability) {
-    const auto document = classification(R"(<TargetValue value="blue" priorProbability="0.625"/>)"
-                                         R"(<TargetValue value="red" priorProbability="0.375"/>)");
+    const auto document = classificationWith(R"(<TargetValue value="blue" priorProbability="0.625"/>)"
+                                             R"(<TargetValue value="red" priorProbability="0.375"/>)");
     const Outcome outcome = score(document, "", "1");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.category, 1);
@@ -147,29 +127,29 @@ TEST(Targets, MissingCaseTakesTheCategoryOfTheHighestPriorProbability) {
 }
 
 TEST(Targets, FirstOfTwoEqualPriorsWinsAndPartialPriorsAreNoProbabilities) {
-    EXPECT_EQ(score(classification(R"(<TargetValue value="blue" priorProbability="0.5"/>)"
-                                   R"(<TargetValue value="red" priorProbability="0.5"/>)"),
+    EXPECT_EQ(score(classificationWith(R"(<TargetValue value="blue" priorProbability="0.5"/>)"
+                                       R"(<TargetValue value="red" priorProbability="0.5"/>)"),
                     "", "")
                   .category,
               0);
-    const Outcome partial = score(classification(R"(<TargetValue value="blue" priorProbability="0"/>)"), "", "");
+    const Outcome partial = score(classificationWith(R"(<TargetValue value="blue" priorProbability="0"/>)"), "", "");
     EXPECT_EQ(partial.category, 1);
     EXPECT_THAT(partial.probabilities, IsEmpty());
     EXPECT_FALSE(partial.confidence);
-    EXPECT_EQ(score(classification(R"(<TargetValue value="blue"/>)"), "", "").status, 90029);
+    EXPECT_EQ(score(classificationWith(R"(<TargetValue value="blue"/>)"), "", "").status, 90029);
 }
 
 TEST(Targets, WhatHasNoEffectIsNoted) {
-    EXPECT_THAT(open(regression(target("field=\"x\" rescaleFactor=\"2\"")))->getIgnored(),
+    EXPECT_THAT(open(regressionWith(target("field=\"x\" rescaleFactor=\"2\"")))->getIgnored(),
                 ElementsAre(HasSubstr("Target 'x'")));
-    EXPECT_EQ(score(regression(target("field=\"x\" rescaleFactor=\"2\"")), "2", "0").number, 3.125);
-    EXPECT_THAT(open(classification(R"(<TargetValue value="green" priorProbability="1"/>)"))->getIgnored(),
+    EXPECT_EQ(score(regressionWith(target("field=\"x\" rescaleFactor=\"2\"")), "2", "0").number, 3.125);
+    EXPECT_THAT(open(classificationWith(R"(<TargetValue value="green" priorProbability="1"/>)"))->getIgnored(),
                 ElementsAre("the TargetValue 'green' is no category of the target; it has no effect"));
-    EXPECT_EQ(score(classification(R"(<TargetValue value="green" priorProbability="1"/>)"), "", "").status, 90029);
+    EXPECT_EQ(score(classificationWith(R"(<TargetValue value="green" priorProbability="1"/>)"), "", "").status, 90029);
 }
 
 TEST(Targets, WhatMakesNoSenseIsRefused) {
-    const auto fault = [](const std::string& attributes) { return faultOf(regression(target(attributes))); };
+    const auto fault = [](const std::string& attributes) { return faultOf(regressionWith(target(attributes))); };
     EXPECT_THAT(fault(R"(rescaleFactor="two")"),
                 AllOf(HasSubstr("260153"), HasSubstr("two"), HasSubstr("rescaleFactor")));
     EXPECT_THAT(fault(R"(rescaleConstant="NaN")"), HasSubstr("260153"));
@@ -177,11 +157,11 @@ TEST(Targets, WhatMakesNoSenseIsRefused) {
     EXPECT_THAT(fault(R"(min="2" max="1.5")"), AllOf(HasSubstr("260153"), HasSubstr("min")));
     EXPECT_THAT(fault(R"(castInteger="truncate")"), AllOf(HasSubstr("260153"), HasSubstr("castInteger")));
     EXPECT_THAT(fault(R"(optype="categorical")"), HasSubstr("optype='categorical'"));
-    EXPECT_THAT(faultOf(regression("<Targets><Target/><Target field=\"price\"/></Targets>")),
+    EXPECT_THAT(faultOf(regressionWith("<Targets><Target/><Target field=\"price\"/></Targets>")),
                 HasSubstr("stands twice"));
-    EXPECT_THAT(faultOf(classification(R"(<TargetValue value="red" priorProbability="1.5"/>)")),
+    EXPECT_THAT(faultOf(classificationWith(R"(<TargetValue value="red" priorProbability="1.5"/>)")),
                 AllOf(HasSubstr("260153"), HasSubstr("priorProbability")));
-    EXPECT_THAT(faultOf(classification("", R"(rescaleFactor="2")")), HasSubstr("categories are predicted"));
+    EXPECT_THAT(faultOf(classificationWith("", R"(rescaleFactor="2")")), HasSubstr("categories are predicted"));
 }
 
 }  // namespace

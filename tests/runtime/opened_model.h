@@ -8,22 +8,31 @@
 
 #include "runtime/Error.h"
 #include "runtime/ScoringModel.h"
+#include "tests/runtime/SmallDocument.h"
 
 namespace test_support {
 
-inline std::unique_ptr<brevix::ScoringModel> openText(const std::string& text) {
-    brevix::ModelOptions options;
+inline std::unique_ptr<brevix::ScoringModel> openText(const std::string& text, brevix::ModelOptions options = {}) {
     options.plugin = BREVIX_PLUGIN;
     return brevix::ScoringModel::openText(text, options);
 }
 
-inline std::string faultOfText(const std::string& text) {
+inline std::unique_ptr<brevix::ScoringModel> open(const SmallDocument& document,
+                                                  const brevix::ModelOptions& options = {}) {
+    return openText(document.makeText(), options);
+}
+
+inline std::string faultOfText(const std::string& text, const brevix::ModelOptions& options = {}) {
     try {
-        openText(text);
+        openText(text, options);
     } catch (const brevix::Error& fault) {
         return fault.what();
     }
     return "no fault";
+}
+
+inline std::string faultOf(const SmallDocument& document, const brevix::ModelOptions& options = {}) {
+    return faultOfText(document.makeText(), options);
 }
 
 inline brevix::Outcome scoreCase(const brevix::ScoringModel& model,

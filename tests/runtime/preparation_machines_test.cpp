@@ -11,6 +11,7 @@
 namespace {
 
 using KwBrevix_930::NumberText;
+using test_support::faultOf;
 using test_support::faultOfText;
 using test_support::openText;
 using test_support::predictCase;
@@ -19,10 +20,6 @@ using test_support::SmallDocument;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-std::string faultOf(const SmallDocument& parts) {
-    return faultOfText(parts.makeText());
-}
 
 // Two machines over x and y: red's value is 1.5 x - 0.75 y + 0.125, blue's 0.5 x + 2 y - 0.25.
 SmallDocument twoMachines(const std::string& attributes) {

@@ -52,12 +52,12 @@ public:
     std::vector<std::string> notes;
 };
 
-std::string derived(const std::string& name, const std::string& field) {
+std::string derivedField(const std::string& name, const std::string& field) {
     return "<DerivedField name=\"" + name + "\" optype=\"continuous\" dataType=\"double\"><FieldRef field=\"" + field +
            "\"/></DerivedField>";
 }
 
-std::string faultOf(const SmallDocument& parts) {
+std::string faultOfPreparing(const SmallDocument& parts) {
     try {
         const Prepared prepared(parts);
     } catch (const brevix::Error& fault) {
@@ -113,16 +113,17 @@ TEST(Preparation, ArrayBesideASparseArrayIsLeftAlone) {
 TEST(Preparation, ArrayWhoseLengthIsNotItsEntriesIsRefused) {
     SmallDocument parts;
     parts.instances = SmallDocument::denseInstance("v1", "<Array n=\"3\" type=\"real\">1.5 2</Array>");
-    EXPECT_EQ(faultOf(parts), "the Array of the VectorInstance 'v1' has n=3 but 2 entries");
+    EXPECT_EQ(faultOfPreparing(parts), "the Array of the VectorInstance 'v1' has n=3 but 2 entries");
     parts.instances = SmallDocument::denseInstance("v1", "<Array n=\"two\" type=\"real\">1.5 2</Array>");
-    EXPECT_EQ(faultOf(parts), "the Array of the VectorInstance 'v1' has n=two but 2 entries");
+    EXPECT_EQ(faultOfPreparing(parts), "the Array of the VectorInstance 'v1' has n=two but 2 entries");
     parts.instances = SmallDocument::denseInstance("v1", "<Array n=\"2\" type=\"string\">\"1.5\" 2</Array>");
-    EXPECT_EQ(faultOf(parts), "the Array of the VectorInstance 'v1' holds a quoted text where numbers must stand");
+    EXPECT_EQ(faultOfPreparing(parts),
+              "the Array of the VectorInstance 'v1' holds a quoted text where numbers must stand");
     parts.instances = SmallDocument::denseInstance("v1", "<Array n=\"3\">1.5 2 3</Array>");
-    EXPECT_EQ(faultOf(parts), "the Array of the VectorInstance 'v1' has 3 entries but VectorFields has 2");
+    EXPECT_EQ(faultOfPreparing(parts), "the Array of the VectorInstance 'v1' has 3 entries but VectorFields has 2");
     parts.instances = SmallDocument::denseInstance("v1", "<Array>1,5 2</Array>") +
                       SmallDocument::denseInstance("v2", "<Array>1.5 é</Array>");
-    EXPECT_EQ(faultOf(parts),
+    EXPECT_EQ(faultOfPreparing(parts),
               "the Array of the VectorInstance 'v1' holds '1,5' where a number must stand; "
               "the Array of the VectorInstance 'v2' holds '?' where a number must stand");
 }
@@ -131,7 +132,7 @@ TEST(Preparation, SparseArrayThatWouldBeReadAsAnotherIsRefused) {
     const auto fault = [](const std::string& array) {
         SmallDocument parts;
         parts.instances = SmallDocument::denseInstance("v1", array);
-        return faultOf(parts);
+        return faultOfPreparing(parts);
     };
     const auto sparse = [](const std::string& indices, const std::string& entries) {
         return "<REAL-SparseArray><Indices>" + indices + "</Indices><Entries>" + entries +
@@ -258,9 +259,9 @@ TEST(Preparation, OneAgainstOneIsNoted) {
 
 TEST(Preparation, TransformationDictionaryIsPutInFrontOfLocalTransformations) {
     SmallDocument parts;
-    parts.beforeModel = "<TransformationDictionary><Extension/>" + derived("p", "x") + derived("q", "p") +
+    parts.beforeModel = "<TransformationDictionary><Extension/>" + derivedField("p", "x") + derivedField("q", "p") +
                         "</TransformationDictionary>";
-    parts.afterSchema = "<LocalTransformations>" + derived("r", "q") + "</LocalTransformations>";
+    parts.afterSchema = "<LocalTransformations>" + derivedField("r", "q") + "</LocalTransformations>";
     const Prepared prepared(parts);
     EXPECT_THAT(prepared.derivedFields("LocalTransformations"), ElementsAre("p", "q", "r"));
     EXPECT_THAT(prepared.notes, ElementsAre("2 derived fields of the TransformationDictionary put in front of "
@@ -269,7 +270,7 @@ TEST(Preparation, TransformationDictionaryIsPutInFrontOfLocalTransformations) {
 
 TEST(Preparation, TransformationDictionaryAloneBecomesLocalTransformations) {
     SmallDocument parts;
-    parts.beforeModel = "<TransformationDictionary>" + derived("p", "x") + "</TransformationDictionary>";
+    parts.beforeModel = "<TransformationDictionary>" + derivedField("p", "x") + "</TransformationDictionary>";
     EXPECT_THAT(Prepared(parts).derivedFields("LocalTransformations"), ElementsAre("p"));
     parts.beforeModel = "<TransformationDictionary/>";
     EXPECT_THAT(Prepared(parts).notes, IsEmpty());
@@ -278,9 +279,9 @@ TEST(Preparation, TransformationDictionaryAloneBecomesLocalTransformations) {
 TEST(Preparation, VersionTwoKeepsBothInTheTransformationDictionary) {
     SmallDocument parts;
     parts.version = "2.1";
-    parts.afterSchema = "<LocalTransformations>" + derived("r", "x") + "</LocalTransformations>";
+    parts.afterSchema = "<LocalTransformations>" + derivedField("r", "x") + "</LocalTransformations>";
     EXPECT_THAT(Prepared(parts).derivedFields("TransformationDictionary"), ElementsAre("r"));
-    parts.beforeModel = "<TransformationDictionary>" + derived("p", "x") + "</TransformationDictionary>";
+    parts.beforeModel = "<TransformationDictionary>" + derivedField("p", "x") + "</TransformationDictionary>";
     const Prepared prepared(parts);
     EXPECT_THAT(prepared.derivedFields("TransformationDictionary"), ElementsAre("p", "r"));
     EXPECT_THAT(prepared.notes, ElementsAre("1 derived field of LocalTransformations put behind those of the "
@@ -288,8 +289,9 @@ TEST(Preparation, VersionTwoKeepsBothInTheTransformationDictionary) {
 }
 
 TEST(Preparation, DocumentWithoutAModelOrFieldsIsLeftAlone) {
-    const ModelDocument document(KwBrevix_930::DocumentParser().ParseText(
-        "<PMML version=\"4.2\"><TransformationDictionary>" + derived("p", "x") + "</TransformationDictionary></PMML>"));
+    const ModelDocument document(
+        KwBrevix_930::DocumentParser().ParseText("<PMML version=\"4.2\"><TransformationDictionary>" +
+                                                 derivedField("p", "x") + "</TransformationDictionary></PMML>"));
     EXPECT_THAT(brevix::prepareDocument(document), IsEmpty());
 }
 

@@ -125,6 +125,7 @@ struct Failure {
 };
 
 inline const Failure kNoFailure;
+inline const std::string kNoTranscoder;
 
 template <typename Call>
 Failure FailureOf(Call call) {

@@ -193,8 +193,8 @@ struct Model : Bench {
 };
 
 // The records of one model; equal models get equal ones.
-struct Cases {
-    Cases(const Model& model, const Choice& choice, std::size_t count, std::uint64_t seed) {
+struct RandomCases {
+    RandomCases(const Model& model, const Choice& choice, std::size_t count, std::uint64_t seed) {
         Generator random(seed);
         for (std::size_t i = 0; i < count; ++i) {
             const bool isByName = choice.byName && random.IsTrue(0.5);
@@ -317,9 +317,9 @@ void CompareModels(const Choice& choice, Generator& random, Tally& tally) {
     const Results handedIn = HandIn(plain, count, seed);
     // The second time every result is used again, and the models say more or less.
     for (std::uint64_t turn = 0; turn < 2; ++turn) {
-        const Cases cases[] = {{batch, choice, count, seed + turn},
-                               {single, choice, count, seed + turn},
-                               {plain, choice, count, seed + turn}};
+        const RandomCases cases[] = {{batch, choice, count, seed + turn},
+                                     {single, choice, count, seed + turn},
+                                     {plain, choice, count, seed + turn}};
         const Answers together = test_support::ScoreTogether(batch.model, cases[0].all, results[0]);
         ASSERT_EQ(together, test_support::ScoreOneByOne(single.model, cases[1].all, results[1]));
         ASSERT_EQ(together, test_support::ScoreOneByOne(plain.model, cases[2].all, results[2]));

@@ -13,6 +13,7 @@
 #include "tests/support/SVMModelTestAccess.h"
 #include "tests/support/score_answers.h"
 #include "tests/support/virtual_slot.h"
+#include "tests/svm/RecordThatThrows.h"
 #include "tests/svm/svm_samples.h"
 
 namespace KwBrevix_930 {
@@ -26,6 +27,7 @@ using svm_samples::AddSupportVector;
 using svm_samples::Bench;
 using svm_samples::NewClassification;
 using svm_samples::NewRegression;
+using svm_samples::RecordThatThrows;
 using test_support::Answers;
 using test_support::BitsOf;
 using test_support::Describe;
@@ -273,13 +275,6 @@ TEST(SVMModelBatch, ARecordMayScoreTheSameModel) {
         }
     }
 }
-
-class RecordThatThrows : public CaseRecord {
-public:
-    using CaseRecord::CaseRecord;
-    const ScoreValue* GetValue(int) const override { throw std::runtime_error("the record is gone"); }
-    const ScoreValue* GetValue(const std::string&) const override { throw std::runtime_error("the record is gone"); }
-};
 
 // The cases before are scored and traced, whether they share a group with the one that throws or not; its own and
 // those behind it are not.

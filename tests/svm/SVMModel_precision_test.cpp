@@ -11,6 +11,7 @@
 #include "host/CaseRecord.h"
 #include "tests/support/control_word.h"
 #include "tests/support/score_answers.h"
+#include "tests/svm/RecordThatThrows.h"
 #include "tests/svm/svm_samples.h"
 
 namespace KwBrevix_930 {
@@ -23,12 +24,13 @@ using svm_samples::AddSupportVector;
 using svm_samples::Bench;
 using svm_samples::NewClassification;
 using svm_samples::NewRegression;
+using svm_samples::RecordThatThrows;
 using test_support::Answers;
 using ::test_support::controlWord;
 using test_support::Results;
 using ::test_support::UnderControlWord;
 
-constexpr std::size_t kCases = 300;
+constexpr std::size_t kSmoothCases = 300;
 
 void AddColumns(Bench& bench, SVMModelData& data) {
     for (const char* name : {"u", "v"}) {
@@ -73,9 +75,9 @@ std::unique_ptr<Bench> Polynomial(double degree) {
 }
 
 // The cases of a model as records and as columns.
-struct Cases {
-    explicit Cases(const Bench& bench) {
-        for (std::size_t i = 0; i < kCases; ++i) {
+struct SmoothCases {
+    explicit SmoothCases(const Bench& bench) {
+        for (std::size_t i = 0; i < kSmoothCases; ++i) {
             records.push_back(std::make_unique<CaseRecord>(bench.dictionary));
             for (const char* name : {"u", "v"}) {
                 const double number = 0.0137 * static_cast<double>(i + 3) + (*name == 'v' ? 0.71 : 0.0);
@@ -97,11 +99,11 @@ struct Cases {
 };
 
 // The bits of all numbers; a case has up to five.
-std::vector<std::uint64_t> ScoreNumbers(SVMModel& model, const Cases& cases) {
-    std::vector<double> numbers(kCases * 5);
-    std::vector<KwScore::KwStatus> statuses(kCases);
+std::vector<std::uint64_t> ScoreNumbers(SVMModel& model, const SmoothCases& cases) {
+    std::vector<double> numbers(kSmoothCases * 5);
+    std::vector<KwScore::KwStatus> statuses(kSmoothCases);
     EXPECT_TRUE(
-        model.ScoreNumbers(kCases, cases.columns.data(), cases.columns.size(), numbers.data(), statuses.data()));
+        model.ScoreNumbers(kSmoothCases, cases.columns.data(), cases.columns.size(), numbers.data(), statuses.data()));
     std::vector<std::uint64_t> bits;
     std::transform(numbers.begin(), numbers.end(), std::back_inserter(bits), test_support::BitsOf);
     return bits;
@@ -115,16 +117,16 @@ struct AllWays {
     bool operator==(const AllWays&) const = default;
 };
 
-AllWays ScoreAllWays(Bench& bench, const Cases& cases) {
-    Results alone(kCases);
-    Results together(kCases);
+AllWays ScoreAllWays(Bench& bench, const SmoothCases& cases) {
+    Results alone(kSmoothCases);
+    Results together(kSmoothCases);
     return {test_support::ScoreOneByOne(bench.model, cases.all, alone),
             test_support::ScoreTogether(bench.model, cases.all, together), ScoreNumbers(bench.model, cases)};
 }
 
 TEST(SVMModelPrecision, IsNotThatOfTheThread) {
     for (const auto& bench : {RadialBasis(), Polynomial(3.0), Polynomial(2.375)}) {
-        const Cases cases(*bench);
+        const SmoothCases cases(*bench);
         AllWays answers[2];
         for (const auto word : {::test_support::kDoublePrecision, ::test_support::kExtendedPrecision}) {
             const UnderControlWord control(word);
@@ -133,16 +135,9 @@ TEST(SVMModelPrecision, IsNotThatOfTheThread) {
         }
         EXPECT_TRUE(answers[0] == answers[1]);
         EXPECT_NE(answers[0].alone.results.front(), answers[0].alone.results.back());
-        EXPECT_EQ(answers[0].alone.statuses, std::vector<std::int32_t>(kCases, 0));
+        EXPECT_EQ(answers[0].alone.statuses, std::vector<std::int32_t>(kSmoothCases, 0));
     }
 }
-
-class RecordThatThrows : public CaseRecord {
-public:
-    using CaseRecord::CaseRecord;
-    const ScoreValue* GetValue(int) const override { throw std::runtime_error("gone"); }
-    const ScoreValue* GetValue(const std::string&) const override { throw std::runtime_error("gone"); }
-};
 
 TEST(SVMModelPrecision, IsPutBackAfterAnException) {
     const auto bench = Polynomial(3.0);

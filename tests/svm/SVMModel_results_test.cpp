@@ -20,8 +20,8 @@ using svm_samples::NewRegression;
 using svm_samples::Values;
 using Vote = SVMModelTestAccess::Vote;
 
-struct Classification : Bench {
-    Classification() : Bench({"red", "green", "blue"}), result(target), place(&result) {
+struct EmptyClassification : Bench {
+    EmptyClassification() : Bench({"red", "green", "blue"}), result(target), place(&result) {
         TakeData(NewClassification(3));
     }
 
@@ -30,7 +30,7 @@ struct Classification : Bench {
 };
 
 TEST(FillClsResult, SetsTheCategoryTheListAndTheConfidence) {
-    Classification bench;
+    EmptyClassification bench;
     const Vote vote{1, 0.5625, {0.1875, 0.5625, 0.25}};
     EXPECT_FALSE(bench.access.FillCls(vote, bench.place).IsError());
     const auto& categories = bench.model.GetTargetCategories();
@@ -43,7 +43,7 @@ TEST(FillClsResult, SetsTheCategoryTheListAndTheConfidence) {
 }
 
 TEST(FillClsResult, WithoutTheCategorysValueChoosesNothing) {
-    Classification bench;
+    EmptyClassification bench;
     const_cast<ScoreCategory&>((*bench.target->GetCategories())[1]).value.reset();
     bench.model.SetTargetCategories();
     EXPECT_EQ(bench.access.FillCls({1, 0.5, {0.25, 0.5, 0.25}}, bench.place).GetErrorCode(), 90027);
@@ -53,7 +53,7 @@ TEST(FillClsResult, WithoutTheCategorysValueChoosesNothing) {
 }
 
 TEST(FillClsResult, EmptiesTheListFirst) {
-    Classification bench;
+    EmptyClassification bench;
     StringValue stale("stale");
     bench.result.AddValuePercent(&stale, 0.5);
     bench.access.FillCls({0, 0.75, {0.75, 0.125, 0.125}}, bench.place);
@@ -62,7 +62,7 @@ TEST(FillClsResult, EmptiesTheListFirst) {
 }
 
 TEST(FillClsResult, OfAnIndexOutsideTheCategoriesIsAnErrorThatLeavesTheResult) {
-    Classification bench;
+    EmptyClassification bench;
     for (const std::int32_t category : {-1, 3, -2147483647 - 1, 2147483647}) {
         const auto status = bench.access.FillCls({category, 0.5, {0.25, 0.5, 0.25}}, bench.place);
         EXPECT_TRUE(status.IsError());
@@ -74,7 +74,7 @@ TEST(FillClsResult, OfAnIndexOutsideTheCategoriesIsAnErrorThatLeavesTheResult) {
 }
 
 TEST(FillClsResult, IntoNoResultOrARegressionResultIsAnError) {
-    Classification bench;
+    EmptyClassification bench;
     SVMRegResult regression(bench.target);
     ScoreResult* place = nullptr;
     EXPECT_EQ(bench.access.FillCls({1, 0.5, {}}, place).GetErrorCode(), 90027);
@@ -84,7 +84,7 @@ TEST(FillClsResult, IntoNoResultOrARegressionResultIsAnError) {
 }
 
 TEST(FillClsResult, WithProbabilitiesOfAnotherLengthSetsThePredictionAlone) {
-    Classification bench;
+    EmptyClassification bench;
     for (const Values& probabilities : {Values{}, Values{0.5, 0.5}, Values{0.25, 0.25, 0.25, 0.25}}) {
         EXPECT_FALSE(bench.access.FillCls({2, 0.5, probabilities}, bench.place).IsError());
         EXPECT_EQ(bench.result.GetPrediction(), bench.model.GetTargetCategories()[2]);
@@ -94,7 +94,7 @@ TEST(FillClsResult, WithProbabilitiesOfAnotherLengthSetsThePredictionAlone) {
 }
 
 TEST(FillClsResult, InPredictionOnlyModeSetsThePredictionAlone) {
-    Classification bench;
+    EmptyClassification bench;
     bench.model.SetPredictionOnly(true);
     EXPECT_FALSE(bench.access.FillCls({2, 0.5, {0.25, 0.25, 0.5}}, bench.place).IsError());
     EXPECT_EQ(bench.result.GetPrediction(), bench.model.GetTargetCategories()[2]);
@@ -103,7 +103,7 @@ TEST(FillClsResult, InPredictionOnlyModeSetsThePredictionAlone) {
 }
 
 TEST(FillZarnClsResult, OfAnIndexOutsideTheCategoriesDoesNothingAndSucceeds) {
-    Classification bench;
+    EmptyClassification bench;
     for (const std::int32_t category : {-1, 3})
         EXPECT_FALSE(bench.access.FillZarnCls({category, 0.5, {0.25, 0.25, 0.5}}, bench.place).IsError());
     EXPECT_EQ(bench.result.GetConfidence(), -1.0);
@@ -112,8 +112,8 @@ TEST(FillZarnClsResult, OfAnIndexOutsideTheCategoriesDoesNothingAndSucceeds) {
 
 // Regression.
 
-struct Regression : Bench {
-    Regression() : result(target), place(&result), data(TakeData(NewRegression())) {}
+struct EmptyRegression : Bench {
+    EmptyRegression() : result(target), place(&result), data(TakeData(NewRegression())) {}
 
     void SetDeviation(double deviation) {
         AddExtension(AddMachine(data), -1, -1, 0.0, 0.0);
@@ -140,7 +140,7 @@ void ExpectNoDeviation(const SVMRegResult& result) {
 }
 
 TEST(FillRegResult, SetsPredictionDeviationAndInterval) {
-    Regression bench;
+    EmptyRegression bench;
     bench.SetDeviation(1.6875);
     EXPECT_FALSE(bench.access.FillReg(12.375, bench.place).IsError());
     EXPECT_EQ(bench.result.GetPrediction()->GetDouble(), 12.375);
@@ -151,7 +151,7 @@ TEST(FillRegResult, SetsPredictionDeviationAndInterval) {
 
 // Deliberate: the constant is the double that 1 - 0.95 gives, not 0.05.
 TEST(FillRegResult, TakesTheIntervalsConstantFromOneMinusNinetyFiveHundredths) {
-    Regression bench;
+    EmptyRegression bench;
     // So wide that the constant's last digits show.
     bench.SetDeviation(1e15);
     bench.access.FillReg(0.0, bench.place);
@@ -161,7 +161,7 @@ TEST(FillRegResult, TakesTheIntervalsConstantFromOneMinusNinetyFiveHundredths) {
 }
 
 TEST(FillRegResult, WithoutTheFlagTheDeviationIsZeroAndTheIntervalEmpty) {
-    Regression bench;
+    EmptyRegression bench;
     bench.SetDeviation(1.6875);
     bench.data.SetHasStandardDeviation(false);
     bench.access.FillReg(12.375, bench.place);
@@ -170,7 +170,7 @@ TEST(FillRegResult, WithoutTheFlagTheDeviationIsZeroAndTheIntervalEmpty) {
 }
 
 TEST(FillRegResult, WithoutExtensionOrMachinesThereIsNoDeviation) {
-    Regression bench;
+    EmptyRegression bench;
     bench.data.SetHasStandardDeviation(true);
     EXPECT_FALSE(bench.access.FillReg(12.375, bench.place).IsError());
     EXPECT_EQ(bench.result.GetPrediction()->GetDouble(), 12.375);
@@ -185,7 +185,7 @@ TEST(FillRegResult, WithoutExtensionOrMachinesThereIsNoDeviation) {
 }
 
 TEST(FillRegResult, OnlyTheFirstMachinesDeviationCounts) {
-    Regression bench;
+    EmptyRegression bench;
     AddMachine(bench.data);
     bench.SetDeviation(2.5);
     bench.access.FillReg(12.375, bench.place);
@@ -193,7 +193,7 @@ TEST(FillRegResult, OnlyTheFirstMachinesDeviationCounts) {
 }
 
 TEST(FillRegResult, ASystemMissingDeviationIsNone) {
-    Regression bench;
+    EmptyRegression bench;
     bench.SetDeviation(NumericValue::GetSysmisValue());
     EXPECT_FALSE(bench.access.FillReg(12.375, bench.place).IsError());
     EXPECT_EQ(bench.result.GetPrediction()->GetDouble(), 12.375);
@@ -201,7 +201,7 @@ TEST(FillRegResult, ASystemMissingDeviationIsNone) {
 }
 
 TEST(FillRegResult, InPredictionOnlyModeSetsThePredictionAlone) {
-    Regression bench;
+    EmptyRegression bench;
     bench.SetDeviation(1.6875);
     bench.model.SetPredictionOnly(true);
     EXPECT_FALSE(bench.access.FillReg(12.375, bench.place).IsError());
@@ -210,7 +210,7 @@ TEST(FillRegResult, InPredictionOnlyModeSetsThePredictionAlone) {
 }
 
 TEST(FillRegResult, CarriesNaNAndInfinity) {
-    Regression bench;
+    EmptyRegression bench;
     bench.SetDeviation(2.5);
     bench.access.FillReg(kNaN, bench.place);
     EXPECT_TRUE(std::isnan(bench.result.GetPrediction()->GetDouble()));
@@ -228,7 +228,7 @@ TEST(FillRegResult, WithoutDataSetsThePredictionAlone) {
 }
 
 TEST(FillRegResult, IntoNoResultOrAClassificationResultIsAnError) {
-    Regression bench;
+    EmptyRegression bench;
     SVMClsResult classification(bench.target);
     ScoreResult* place = nullptr;
     EXPECT_EQ(bench.access.FillReg(1.5, place).GetErrorCode(), 90027);
@@ -238,7 +238,7 @@ TEST(FillRegResult, IntoNoResultOrAClassificationResultIsAnError) {
 }
 
 TEST(FillZarnRegResult, LeavesThePrediction) {
-    Regression bench;
+    EmptyRegression bench;
     bench.SetDeviation(1.6875);
     EXPECT_FALSE(bench.access.FillZarnReg(2.5, bench.place).IsError());
     EXPECT_EQ(bench.result.GetPrediction()->GetDouble(), NumericValue::GetSysmisValue());

@@ -11,7 +11,7 @@
 namespace KwBrevix_930 {
 namespace {
 
-const DictVar kTarget("y", DictVar::kNumber, ScoreDictVar::kContinuous);
+const DictVar kNumberTarget("y", DictVar::kNumber, ScoreDictVar::kContinuous);
 
 // Tells its end.
 class WatchedNumber : public NumericValue {
@@ -24,11 +24,11 @@ private:
 };
 
 TEST(SVMRegResult, StartsWithTheSystemMissingValue) {
-    const SVMRegResult result(&kTarget);
+    const SVMRegResult result(&kNumberTarget);
     double lower = 0.0;
     double upper = 0.0;
     result.GetCI(lower, upper);
-    EXPECT_EQ(result.GetTarget(), &kTarget);
+    EXPECT_EQ(result.GetTarget(), &kNumberTarget);
     ASSERT_NE(result.GetPrediction(), nullptr);
     EXPECT_EQ(result.GetPrediction()->GetDouble(), NumericValue::GetSysmisValue());
     EXPECT_EQ(result.GetStdDev(), -1.0);
@@ -38,14 +38,14 @@ TEST(SVMRegResult, StartsWithTheSystemMissingValue) {
 }
 
 TEST(SVMRegResult, HasNoConfidence) {
-    SVMRegResult result(&kTarget);
+    SVMRegResult result(&kNumberTarget);
     EXPECT_EQ(result.GetConfidence(), -1.0);
     result.SetConfidence(0.75);
     EXPECT_EQ(result.GetConfidence(), -1.0);
 }
 
 TEST(SVMRegResult, KeepsDeviationAndInterval) {
-    SVMRegResult result(&kTarget);
+    SVMRegResult result(&kNumberTarget);
     double lower = 0.0;
     double upper = 0.0;
     result.SetStdDev(1.375);
@@ -59,7 +59,7 @@ TEST(SVMRegResult, KeepsDeviationAndInterval) {
 TEST(SVMRegResult, OwnsItsPrediction) {
     int ends = 0;
     {
-        SVMRegResult result(&kTarget);
+        SVMRegResult result(&kNumberTarget);
         auto* first = new WatchedNumber(1.5, ends);
         result.SetPrediction(first);
         EXPECT_EQ(result.GetPrediction(), first);
@@ -70,13 +70,13 @@ TEST(SVMRegResult, OwnsItsPrediction) {
         EXPECT_EQ(result.GetPrediction()->GetDouble(), 2.5);
     }
     EXPECT_EQ(ends, 2);
-    SVMRegResult result(&kTarget);
+    SVMRegResult result(&kNumberTarget);
     result.SetPrediction(nullptr);
     EXPECT_EQ(result.GetPrediction(), nullptr);
 }
 
 TEST(SVMRegResult, ChangesANumericPredictionInPlaceAndReplacesAnyOther) {
-    SVMRegResult result(&kTarget);
+    SVMRegResult result(&kNumberTarget);
     const ScoreValue* before = result.GetPrediction();
     result.SetPredictedNumber(3.25);
     EXPECT_EQ(result.GetPrediction(), before);
@@ -91,7 +91,7 @@ TEST(SVMRegResult, ChangesANumericPredictionInPlaceAndReplacesAnyOther) {
 }
 
 TEST(SVMRegResult, CopiesHoldAllMembersAndAPredictionOfTheirOwn) {
-    auto original = std::make_unique<SVMRegResult>(&kTarget);
+    auto original = std::make_unique<SVMRegResult>(&kNumberTarget);
     original->SetPredictedNumber(3.25);
     original->SetStdDev(0.5);
     original->SetCI(1.5, 4.5);
@@ -105,7 +105,7 @@ TEST(SVMRegResult, CopiesHoldAllMembersAndAPredictionOfTheirOwn) {
         double lower = 0.0;
         double upper = 0.0;
         result->GetCI(lower, upper);
-        EXPECT_EQ(result->GetTarget(), &kTarget);
+        EXPECT_EQ(result->GetTarget(), &kNumberTarget);
         EXPECT_EQ(result->GetPrediction()->GetDouble(), 3.25);
         EXPECT_EQ(result->GetStdDev(), 0.5);
         EXPECT_EQ(lower, 1.5);
@@ -114,7 +114,7 @@ TEST(SVMRegResult, CopiesHoldAllMembersAndAPredictionOfTheirOwn) {
 }
 
 TEST(SVMRegResult, CopiesWithoutPredictionAndOntoItself) {
-    SVMRegResult result(&kTarget);
+    SVMRegResult result(&kNumberTarget);
     const SVMRegResult& self = result;
     result.SetPredictedNumber(2.75);
     result = self;

@@ -14,8 +14,10 @@
 #include <string>
 
 #include "numerics/display/display.h"
+#include "tests/numerics/BrokenBuffer.h"
 #include "tests/numerics/blas1/GuardedVector.h"
 #include "tests/numerics/blas1/reference_blas.h"
+#include "tests/numerics/special_values.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/process.h"
 
@@ -25,7 +27,7 @@ using blas_test::Bits;
 using blas_test::UlpsBetween;
 using KwMath_930::Blas1;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+using numerics_samples::kNaN;
 
 struct Givens {
     double a;
@@ -150,17 +152,11 @@ TEST(Blas1XErBlaDeathTest, WritesFourLinesToStandardOutputWhateverItsFormat) {
 }
 
 // Fails every write.
-class BrokenBuffer : public std::streambuf {
-protected:
-    int_type overflow(int_type) override { return traits_type::eof(); }
-    std::streamsize xsputn(const char*, std::streamsize) override { return 0; }
-};
-
 TEST(Blas1XErBlaDeathTest, EndsTheProcessWhenStandardOutputThrows) {
     char name[] = "DGEFA";
     EXPECT_EXIT(
         {
-            static std::streambuf* const broken = new BrokenBuffer;
+            static std::streambuf* const broken = new numerics_samples::BrokenBuffer;
             std::cout.rdbuf(broken);
             std::cout.exceptions(std::ios::badbit);
             Blas1::XErBla(name, 1);

@@ -8,6 +8,7 @@
 
 #include "tests/numerics/blas1/GuardedVector.h"
 #include "tests/numerics/blas1/reference_blas.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -19,8 +20,8 @@ using blas_test::kLengths;
 using blas_test::UlpsBetween;
 using KwMath_930::Blas1;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using numerics_samples::kInfinity;
+using numerics_samples::kNaN;
 constexpr double kLargest = std::numeric_limits<double>::max();
 
 TEST(Blas1Dot, IsTheReferenceOverAllStrides) {

@@ -6,10 +6,10 @@
 
 #include <climits>
 #include <cstring>
-#include <limits>
 
 #include "tests/numerics/blas1/GuardedVector.h"
 #include "tests/numerics/blas1/reference_blas.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -20,8 +20,8 @@ using blas_test::kIncrements;
 using blas_test::kLengths;
 using KwMath_930::Blas1;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using numerics_samples::kInfinity;
+using numerics_samples::kNaN;
 
 // Runs both routines on equal vectors and demands equal cells.
 template <class Subject, class Reference>

@@ -1,16 +1,16 @@
 // The status value: severity, details, comparison, 32-bit codes.
 #include "numerics/containers/KwStatus.h"
+#include "tests/numerics/special_values.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <utility>
 
 namespace {
 
 using KwSvm::KwStatus;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+using numerics_samples::kNaN;
 
 void ExpectSeverity(const KwStatus& status, bool ok, bool warning, bool error) {
     EXPECT_EQ(status.IsOK(), ok);

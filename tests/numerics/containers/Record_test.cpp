@@ -19,18 +19,18 @@ Record Filled(const std::vector<double>& values) {
     return record;
 }
 
-std::vector<double> Values(const Record& record) {
+std::vector<double> ValuesOf(const Record& record) {
     return {record.GetAll(), record.GetAll() + record.Size()};
 }
 
 TEST(Record, DefaultIsTwoZeros) {
-    EXPECT_EQ(Values(Record()), (std::vector<double>{0.0, 0.0}));
+    EXPECT_EQ(ValuesOf(Record()), (std::vector<double>{0.0, 0.0}));
 }
 
 TEST(Record, IsMadeOfZeros) {
-    EXPECT_EQ(Values(Record(5)), std::vector<double>(5, 0.0));
+    EXPECT_EQ(ValuesOf(Record(5)), std::vector<double>(5, 0.0));
     const Record implicit = 3;
-    EXPECT_EQ(Values(implicit), std::vector<double>(3, 0.0));
+    EXPECT_EQ(ValuesOf(implicit), std::vector<double>(3, 0.0));
 }
 
 TEST(Record, NegativeSizeGivesOneZero) {
@@ -50,8 +50,8 @@ TEST(Record, CopyIsItsOwn) {
     const Record source = Filled({2.385, -4.5, 8.25});
     Record copy(source);
     copy[1] = 99.0;
-    EXPECT_EQ(Values(source), (std::vector<double>{2.385, -4.5, 8.25}));
-    EXPECT_EQ(Values(copy), (std::vector<double>{2.385, 99.0, 8.25}));
+    EXPECT_EQ(ValuesOf(source), (std::vector<double>{2.385, -4.5, 8.25}));
+    EXPECT_EQ(ValuesOf(copy), (std::vector<double>{2.385, 99.0, 8.25}));
     EXPECT_EQ(Record(Record(0)).GetAll(), nullptr);
 }
 
@@ -60,7 +60,7 @@ TEST(Record, AssignmentTakesSizeAndValues) {
     Record source = Filled({2.385, -4.5, 8.25});
     target = source;
     source[0] = 99.0;
-    EXPECT_EQ(Values(target), (std::vector<double>{2.385, -4.5, 8.25}));
+    EXPECT_EQ(ValuesOf(target), (std::vector<double>{2.385, -4.5, 8.25}));
     target = Record(0);
     EXPECT_EQ(target.Size(), 0);
     EXPECT_EQ(target.GetAll(), nullptr);
@@ -71,7 +71,7 @@ TEST(Record, AssignmentOfEqualSizeKeepsTheArray) {
     const double* const array = target.GetAll();
     target = Filled({2.385, -4.5, 8.25});
     EXPECT_EQ(target.GetAll(), array);
-    EXPECT_EQ(Values(target), (std::vector<double>{2.385, -4.5, 8.25}));
+    EXPECT_EQ(ValuesOf(target), (std::vector<double>{2.385, -4.5, 8.25}));
 }
 
 TEST(Record, SelfAssignmentChangesNothing) {
@@ -80,7 +80,7 @@ TEST(Record, SelfAssignmentChangesNothing) {
     const Record& same = record;
     record = same;
     EXPECT_EQ(record.GetAll(), array);
-    EXPECT_EQ(Values(record), (std::vector<double>{2.385, -4.5}));
+    EXPECT_EQ(ValuesOf(record), (std::vector<double>{2.385, -4.5}));
 }
 
 TEST(Record, ResizeToTheSameSizeKeepsTheContents) {
@@ -88,7 +88,7 @@ TEST(Record, ResizeToTheSameSizeKeepsTheContents) {
     const double* const array = record.GetAll();
     EXPECT_TRUE(record.Resize(2));
     EXPECT_EQ(record.GetAll(), array);
-    EXPECT_EQ(Values(record), (std::vector<double>{2.385, -4.5}));
+    EXPECT_EQ(ValuesOf(record), (std::vector<double>{2.385, -4.5}));
 }
 
 TEST(Record, ResizeToANegativeSizeEmptiesAndSucceeds) {

@@ -15,7 +15,9 @@
 #include <vector>
 
 #include "numerics/power/KwMV.h"
+#include "tests/numerics/BrokenBuffer.h"
 #include "tests/numerics/display/DumpCapture.h"
+#include "tests/numerics/special_values.h"
 #include "tests/support/CommaLocale.h"
 
 namespace {
@@ -24,7 +26,7 @@ using KwCommon_930::KwMV;
 using std::string_literals::operator""s;
 using ::testing::ElementsAre;
 
-const double kMissing = KwMV::Missing();
+using numerics_samples::kMissing;
 
 // Initialised before main, possibly before the objects of the dump functions themselves.
 std::ostream* const gStreamBeforeMain = KwDisplay_930::GetOutStream();
@@ -374,14 +376,8 @@ TEST_F(Display, DumpIsABreakWithFlushThenOnePieceThenAFlush) {
 }
 
 // Fails every write.
-class BrokenBuffer : public std::streambuf {
-protected:
-    int_type overflow(int_type) override { return traits_type::eof(); }
-    std::streamsize xsputn(const char*, std::streamsize) override { return 0; }
-};
-
 TEST_F(Display, StreamThatThrowsNeverFailsTheCaller) {
-    BrokenBuffer broken;
+    numerics_samples::BrokenBuffer broken;
     std::ostream stream(&broken);
     stream.exceptions(std::ios::badbit | std::ios::failbit);
     EXPECT_THROW(stream.put('x'), std::ios::failure);

@@ -14,12 +14,13 @@
 #include "numerics/distributions/detail/search.h"
 #include "numerics/power/KwMV.h"
 #include "tests/numerics/distributions/reference_table.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
 using KwMath_930::KwDistFun;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using numerics_samples::kInfinity;
 constexpr std::array kHostile = {std::numeric_limits<double>::quiet_NaN(),
                                  -kInfinity,
                                  kInfinity,

@@ -7,6 +7,7 @@
 #include "numerics/distributions/KwDistFun.h"
 #include "numerics/distributions/detail/incomplete_beta.h"
 #include "numerics/power/KwMV.h"
+#include "tests/numerics/special_values.h"
 #include "tests/support/KwDistFunTestAccess.h"
 
 namespace {
@@ -23,9 +24,9 @@ using KwMath_930::detail::SumBetaSeries;
 using KwMath_930::detail::Tails;
 using KwMath_930::detail::UnitPoint;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const double kMissing = KwMV::Missing();
+using numerics_samples::kInfinity;
+using numerics_samples::kMissing;
+using numerics_samples::kNaN;
 
 TEST(KwDistFunBeta, RefusesParametersOutOfDomain) {
     for (const double bad : {0.0, -1.3, kNaN, kInfinity}) {

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "numerics/distributions/KwDistFun.h"
 #include "numerics/power/KwMV.h"
+#include "tests/numerics/special_values.h"
 #include "tests/support/KwDistFunTestAccess.h"
 
 namespace {
@@ -14,9 +14,9 @@ using KwCommon_930::KwMV;
 using KwMath_930::KwDistFun;
 using Kernels = KwMath_930::KwDistFunTestAccess;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const double kMissing = KwMV::Missing();
+using numerics_samples::kInfinity;
+using numerics_samples::kMissing;
+using numerics_samples::kNaN;
 
 TEST(KwDistFunBin, ChecksThatNIsWholeBeforeItsOtherChecks) {
     long ier = 0;

@@ -2,12 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "numerics/distributions/KwDistFun.h"
 #include "numerics/distributions/detail/as91_constants.h"
 #include "numerics/distributions/detail/incomplete_gamma.h"
 #include "numerics/power/KwMV.h"
+#include "tests/numerics/special_values.h"
 #include "tests/support/KwDistFunTestAccess.h"
 
 namespace {
@@ -16,9 +16,9 @@ using KwCommon_930::KwMV;
 using KwMath_930::KwDistFun;
 using Kernels = KwMath_930::KwDistFunTestAccess;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const double kMissing = KwMV::Missing();
+using numerics_samples::kInfinity;
+using numerics_samples::kMissing;
+using numerics_samples::kNaN;
 
 TEST(KwDistFunLogGamma, HasItsExactValues) {
     EXPECT_EQ(KwDistFun::zarndnlgam(1.0), 0.0);

@@ -7,6 +7,7 @@
 
 #include "numerics/distributions/KwDistFun.h"
 #include "numerics/power/KwMV.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -14,7 +15,7 @@ using KwCommon_930::KwMV;
 using KwMath_930::KwDistFun;
 using Values = std::vector<double>;
 
-const double kMissing = KwMV::Missing();
+using numerics_samples::kMissing;
 
 struct Interval {
     double median = 0.0;

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "numerics/distributions/KwDistFun.h"
 #include "numerics/power/KwMV.h"
+#include "tests/numerics/special_values.h"
 #include "tests/support/KwDistFunTestAccess.h"
 
 namespace {
@@ -14,10 +14,10 @@ using KwCommon_930::KwMV;
 using KwMath_930::KwDistFun;
 using Kernels = KwMath_930::KwDistFunTestAccess;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using numerics_samples::kInfinity;
+using numerics_samples::kNaN;
 constexpr double kPi = 3.141592653589793;
-const double kMissing = KwMV::Missing();
+using numerics_samples::kMissing;
 
 TEST(KwDistFunT, OneDegreeOfFreedomIsCauchy) {
     EXPECT_EQ(KwDistFun::CdfT(1.0, 1.0), 0.75);

@@ -11,7 +11,7 @@ namespace {
 
 using KwMath_930::Linpack;
 
-struct Case {
+struct BandCase {
     int n;
     int ml;
     int mu;
@@ -19,8 +19,8 @@ struct Case {
 };
 
 // All small ml and mu for every size and kind.
-std::vector<Case> Cases(std::initializer_list<Kind> kinds, unsigned seed) {
-    std::vector<Case> cases;
+std::vector<BandCase> BandCases(std::initializer_list<Kind> kinds, unsigned seed) {
+    std::vector<BandCase> cases;
     for (const int n : Orders()) {
         const int limit = n <= 12 ? 4 : 2;
         for (int ml = 0; ml <= limit && ml < n; ++ml) {
@@ -38,14 +38,14 @@ std::vector<Case> Cases(std::initializer_list<Kind> kinds, unsigned seed) {
 }
 
 // The room for fill-in holds guard values before the factorisation.
-Guarded Stored(const Case& each) {
+Guarded Stored(const BandCase& each) {
     const int ml = each.ml;
     const int mu = each.mu;
     return Guarded(Band(each.n, ml, mu, true), each.a, [ml, mu](int i, int j) { return i - j <= ml && j - i <= mu; });
 }
 
-struct Factors {
-    explicit Factors(const Case& each) : lu(Stored(each)), pivots(each.n) {
+struct BandFactors {
+    explicit BandFactors(const BandCase& each) : lu(Stored(each)), pivots(each.n) {
         info = Linpack::Dgbfa(lu.Data(), lu.Ld(), each.n, each.ml, each.mu, pivots.Data());
     }
     Guarded lu;
@@ -54,8 +54,8 @@ struct Factors {
 };
 
 TEST(LinpackDgbfa, GivesTheBitsOfTheFullElimination) {
-    for (const Case& each : Cases({Kind::kRandom, Kind::kGraded, Kind::kIntegers, Kind::kSparse}, 0)) {
-        const Factors factors(each);
+    for (const BandCase& each : BandCases({Kind::kRandom, Kind::kGraded, Kind::kIntegers, Kind::kSparse}, 0)) {
+        const BandFactors factors(each);
         Guarded full(Full(each.n, each.n), each.a);
         GuardedInts pivots(each.n);
         const int info = Linpack::Dgefa(full.Data(), full.Ld(), each.n, pivots.Data());
@@ -66,31 +66,31 @@ TEST(LinpackDgbfa, GivesTheBitsOfTheFullElimination) {
 }
 
 TEST(LinpackDgbfa, ChoosesThePivotsOfLapack) {
-    for (const Case& each : Cases({Kind::kRandom}, 100)) {
+    for (const BandCase& each : BandCases({Kind::kRandom}, 100)) {
         Guarded lapack = Stored(each);
         std::vector<lapack_int> pivots(static_cast<std::size_t>(each.n));
         LAPACKE_dgbtrf_work(LAPACK_COL_MAJOR, each.n, each.n, each.ml, each.mu, lapack.Data(), lapack.Ld(),
                             pivots.data());
-        EXPECT_EQ(Factors(each).pivots.Read(), std::vector<int>(pivots.begin(), pivots.end()));
+        EXPECT_EQ(BandFactors(each).pivots.Read(), std::vector<int>(pivots.begin(), pivots.end()));
     }
 }
 
 TEST(LinpackDgbfa, ReportsTheLastZeroPivotMet) {
-    Case each{6, 2, 1, Banded(Sample(Kind::kRandom, 6, 6, 3), 2, 1)};
+    BandCase each{6, 2, 1, Banded(Sample(Kind::kRandom, 6, 6, 3), 2, 1)};
     for (const int zero : {1, 3}) {
         for (int i = 0; i < 6; ++i) {
             each.a(i, zero) = 0.0;
         }
-        EXPECT_EQ(Factors(each).info, zero + 1);
+        EXPECT_EQ(BandFactors(each).info, zero + 1);
     }
 }
 
 TEST(LinpackDgbsl, SolvesBothSystemsWithSmallResiduals) {
-    for (const Case& each : Cases({Kind::kRandom}, 200)) {
+    for (const BandCase& each : BandCases({Kind::kRandom}, 200)) {
         if (TrueRcond(each.a) < 1e-8) {
             continue;  // a zero on a diagonal band
         }
-        Factors factors(each);
+        BandFactors factors(each);
         const Vector b = RandomVector(each.n, 11);
         for (const int job : {0, 1}) {
             Guarded x(b);
@@ -104,21 +104,21 @@ TEST(LinpackDgbsl, SolvesBothSystemsWithSmallResiduals) {
 }
 
 TEST(LinpackDgbco, KeepsToTheTrueCondition) {
-    for (const Case& each : Cases({Kind::kRandom, Kind::kGraded}, 300)) {
+    for (const BandCase& each : BandCases({Kind::kRandom, Kind::kGraded}, 300)) {
         Guarded lu = Stored(each);
         GuardedInts pivots(each.n);
         Guarded z(each.n);
         const double rcond = Linpack::Dgbco(lu.Data(), lu.Ld(), each.n, each.ml, each.mu, pivots.Data(), z.Data());
         SCOPED_TRACE(testing::Message() << each.n << ' ' << each.ml << ' ' << each.mu);
         ExpectCondition(each.a, rcond, z.ReadVector());
-        const Factors factors(each);
+        const BandFactors factors(each);
         EXPECT_EQ(lu.Read().values, factors.lu.Read().values);
         EXPECT_EQ(pivots.Read(), factors.pivots.Read());
     }
 }
 
 TEST(LinpackDgbco, GivesTheBitsOfTheFullEstimate) {
-    for (const Case& each : Cases({Kind::kRandom, Kind::kIntegers}, 400)) {
+    for (const BandCase& each : BandCases({Kind::kRandom, Kind::kIntegers}, 400)) {
         Guarded lu = Stored(each);
         Guarded full(Full(each.n, each.n), each.a);
         GuardedInts pivots(each.n);
@@ -131,8 +131,8 @@ TEST(LinpackDgbco, GivesTheBitsOfTheFullEstimate) {
 }
 
 TEST(LinpackDgbdi, GivesTheDeterminantOfTheFullMatrix) {
-    for (const Case& each : Cases({Kind::kRandom, Kind::kIntegers}, 500)) {
-        Factors factors(each);
+    for (const BandCase& each : BandCases({Kind::kRandom, Kind::kIntegers}, 500)) {
+        BandFactors factors(each);
         Guarded det(2);
         Linpack::Dgbdi(factors.lu.Data(), factors.lu.Ld(), each.n, each.ml, each.mu, factors.pivots.Data(), det.Data());
         Guarded full(Full(each.n, each.n), each.a);
@@ -145,7 +145,7 @@ TEST(LinpackDgbdi, GivesTheDeterminantOfTheFullMatrix) {
 }
 
 TEST(LinpackDgbco, OfASingularBandIsZeroToWorkingPrecision) {
-    Case each{9, 2, 1, Banded(Sample(Kind::kRandom, 9, 9, 3), 2, 1)};
+    BandCase each{9, 2, 1, Banded(Sample(Kind::kRandom, 9, 9, 3), 2, 1)};
     for (int i = 0; i < 9; ++i) {
         each.a(i, 4) = 0.0;
     }

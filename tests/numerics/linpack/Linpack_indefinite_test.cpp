@@ -13,7 +13,7 @@ namespace {
 using KwMath_930::Linpack;
 
 // Calls the routines of one storage.
-struct Routines {
+struct IndefiniteRoutines {
     const char* name;
     Layout (*layout)(int n);
     double (*co)(Guarded& a, int n, int* kpvt, double* z);
@@ -22,7 +22,7 @@ struct Routines {
     void (*di)(Guarded& a, int n, int* kpvt, double* det, int* inert, double* work, int job);
 };
 
-const Routines kStorages[] = {
+const IndefiniteRoutines kStorages[] = {
     {"full", Upper,
      [](Guarded& a, int n, int* kpvt, double* z) { return Linpack::Dsico(a.Data(), a.Ld(), n, kpvt, z); },
      [](Guarded& a, int n, int* kpvt) { return Linpack::Dsifa(a.Data(), a.Ld(), n, kpvt); },
@@ -38,11 +38,12 @@ const Routines kStorages[] = {
      }},
 };
 
-struct Factors {
-    Factors(const Routines& routines, const Matrix& a) : use(routines), n(a.rows), factor(use.layout(n), a), pivots(n) {
+struct IndefiniteFactors {
+    IndefiniteFactors(const IndefiniteRoutines& routines, const Matrix& a)
+        : use(routines), n(a.rows), factor(use.layout(n), a), pivots(n) {
         info = use.fa(factor, n, pivots.Data());
     }
-    const Routines& use;
+    const IndefiniteRoutines& use;
     int n;
     Guarded factor;
     GuardedInts pivots;
@@ -68,7 +69,7 @@ std::vector<Matrix> Samples(int n, unsigned seed) {
 }
 
 // A from the factorisation, by undoing its steps from the first block to the last: A = P U D U^T P^T in each step.
-Matrix Rebuilt(const Factors& factors) {
+Matrix Rebuilt(const IndefiniteFactors& factors) {
     const int n = factors.n;
     Matrix a(n, n);
     int order = 0;
@@ -104,10 +105,10 @@ Matrix Rebuilt(const Factors& factors) {
 }
 
 TEST(LinpackIndefinite, FactorsGiveTheMatrixBack) {
-    for (const Routines& use : kStorages) {
+    for (const IndefiniteRoutines& use : kStorages) {
         for (const int n : Orders()) {
             for (const Matrix& a : Samples(n, static_cast<unsigned>(n))) {
-                const Factors factors(use, a);
+                const IndefiniteFactors factors(use, a);
                 EXPECT_EQ(factors.info, 0);
                 EXPECT_LE(Norm1(Rebuilt(factors) - a), 20.0 * n * kEps * Norm1(a)) << use.name << n;
             }
@@ -118,8 +119,8 @@ TEST(LinpackIndefinite, FactorsGiveTheMatrixBack) {
 TEST(LinpackIndefinite, BothStoragesGiveTheSameBits) {
     for (const int n : Orders()) {
         for (const Matrix& a : Samples(n, static_cast<unsigned>(1000 + n))) {
-            Factors full(kStorages[0], a);
-            Factors packed(kStorages[1], a);
+            IndefiniteFactors full(kStorages[0], a);
+            IndefiniteFactors packed(kStorages[1], a);
             EXPECT_EQ(full.factor.Read().values, packed.factor.Read().values);
             EXPECT_EQ(full.pivots.Read(), packed.pivots.Read());
         }
@@ -133,8 +134,8 @@ TEST(LinpackIndefinite, TestsThePivotsInTheOrderOfLinpack) {
     // order takes row 1 (2.9 >= 0.64 * 3); LAPACK's would first accept the diagonal (0.9 >= 0.64 * 2 * 2 / 3).
     Matrix a(3, 3);
     a.values = {2.9, 3, 2, 3, 1, 0.5, 2, 0.5, 0.9};
-    for (const Routines& use : kStorages) {
-        const Factors factors(use, a);
+    for (const IndefiniteRoutines& use : kStorages) {
+        const IndefiniteFactors factors(use, a);
         EXPECT_EQ(factors.pivots[2], 1);
         EXPECT_EQ(factors.factor(2, 2), 2.9);
     }
@@ -148,13 +149,13 @@ TEST(LinpackIndefinite, KeepsTheDiagonalElementThatIsLargeEnoughForTheRow) {
     // As above with 0.1 in the place of 2.9: the third test accepts 0.9 without an exchange.
     Matrix a(3, 3);
     a.values = {0.1, 3, 2, 3, 1, 0.5, 2, 0.5, 0.9};
-    for (const Routines& use : kStorages) {
-        EXPECT_EQ(Factors(use, a).pivots[2], 3);
+    for (const IndefiniteRoutines& use : kStorages) {
+        EXPECT_EQ(IndefiniteFactors(use, a).pivots[2], 3);
     }
     // And 0.8 is too small: a block of order 2, for which row 1 comes into place 2.
     a(2, 2) = 0.8;
-    for (const Routines& use : kStorages) {
-        const Factors factors(use, a);
+    for (const IndefiniteRoutines& use : kStorages) {
+        const IndefiniteFactors factors(use, a);
         EXPECT_EQ(factors.pivots.Read(), (std::vector<int>{1, -1, -1}));
     }
 }
@@ -166,7 +167,7 @@ TEST(LinpackIndefinite, PivotsOfLapackWhereTheOrderOfTestsDoesNotMatter) {
         Matrix lapack = a;
         std::vector<lapack_int> pivots(static_cast<std::size_t>(n));
         ASSERT_EQ(LAPACKE_dsytrf(LAPACK_COL_MAJOR, 'U', n, lapack.values.data(), n, pivots.data()), 0);
-        const Factors factors(kStorages[0], a);
+        const IndefiniteFactors factors(kStorages[0], a);
         if (factors.pivots.Read() == std::vector<int>(pivots.begin(), pivots.end())) {
             ++compared;
             for (int i = 0; i < n; ++i) {
@@ -178,10 +179,10 @@ TEST(LinpackIndefinite, PivotsOfLapackWhereTheOrderOfTestsDoesNotMatter) {
 }
 
 TEST(LinpackIndefinite, SolvesWithSmallResiduals) {
-    for (const Routines& use : kStorages) {
+    for (const IndefiniteRoutines& use : kStorages) {
         for (const int n : Orders()) {
             for (const Matrix& a : Samples(n, static_cast<unsigned>(100 + n))) {
-                Factors factors(use, a);
+                IndefiniteFactors factors(use, a);
                 const Vector before = factors.factor.Read().values;
                 const Vector b = RandomVector(n, 5);
                 Guarded x(b);
@@ -197,7 +198,7 @@ TEST(LinpackIndefinite, SolutionsAgreeWithLapack) {
     for (const int n : Orders()) {
         const Matrix a = Symmetric(Kind::kRandom, n, static_cast<unsigned>(200 + n));
         Vector expected = RandomVector(n, 6);
-        Factors factors(kStorages[1], a);
+        IndefiniteFactors factors(kStorages[1], a);
         Guarded x(expected);
         kStorages[1].sl(factors.factor, n, factors.pivots.Data(), x.Data());
         Guarded packed(Packed(n), a);
@@ -208,7 +209,7 @@ TEST(LinpackIndefinite, SolutionsAgreeWithLapack) {
 }
 
 TEST(LinpackIndefinite, EstimatesTheConditionAndFactorsTheSame) {
-    for (const Routines& use : kStorages) {
+    for (const IndefiniteRoutines& use : kStorages) {
         for (const int n : Orders()) {
             for (const Matrix& a : Samples(n, static_cast<unsigned>(300 + n))) {
                 Guarded factor(use.layout(n), a);
@@ -217,7 +218,7 @@ TEST(LinpackIndefinite, EstimatesTheConditionAndFactorsTheSame) {
                 const double rcond = use.co(factor, n, pivots.Data(), z.Data());
                 SCOPED_TRACE(n);
                 ExpectCondition(a, rcond, z.ReadVector());
-                const Factors factors(use, a);
+                const IndefiniteFactors factors(use, a);
                 EXPECT_EQ(factor.Read().values, factors.factor.Read().values);
                 EXPECT_EQ(pivots.Read(), factors.pivots.Read());
             }
@@ -230,18 +231,18 @@ TEST(LinpackIndefinite, InfoIsTheLowestSingularPivotAsEliminationEndsThere) {
     for (const int i : {1, 3, 4}) {
         a(i, i) = 2.5 + i;
     }
-    for (const Routines& use : kStorages) {
-        EXPECT_EQ(Factors(use, a).info, 1);
+    for (const IndefiniteRoutines& use : kStorages) {
+        EXPECT_EQ(IndefiniteFactors(use, a).info, 1);
         a(0, 0) = 7.0;
-        EXPECT_EQ(Factors(use, a).info, 3);
-        const Factors factors(use, a);
+        EXPECT_EQ(IndefiniteFactors(use, a).info, 3);
+        const IndefiniteFactors factors(use, a);
         EXPECT_EQ(factors.pivots.Read(), (std::vector<int>{1, 2, 3, 4, 5, 6}));
         a(0, 0) = 0.0;
     }
 }
 
 TEST(LinpackIndefinite, ConditionOfSingularMatricesIsZeroToWorkingPrecision) {
-    for (const Routines& use : kStorages) {
+    for (const IndefiniteRoutines& use : kStorages) {
         for (int n = 1; n <= 12; ++n) {
             for (int zero = 0; zero < n; ++zero) {
                 Matrix a = Symmetric(Kind::kRandom, n, static_cast<unsigned>(n));
@@ -258,10 +259,10 @@ TEST(LinpackIndefinite, ConditionOfSingularMatricesIsZeroToWorkingPrecision) {
 }
 
 TEST(LinpackIndefinite, InertiaDeterminantAndInverseComeAsTheJobSays) {
-    for (const Routines& use : kStorages) {
+    for (const IndefiniteRoutines& use : kStorages) {
         for (const int n : Orders()) {
             const Matrix a = SmallDiagonal(n, static_cast<unsigned>(400 + n));
-            Factors factors(use, a);
+            IndefiniteFactors factors(use, a);
             const Vector factored = factors.factor.Read().values;
             for (int job = 0; job <= 111; job += job % 10 == 0 ? 1 : job % 100 == 1 ? 9 : 89) {
                 Guarded factor = factors.factor;
@@ -283,7 +284,7 @@ TEST(LinpackIndefinite, InertiaDeterminantAndInverseComeAsTheJobSays) {
 }
 
 TEST(LinpackIndefinite, InertiaIsThatOfTheEigenvalues) {
-    for (const Routines& use : kStorages) {
+    for (const IndefiniteRoutines& use : kStorages) {
         for (const int n : Orders()) {
             const Matrix a = SmallDiagonal(n, static_cast<unsigned>(500 + n));
             Matrix copy = a;
@@ -295,7 +296,7 @@ TEST(LinpackIndefinite, InertiaIsThatOfTheEigenvalues) {
                 ++expected[value > 0.0 ? 0 : 1];
                 logarithm += std::log10(std::abs(value));
             }
-            Factors factors(use, a);
+            IndefiniteFactors factors(use, a);
             GuardedInts inert(3);
             Guarded det(2);
             use.di(factors.factor, n, factors.pivots.Data(), det.Data(), inert.Data(), nullptr, 110);
@@ -312,15 +313,15 @@ TEST(LinpackIndefinite, CountsZeroEigenvaluesAndExactDeterminants) {
     Matrix a(4, 4);
     a(0, 0) = 32.0;
     a(1, 2) = a(2, 1) = 2.5;
-    for (const Routines& use : kStorages) {
-        Factors factors(use, a);
+    for (const IndefiniteRoutines& use : kStorages) {
+        IndefiniteFactors factors(use, a);
         GuardedInts inert(3);
         Guarded det(2);
         use.di(factors.factor, 4, factors.pivots.Data(), det.Data(), inert.Data(), nullptr, 110);
         EXPECT_EQ(inert.Read(), (std::vector<int>{2, 1, 1}));
         EXPECT_EQ(det[0], 0.0);
         a(3, 3) = 1.0;
-        Factors regular(use, a);
+        IndefiniteFactors regular(use, a);
         use.di(regular.factor, 4, regular.pivots.Data(), det.Data(), inert.Data(), nullptr, 110);
         EXPECT_EQ(det.ReadVector(), (Vector{-2.0, 2.0}));  // 32 * -6.25
         a(3, 3) = 0.0;
@@ -328,7 +329,7 @@ TEST(LinpackIndefinite, CountsZeroEigenvaluesAndExactDeterminants) {
 }
 
 TEST(LinpackIndefinite, OfNaNAndInfiniteMatricesEnds) {
-    for (const Routines& use : kStorages) {
+    for (const IndefiniteRoutines& use : kStorages) {
         for (const double value : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
             Matrix a(5, 5);
             std::fill(a.values.begin(), a.values.end(), value);

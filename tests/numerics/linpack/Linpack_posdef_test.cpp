@@ -12,7 +12,7 @@ namespace {
 using KwMath_930::Linpack;
 
 // Calls the routines of one storage; m is the number of diagonals above the main one, which only bands use.
-struct Routines {
+struct PosdefRoutines {
     const char* name;
     Layout (*layout)(int n, int m);
     double (*co)(Guarded& a, int n, int m, double* z);
@@ -21,27 +21,29 @@ struct Routines {
     void (*determinant)(Guarded& a, int n, int m, double* det);
 };
 
-const Routines kFull = {"full",
-                        [](int n, int) { return Upper(n); },
-                        [](Guarded& a, int n, int, double* z) { return Linpack::Dpoco(a.Data(), a.Ld(), n, z); },
-                        [](Guarded& a, int n, int) { return Linpack::Dpofa(a.Data(), a.Ld(), n); },
-                        [](Guarded& a, int n, int, double* b) { Linpack::Dposl(a.Data(), a.Ld(), n, b); },
-                        [](Guarded& a, int n, int, double* det) { Linpack::Dpodi(a.Data(), a.Ld(), n, det, 10); }};
-const Routines kPacked = {"packed",
-                          [](int n, int) { return Packed(n); },
-                          [](Guarded& a, int n, int, double* z) { return Linpack::Dppco(a.Data(), n, z); },
-                          [](Guarded& a, int n, int) { return Linpack::Dppfa(a.Data(), n); },
-                          [](Guarded& a, int n, int, double* b) { Linpack::Dppsl(a.Data(), n, b); },
-                          [](Guarded& a, int n, int, double* det) { Linpack::Dppdi(a.Data(), n, det, 10); }};
-const Routines kBand = {"band",
-                        [](int n, int m) {
-                            Layout layout = Band(n, 0, m, false);
-                            return layout;
-                        },
-                        [](Guarded& a, int n, int m, double* z) { return Linpack::Dpbco(a.Data(), a.Ld(), n, m, z); },
-                        [](Guarded& a, int n, int m) { return Linpack::Dpbfa(a.Data(), a.Ld(), n, m); },
-                        [](Guarded& a, int n, int m, double* b) { Linpack::Dpbsl(a.Data(), a.Ld(), n, m, b); },
-                        [](Guarded& a, int n, int m, double* det) { Linpack::Dpbdi(a.Data(), a.Ld(), n, m, det); }};
+const PosdefRoutines kFull = {
+    "full",
+    [](int n, int) { return Upper(n); },
+    [](Guarded& a, int n, int, double* z) { return Linpack::Dpoco(a.Data(), a.Ld(), n, z); },
+    [](Guarded& a, int n, int) { return Linpack::Dpofa(a.Data(), a.Ld(), n); },
+    [](Guarded& a, int n, int, double* b) { Linpack::Dposl(a.Data(), a.Ld(), n, b); },
+    [](Guarded& a, int n, int, double* det) { Linpack::Dpodi(a.Data(), a.Ld(), n, det, 10); }};
+const PosdefRoutines kPacked = {"packed",
+                                [](int n, int) { return Packed(n); },
+                                [](Guarded& a, int n, int, double* z) { return Linpack::Dppco(a.Data(), n, z); },
+                                [](Guarded& a, int n, int) { return Linpack::Dppfa(a.Data(), n); },
+                                [](Guarded& a, int n, int, double* b) { Linpack::Dppsl(a.Data(), n, b); },
+                                [](Guarded& a, int n, int, double* det) { Linpack::Dppdi(a.Data(), n, det, 10); }};
+const PosdefRoutines kBand = {
+    "band",
+    [](int n, int m) {
+        Layout layout = Band(n, 0, m, false);
+        return layout;
+    },
+    [](Guarded& a, int n, int m, double* z) { return Linpack::Dpbco(a.Data(), a.Ld(), n, m, z); },
+    [](Guarded& a, int n, int m) { return Linpack::Dpbfa(a.Data(), a.Ld(), n, m); },
+    [](Guarded& a, int n, int m, double* b) { Linpack::Dpbsl(a.Data(), a.Ld(), n, m, b); },
+    [](Guarded& a, int n, int m, double* det) { Linpack::Dpbdi(a.Data(), a.Ld(), n, m, det); }};
 
 // R^T R with R upper triangular, within m diagonals: positive definite, its determinant and factor known.
 Matrix FactorSample(Kind kind, int n, int m, unsigned seed) {
@@ -55,8 +57,8 @@ Matrix FactorSample(Kind kind, int n, int m, unsigned seed) {
     return r;
 }
 
-struct Case {
-    const Routines& use;
+struct PosdefCase {
+    const PosdefRoutines& use;
     int n;
     int m;
     Matrix factor;
@@ -64,8 +66,8 @@ struct Case {
 };
 
 // Every storage, size and kind; bands with all small m.
-std::vector<Case> Cases(unsigned seed) {
-    std::vector<Case> cases;
+std::vector<PosdefCase> PosdefCases(unsigned seed) {
+    std::vector<PosdefCase> cases;
     for (const int n : Orders()) {
         for (const Kind kind : {Kind::kRandom, Kind::kGraded}) {
             const Matrix r = FactorSample(kind, n, n, seed + static_cast<unsigned>(n));
@@ -84,7 +86,7 @@ std::vector<Case> Cases(unsigned seed) {
 }
 
 TEST(LinpackPosdef, FactorsGiveTheMatrixBack) {
-    for (const Case& each : Cases(0)) {
+    for (const PosdefCase& each : PosdefCases(0)) {
         Guarded factor(each.use.layout(each.n, each.m), each.a);
         EXPECT_EQ(each.use.fa(factor, each.n, each.m), 0);
         const Matrix r = FromUpper(factor.Read(), false);
@@ -96,7 +98,7 @@ TEST(LinpackPosdef, FactorsGiveTheMatrixBack) {
 }
 
 TEST(LinpackPosdef, FullAndPackedGiveTheSameBits) {
-    for (const Case& each : Cases(1)) {
+    for (const PosdefCase& each : PosdefCases(1)) {
         if (&each.use == &kFull) {
             Guarded full(kFull.layout(each.n, 0), each.a);
             Guarded packed(kPacked.layout(each.n, 0), each.a);
@@ -108,7 +110,7 @@ TEST(LinpackPosdef, FullAndPackedGiveTheSameBits) {
 }
 
 TEST(LinpackPosdef, FactorsAgreeWithLapack) {
-    for (const Case& each : Cases(2)) {
+    for (const PosdefCase& each : PosdefCases(2)) {
         Matrix lapack = each.a;
         ASSERT_EQ(LAPACKE_dpotrf(LAPACK_COL_MAJOR, 'U', each.n, lapack.values.data(), each.n), 0);
         Guarded factor(each.use.layout(each.n, each.m), each.a);
@@ -120,7 +122,7 @@ TEST(LinpackPosdef, FactorsAgreeWithLapack) {
 }
 
 TEST(LinpackPosdef, SolvesWithSmallResiduals) {
-    for (const Case& each : Cases(3)) {
+    for (const PosdefCase& each : PosdefCases(3)) {
         Guarded factor(each.use.layout(each.n, each.m), each.a);
         each.use.fa(factor, each.n, each.m);
         const Vector before = factor.Read().values;
@@ -134,7 +136,7 @@ TEST(LinpackPosdef, SolvesWithSmallResiduals) {
 }
 
 TEST(LinpackPosdef, EstimatesTheConditionAndFactorsTheSame) {
-    for (const Case& each : Cases(4)) {
+    for (const PosdefCase& each : PosdefCases(4)) {
         Guarded factor(each.use.layout(each.n, each.m), each.a);
         Guarded z(each.n);
         const double rcond = each.use.co(factor, each.n, each.m, z.Data());
@@ -147,7 +149,7 @@ TEST(LinpackPosdef, EstimatesTheConditionAndFactorsTheSame) {
 }
 
 TEST(LinpackPosdef, DeterminantIsTheSquareOfTheFactorsDiagonal) {
-    for (const Case& each : Cases(5)) {
+    for (const PosdefCase& each : PosdefCases(5)) {
         Guarded factor(each.use.layout(each.n, each.m), each.a);
         each.use.fa(factor, each.n, each.m);
         const Vector before = factor.Read().values;
@@ -169,7 +171,7 @@ TEST(LinpackPosdef, DeterminantsAreExactWhereTheyCanBe) {
     a(0, 0) = 400.0;
     a(1, 1) = 0.25;
     a(2, 2) = 0.0625;
-    for (const Routines* use : {&kFull, &kPacked, &kBand}) {
+    for (const PosdefRoutines* use : {&kFull, &kPacked, &kBand}) {
         Guarded factor(use->layout(3, 1), a);
         use->fa(factor, 3, 1);
         Guarded det(2);
@@ -211,7 +213,7 @@ Matrix IndefiniteFrom(int n, int m, int k, double diagonal) {
 }
 
 TEST(LinpackPosdef, InfoIsTheOrderOfTheFirstMinorThatIsNotPositive) {
-    for (const Routines* use : {&kFull, &kPacked, &kBand}) {
+    for (const PosdefRoutines* use : {&kFull, &kPacked, &kBand}) {
         const int m = use == &kBand ? 2 : 6;
         for (int k = 1; k <= 7; ++k) {
             for (const double diagonal : {-2.5, 0.0}) {
@@ -228,7 +230,7 @@ TEST(LinpackPosdef, InfoIsTheOrderOfTheFirstMinorThatIsNotPositive) {
 }
 
 TEST(LinpackPosdef, ConditionIsZeroAndZKeepsTheColumnSumsForAMatrixThatIsNotPositiveDefinite) {
-    for (const Routines* use : {&kFull, &kPacked, &kBand}) {
+    for (const PosdefRoutines* use : {&kFull, &kPacked, &kBand}) {
         const int m = use == &kBand ? 2 : 6;
         for (int k = 1; k <= 7; ++k) {
             const Matrix a = IndefiniteFrom(7, m, k, -1.5);
@@ -250,7 +252,7 @@ TEST(LinpackPosdef, ConditionIsZeroAndZKeepsTheColumnSumsForAMatrixThatIsNotPosi
 }
 
 TEST(LinpackPosdef, NaNIsFactoredToNaN) {
-    for (const Routines* use : {&kFull, &kPacked, &kBand}) {
+    for (const PosdefRoutines* use : {&kFull, &kPacked, &kBand}) {
         Matrix a = Identity(4);
         a(1, 1) = std::numeric_limits<double>::quiet_NaN();
         Guarded factor(use->layout(4, 1), a);

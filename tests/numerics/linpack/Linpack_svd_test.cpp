@@ -50,7 +50,7 @@ struct Svd {
     int info;
 };
 
-std::vector<std::pair<int, int>> Shapes() {
+std::vector<std::pair<int, int>> SvdShapes() {
     std::vector<std::pair<int, int>> shapes;
     for (const int n : Orders()) {
         shapes.push_back({n, n});
@@ -72,7 +72,7 @@ double Orthogonality(const Matrix& q) {
 }
 
 TEST(LinpackDsvdc, RebuildsTheMatrixFromOrthogonalVectors) {
-    for (const auto& [n, p] : Shapes()) {
+    for (const auto& [n, p] : SvdShapes()) {
         for (const Kind kind : {Kind::kRandom, Kind::kGraded, Kind::kIllConditioned, Kind::kIntegers}) {
             if (IsBeyondTheLimit(kind, n, p)) {
                 continue;
@@ -97,7 +97,7 @@ TEST(LinpackDsvdc, RebuildsTheMatrixFromOrthogonalVectors) {
 }
 
 TEST(LinpackDsvdc, SingularValuesAgreeWithLapack) {
-    for (const auto& [n, p] : Shapes()) {
+    for (const auto& [n, p] : SvdShapes()) {
         for (const Kind kind : {Kind::kRandom, Kind::kGraded, Kind::kIllConditioned}) {
             if (IsBeyondTheLimit(kind, n, p)) {
                 continue;

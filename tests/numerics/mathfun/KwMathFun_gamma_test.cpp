@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "numerics/power/KwMV.h"
+#include "tests/numerics/special_values.h"
 #include "tests/support/reference_rows.h"
 
 namespace {
@@ -15,8 +15,8 @@ namespace {
 using KwCommon_930::KwMV;
 using KwMath_930::KwMathFun;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using numerics_samples::kInfinity;
+using numerics_samples::kNaN;
 
 double Ulps(double actual, double expected) {
     return std::abs(actual - expected) / (std::nextafter(std::abs(expected), kInfinity) - std::abs(expected));

@@ -14,7 +14,7 @@ using blas_test::GuardedVector;
 using KwMath_930::KwMathFun;
 using Values = std::vector<double>;
 
-std::size_t Index(int off, int inc, int k) {
+std::size_t GrowingIndex(int off, int inc, int k) {
     return static_cast<std::size_t>(off + k * inc + k * (k - 1) / 2);
 }
 
@@ -41,7 +41,7 @@ TEST(KwMathFunIIInit, FollowsTheIndexFormula) {
             Values x = Cells(71);
             Values expected = x;
             for (int k = 0; k < n; ++k) {
-                expected[Index(walk.off, walk.inc, k)] = -2.385;
+                expected[GrowingIndex(walk.off, walk.inc, k)] = -2.385;
             }
             KwMathFun::IIInit(n, -2.385, x, walk.off, walk.inc);
             EXPECT_EQ(Bits(x), Bits(expected));
@@ -55,7 +55,7 @@ TEST(KwMathFunIIScal, FollowsTheIndexFormula) {
             Values x = Cells(72);
             Values expected = x;
             for (int k = 0; k < n; ++k) {
-                expected[Index(walk.off, walk.inc, k)] *= -2.385;
+                expected[GrowingIndex(walk.off, walk.inc, k)] *= -2.385;
             }
             KwMathFun::IIScal(n, -2.385, x, walk.off, walk.inc);
             EXPECT_EQ(Bits(x), Bits(expected));
@@ -71,7 +71,7 @@ TEST(KwMathFunIIAxpy, FollowsTheIndexFormula) {
                 Values y = Cells(74);
                 Values expected = y;
                 for (int k = 0; k < n; ++k) {
-                    expected[Index(to.off, to.inc, k)] += -2.385 * x[Index(from.off, from.inc, k)];
+                    expected[GrowingIndex(to.off, to.inc, k)] += -2.385 * x[GrowingIndex(from.off, from.inc, k)];
                 }
                 KwMathFun::IIAxpy(n, -2.385, x, from.off, from.inc, y, to.off, to.inc);
                 EXPECT_EQ(Bits(y), Bits(expected));
@@ -88,7 +88,7 @@ TEST(KwMathFunIIDot, FollowsTheIndexFormulaFromTheFirstElementToTheLast) {
                 const Values y = Cells(76);
                 double sum = 0.0;
                 for (int k = 0; k < n; ++k) {
-                    sum += x[Index(one.off, one.inc, k)] * y[Index(other.off, other.inc, k)];
+                    sum += x[GrowingIndex(one.off, one.inc, k)] * y[GrowingIndex(other.off, other.inc, k)];
                 }
                 EXPECT_EQ(Bits(KwMathFun::IIDot(n, x, one.off, one.inc, y, other.off, other.inc)), Bits(sum));
             }

@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <limits>
 
 #include "numerics/power/KwMV.h"
 #include "tests/numerics/blas1/GuardedVector.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -18,9 +18,9 @@ using KwCommon_930::KwMV;
 using KwMath_930::KwMathFun;
 using Values = std::vector<double>;
 
-const double kMissing = KwMV::Missing();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using numerics_samples::kInfinity;
+using numerics_samples::kMissing;
+using numerics_samples::kNaN;
 
 TEST(KwMathFunMaxRelDiff, TakesTheLargestOverTheCommonLength) {
     EXPECT_EQ(KwMathFun::VMaxRelDiff({1.0, -5.0, 900.0}, {1.5, -3.0}, 1.0), 0.5);

@@ -11,6 +11,7 @@
 #include "numerics/matrix/KwSparseRectMatrix.h"
 #include "numerics/matrix/KwSparseVector.h"
 #include "numerics/matrix/KwSymMatrix.h"
+#include "tests/numerics/matrix/declared_slots.h"
 #include "tests/support/virtual_slot.h"
 
 namespace {
@@ -20,16 +21,13 @@ using KwMath_930::KwRectMatrix;
 using KwMath_930::KwSparseRectMatrix;
 using KwMath_930::KwSparseVector;
 using KwMath_930::KwSymMatrix;
+using matrix_samples::Entry;
+using matrix_samples::ExpectInOrder;
 using Vector = std::vector<double>;
-
-struct Entry {
-    int slot;      // the number of the operation in the table
-    int declared;  // its slot in the class
-};
 
 // The operations of the interface in slot order.
 template <class Matrix>
-std::vector<Entry> InterfaceEntries() {
+std::vector<Entry> RectInterfaceEntries() {
     return {
         {1, VirtualSlot(static_cast<IKwRectMatrix::RectMatrixType (Matrix::*)() const>(&Matrix::GetMatrixType))},
         {2, VirtualSlot(static_cast<bool (Matrix::*)() const>(&Matrix::IsValidMatrix))},
@@ -78,30 +76,21 @@ std::vector<Entry> InterfaceEntries() {
     };
 }
 
-void ExpectInOrder(const std::vector<Entry>& entries) {
-    int slot = 1;
-    for (const Entry& entry : entries) {
-        EXPECT_EQ(entry.slot, slot);
-        EXPECT_EQ(entry.declared, slot);
-        ++slot;
-    }
-}
-
 TEST(IKwRectMatrixSlots, OperationsAreDeclaredInSlotOrder) {
-    ExpectInOrder(InterfaceEntries<IKwRectMatrix>());
+    ExpectInOrder(RectInterfaceEntries<IKwRectMatrix>());
     EXPECT_TRUE(std::has_virtual_destructor_v<IKwRectMatrix>);
     EXPECT_TRUE(std::is_abstract_v<IKwRectMatrix>);
     EXPECT_EQ(sizeof(IKwRectMatrix), sizeof(void*));
 }
 
 TEST(KwRectMatrixSlots, AreThoseOfTheInterface) {
-    ExpectInOrder(InterfaceEntries<KwRectMatrix>());
+    ExpectInOrder(RectInterfaceEntries<KwRectMatrix>());
     EXPECT_EQ(VirtualSlot(&KwRectMatrix::QRDecompositionH), -1);
     EXPECT_EQ(VirtualSlot(&KwRectMatrix::SubtractSymMatrix), -1);
 }
 
 TEST(KwSparseRectMatrixSlots, ItsOwnOperationsFollowThoseOfTheInterface) {
-    std::vector<Entry> entries = InterfaceEntries<KwSparseRectMatrix>();
+    std::vector<Entry> entries = RectInterfaceEntries<KwSparseRectMatrix>();
     entries.push_back(
         {38, VirtualSlot(static_cast<bool (KwSparseRectMatrix::*)(int, const int*&, const double*&) const>(
                  &KwSparseRectMatrix::GetRow))});

@@ -6,6 +6,7 @@
 
 #include "numerics/matrix/KwSparseVector.h"
 #include "tests/numerics/matrix/matrix_samples.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ using matrix_samples::RandomRect;
 using matrix_samples::Square;
 using matrix_samples::Vector;
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+using numerics_samples::kNaN;
 constexpr int kBeyondMemory = std::numeric_limits<int>::max();
 
 void ExpectSize(const KwRectMatrix& matrix, int nRows, int nCols) {

@@ -8,6 +8,7 @@
 
 #include "numerics/matrix/KwSparseVector.h"
 #include "tests/numerics/matrix/matrix_samples.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -25,7 +26,7 @@ using matrix_samples::RectOfEveryKind;
 using matrix_samples::Square;
 using matrix_samples::Vector;
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+using numerics_samples::kNaN;
 
 KwRectMatrix Dense(const IKwRectMatrix& matrix) {
     KwRectMatrix dense(matrix.GetNRows(), matrix.GetNCols(), true);

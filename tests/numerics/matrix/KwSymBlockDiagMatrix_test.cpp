@@ -28,7 +28,7 @@ using matrix_samples::Times;
 using matrix_samples::Transposed;
 using matrix_samples::Vector;
 
-const std::vector<int> kOrders = {0, 1, 2, 3, 4, 5, 6, 9, 17};
+const std::vector<int> kBlockOrders = {0, 1, 2, 3, 4, 5, 6, 9, 17};
 
 KwSymMatrix Dense(const IKwSymMatrix& matrix) {
     KwSymMatrix dense(matrix.GetNRows(), true);
@@ -158,7 +158,7 @@ TEST(KwSymBlockDiagMatrixAccess, ResizeMakesOneDenseBlock) {
 }
 
 TEST(KwSymBlockDiagMatrixInterface, ElementwiseOperationsAgreeWithTheDenseMatrix) {
-    for (const int n : kOrders) {
+    for (const int n : kBlockOrders) {
         const KwSymBlockDiagMatrix blocks = RandomBlocks(n, 1);
         const KwSymMatrix dense = Dense(blocks);
         Vector a, b;
@@ -209,7 +209,7 @@ TEST(KwSymBlockDiagMatrixInterface, ElementwiseOperationsAgreeWithTheDenseMatrix
 }
 
 TEST(KwSymBlockDiagMatrixInterface, VectorProductsAgreeWithTheDenseMatrix) {
-    for (const int n : kOrders) {
+    for (const int n : kBlockOrders) {
         const KwSymBlockDiagMatrix blocks = RandomBlocks(n, 1);
         const KwSymMatrix dense = Dense(blocks);
         const KwSymMatrix other = RandomMatrix(n, 2);
@@ -286,7 +286,7 @@ TEST(KwSymBlockDiagMatrixInterface, VectorProductsRefuseBadArguments) {
 }
 
 TEST(KwSymBlockDiagMatrixInterface, FactorisationsAgreeWithTheDenseMatrix) {
-    for (const int n : kOrders) {
+    for (const int n : kBlockOrders) {
         const KwSymBlockDiagMatrix blocks = PositiveDefinite(n);
         const KwSymMatrix dense = Dense(blocks);
         Vector ref, checkA, checkB;
@@ -377,7 +377,7 @@ TEST(KwSymBlockDiagMatrixInterface, ZeroPivotsAreCountedAndMarkedAtTheirRow) {
 }
 
 TEST(KwSymBlockDiagMatrixInterface, MatrixProductsAgreeWithTheDenseMatrix) {
-    for (const int n : kOrders) {
+    for (const int n : kBlockOrders) {
         const KwSymBlockDiagMatrix blocks = RandomBlocks(n, 1);
         const KwSymMatrix dense = Dense(blocks);
         const KwSymMatrix m = RandomMatrix(n, 2), o = RandomMatrix(n, 3);
@@ -439,7 +439,7 @@ Vector RowTimesL(const KwSymBlockDiagMatrix& l, const Vector& x) {
 }
 
 TEST(KwSymBlockDiagMatrixFactor, PartsOfVectorsTimesL) {
-    for (const int n : kOrders) {
+    for (const int n : kBlockOrders) {
         const KwSymBlockDiagMatrix l = RandomBlocks(n, 1);
         const Vector x = RandomVector(n, 2);
         const Vector product = RowTimesL(l, x);

@@ -8,6 +8,7 @@
 
 #include "numerics/matrix/KwSymMatrix.h"
 #include "tests/numerics/matrix/symmetric_samples.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ using symmetric_samples::Square;
 using symmetric_samples::ToSquare;
 using Vector = std::vector<double>;
 
-constexpr int kMaxInt = std::numeric_limits<int>::max();
+using numerics_samples::kMaxInt;
 
 TEST(KwSymMatrixElem, PairAndMirrorReadTheSameStoredIndex) {
     KwSymMatrix matrix = FromPacked(3, {0.5, 1.5, 2.5, 3.5, 4.5, 5.5});

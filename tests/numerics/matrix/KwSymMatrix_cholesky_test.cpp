@@ -12,6 +12,8 @@
 #include "numerics/containers/KwBitSet.h"
 #include "numerics/mathfun/KwMathFun.h"
 #include "tests/numerics/matrix/matrix_samples.h"
+#include "tests/numerics/matrix/symmetric_samples.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -22,6 +24,7 @@ using KwMath_930::KwSymMatrix;
 using matrix_samples::ExpectNear;
 using matrix_samples::Full;
 using matrix_samples::Lower;
+using matrix_samples::PositiveDefinite;
 using matrix_samples::RandomBlocks;
 using matrix_samples::RandomMatrix;
 using matrix_samples::RandomRect;
@@ -30,20 +33,12 @@ using matrix_samples::Square;
 using matrix_samples::Times;
 using matrix_samples::Transposed;
 using matrix_samples::Vector;
+using symmetric_samples::Diagonal;
 using symmetric_samples::FromPacked;
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+using numerics_samples::kNaN;
 constexpr double kLowest = -std::numeric_limits<double>::max();
-const std::vector<int> kOrders = {1, 2, 3, 5, 8, 17, 40, 63, 64, 65, 130, 200};
-
-// R^T R + n I: well conditioned.
-KwSymMatrix PositiveDefinite(int order, unsigned seed, double scale = 1.0) {
-    KwSymMatrix matrix;
-    matrix.ComputeRTransByR(RandomRect(order + 3, order, seed));
-    matrix.AddToDiagonal(order);
-    matrix.MultiplyByNumber(scale);
-    return matrix;
-}
+const std::vector<int> kCholeskyOrders = {1, 2, 3, 5, 8, 17, 40, 63, 64, 65, 130, 200};
 
 // R^T R with fewer rows than columns.
 KwSymMatrix OfRank(int rank, int order, unsigned seed) {
@@ -52,14 +47,8 @@ KwSymMatrix OfRank(int rank, int order, unsigned seed) {
     return matrix;
 }
 
-Vector Diagonal(const KwSymMatrix& matrix) {
-    Vector diagonal;
-    matrix.GetDiagonal(diagonal);
-    return diagonal;
-}
-
 TEST(KwSymMatrixLTChol, AgreesWithLapack) {
-    for (const int n : kOrders) {
+    for (const int n : kCholeskyOrders) {
         for (const double scale : {1.0, 1e-150, 1e150}) {
             KwSymMatrix matrix = PositiveDefinite(n, 1, scale);
             // The lower triangle by rows is the upper one by columns, whose factor is U = L^T.
@@ -270,7 +259,7 @@ TEST(KwSymMatrixCholIndNonRed, ListsTheIndependentRows) {
 }
 
 TEST(KwSymMatrixLTSubstitute, SolvesWithTheFactor) {
-    for (const int n : kOrders) {
+    for (const int n : kCholeskyOrders) {
         const KwSymMatrix matrix = PositiveDefinite(n, 4);
         KwSymMatrix factor(matrix);
         ASSERT_EQ(factor.LTChol(Diagonal(matrix), 1e-10, true), 0);
@@ -313,7 +302,7 @@ TEST(KwSymMatrixLTSubstitute, RefusesATooShortVectorAndLeavesTheOutput) {
 }
 
 TEST(KwSymMatrixLTSolve, FactorisesAndSolves) {
-    for (const int n : kOrders) {
+    for (const int n : kCholeskyOrders) {
         const KwSymMatrix matrix = PositiveDefinite(n, 4);
         KwSymMatrix factor(matrix);
         KwSymMatrix expected(matrix);
@@ -397,7 +386,7 @@ TEST(KwSymMatrixLTDetInverse, JobsAskForEachPartAlone) {
 }
 
 TEST(KwSymMatrixLTDetInverse, InverseTimesTheFactorIsTheIdentity) {
-    for (const int n : kOrders) {
+    for (const int n : kCholeskyOrders) {
         KwSymMatrix factor = PositiveDefinite(n, 4);
         factor.LTChol(Diagonal(factor), 1e-10, false);
         KwSymMatrix inverse(factor);

@@ -20,12 +20,12 @@ protected:
     DumpCapture dump;
 };
 
-KwSymMatrix Sample() {
+KwSymMatrix ShownSample() {
     return FromPacked(2, {0.1, -2.385, KwCommon_930::KwMV::Missing()});
 }
 
 TEST_F(KwSymMatrixDisplay, ShowsCountsAndLowerTriangle) {
-    KwSymMatrix matrix = Sample();
+    KwSymMatrix matrix = ShownSample();
     ASSERT_TRUE(matrix.SetNBlocks(2));
     matrix.Display();
     EXPECT_EQ(dump.Take(),
@@ -38,7 +38,7 @@ TEST_F(KwSymMatrixDisplay, ShowsCountsAndLowerTriangle) {
 }
 
 TEST_F(KwSymMatrixDisplay, FullFormShowsEveryRowInFullPrecision) {
-    Sample().DisplayF();
+    ShownSample().DisplayF();
     EXPECT_EQ(dump.Take(),
               "\nKwSymMatrix full matrix display start"
               "\nNumber of rows = 2"
@@ -48,7 +48,7 @@ TEST_F(KwSymMatrixDisplay, FullFormShowsEveryRowInFullPrecision) {
 }
 
 TEST_F(KwSymMatrixDisplay, ShortFormShowsOnlyTheTriangle) {
-    Sample().DisplayS();
+    ShownSample().DisplayS();
     EXPECT_EQ(dump.Take(), "\n (number of elements = 3, number of rows = 2)\nrow 0: 0.1\nrow 1: -2.385 miss");
 }
 

@@ -9,6 +9,7 @@
 #include "numerics/matrix/KwSymMatrix.h"
 #include "tests/numerics/matrix/matrix_samples.h"
 #include "tests/numerics/matrix/symmetric_samples.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -22,8 +23,8 @@ using symmetric_samples::ToSquare;
 using Vector = std::vector<double>;
 
 constexpr double kLargest = std::numeric_limits<double>::max();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+using numerics_samples::kInfinity;
+using numerics_samples::kNaN;
 
 KwSymMatrix Invalid() {
     return KwSymMatrix(std::numeric_limits<int>::max(), true);

@@ -4,11 +4,11 @@
 #include <lapacke.h>
 
 #include <cmath>
-#include <limits>
 #include <vector>
 
 #include "numerics/containers/KwBitSet.h"
 #include "tests/numerics/matrix/matrix_samples.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -24,11 +24,11 @@ using matrix_samples::Times;
 using matrix_samples::Vector;
 using symmetric_samples::FromPacked;
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
-const std::vector<int> kOrders = {1, 2, 3, 5, 8, 17, 40, 100};
+using numerics_samples::kNaN;
+const std::vector<int> kIndefiniteOrders = {1, 2, 3, 5, 8, 17, 40, 100};
 
 TEST(KwSymMatrixSolveIndefinite, AgreesWithLapack) {
-    for (const int n : kOrders) {
+    for (const int n : kIndefiniteOrders) {
         for (const double scale : {1.0, 1e-150, 1e150}) {
             KwSymMatrix matrix = RandomMatrix(n, 1);
             matrix.MultiplyByNumber(scale);

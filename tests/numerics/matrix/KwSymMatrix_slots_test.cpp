@@ -10,6 +10,7 @@
 #include "numerics/matrix/IKwSymMatrix.h"
 #include "numerics/matrix/KwSymBlockDiagMatrix.h"
 #include "numerics/matrix/KwSymMatrix.h"
+#include "tests/numerics/matrix/declared_slots.h"
 #include "tests/support/virtual_slot.h"
 
 namespace {
@@ -19,16 +20,13 @@ using KwMath_930::IKwSymMatrix;
 using KwMath_930::KwBitSet;
 using KwMath_930::KwSymBlockDiagMatrix;
 using KwMath_930::KwSymMatrix;
+using matrix_samples::Entry;
+using matrix_samples::ExpectInOrder;
 using Vector = std::vector<double>;
-
-struct Entry {
-    int slot;      // the number of the operation in the table
-    int declared;  // its slot in the class
-};
 
 // The operations of the interface in slot order.
 template <class Matrix>
-std::vector<Entry> InterfaceEntries() {
+std::vector<Entry> SymInterfaceEntries() {
     return {
         {1, VirtualSlot(static_cast<IKwSymMatrix::SymMatrixType (Matrix::*)() const>(&Matrix::GetType))},
         {2, VirtualSlot(static_cast<int (Matrix::*)() const>(&Matrix::GetNRows))},
@@ -130,24 +128,15 @@ std::vector<Entry> InterfaceEntries() {
     };
 }
 
-void ExpectInOrder(const std::vector<Entry>& entries) {
-    int slot = 1;
-    for (const Entry& entry : entries) {
-        EXPECT_EQ(entry.slot, slot);
-        EXPECT_EQ(entry.declared, slot);
-        ++slot;
-    }
-}
-
 TEST(IKwSymMatrixSlots, OperationsAreDeclaredInSlotOrder) {
-    ExpectInOrder(InterfaceEntries<IKwSymMatrix>());
+    ExpectInOrder(SymInterfaceEntries<IKwSymMatrix>());
     EXPECT_TRUE(std::has_virtual_destructor_v<IKwSymMatrix>);
     EXPECT_TRUE(std::is_abstract_v<IKwSymMatrix>);
     EXPECT_EQ(sizeof(IKwSymMatrix), sizeof(void*));
 }
 
 TEST(KwSymMatrixSlots, ItsOwnOperationsFollowThoseOfTheInterface) {
-    std::vector<Entry> entries = InterfaceEntries<KwSymMatrix>();
+    std::vector<Entry> entries = SymInterfaceEntries<KwSymMatrix>();
     entries.push_back({74, VirtualSlot(&KwSymMatrix::AdjustOffDiagCorr)});
     entries.push_back(
         {75,
@@ -161,7 +150,7 @@ TEST(KwSymMatrixSlots, ItsOwnOperationsFollowThoseOfTheInterface) {
 }
 
 TEST(KwSymBlockDiagMatrixSlots, AreThoseOfTheInterface) {
-    ExpectInOrder(InterfaceEntries<KwSymBlockDiagMatrix>());
+    ExpectInOrder(SymInterfaceEntries<KwSymBlockDiagMatrix>());
     EXPECT_EQ(VirtualSlot(&KwSymBlockDiagMatrix::GetNBlocks), -1);
     EXPECT_EQ(VirtualSlot(&KwSymBlockDiagMatrix::ComputeVecPartByL), -1);
 }

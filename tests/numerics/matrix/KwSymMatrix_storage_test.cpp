@@ -2,13 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <memory>
 #include <vector>
 
 #include "numerics/matrix/KwSymMatrix.h"
 #include "numerics/matrix/packed_triangle.h"
 #include "tests/numerics/matrix/symmetric_samples.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ using symmetric_samples::Square;
 using symmetric_samples::ToSquare;
 using Vector = std::vector<double>;
 
-constexpr int kMaxInt = std::numeric_limits<int>::max();
+using numerics_samples::kMaxInt;
 
 void ExpectShape(const KwSymMatrix& matrix, int nRows, int nBlocks, int blockSize) {
     EXPECT_EQ(matrix.GetNRows(), nRows);

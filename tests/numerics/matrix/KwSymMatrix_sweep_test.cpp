@@ -7,6 +7,8 @@
 
 #include "numerics/containers/KwBitSet.h"
 #include "tests/numerics/matrix/matrix_samples.h"
+#include "tests/numerics/matrix/symmetric_samples.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -14,26 +16,15 @@ using KwMath_930::KwBitSet;
 using KwMath_930::KwSymMatrix;
 using matrix_samples::ExpectNear;
 using matrix_samples::Full;
+using matrix_samples::PositiveDefinite;
 using matrix_samples::RandomRect;
 using matrix_samples::RandomVector;
 using matrix_samples::Square;
 using matrix_samples::Vector;
+using symmetric_samples::Diagonal;
 using symmetric_samples::FromPacked;
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-KwSymMatrix PositiveDefinite(int order, unsigned seed) {
-    KwSymMatrix matrix;
-    matrix.ComputeRTransByR(RandomRect(order + 3, order, seed));
-    matrix.AddToDiagonal(order);
-    return matrix;
-}
-
-Vector Diagonal(const KwSymMatrix& matrix) {
-    Vector diagonal;
-    matrix.GetDiagonal(diagonal);
-    return diagonal;
-}
+using numerics_samples::kNaN;
 
 // The sweep by its formula on the full square.
 Square Swept(Square a, std::size_t k) {

@@ -8,6 +8,7 @@
 #include "numerics/containers/KwBitSet.h"
 #include "numerics/matrix/KwSymMatrix.h"
 #include "tests/numerics/matrix/symmetric_samples.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
@@ -19,8 +20,8 @@ using symmetric_samples::RandomMatrix;
 using symmetric_samples::RandomVector;
 using Vector = std::vector<double>;
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using numerics_samples::kInfinity;
+using numerics_samples::kNaN;
 
 // packed(i, j) := value(i, j, packed(i, j)) over the lower triangle.
 template <class Value>

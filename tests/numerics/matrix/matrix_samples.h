@@ -39,6 +39,15 @@ inline KwMath_930::KwRectMatrix RandomRect(int nRows, int nCols, unsigned seed) 
     return matrix;
 }
 
+/// R^T R + n I: well conditioned.
+inline KwMath_930::KwSymMatrix PositiveDefinite(int order, unsigned seed, double scale = 1.0) {
+    KwMath_930::KwSymMatrix matrix;
+    matrix.ComputeRTransByR(RandomRect(order + 3, order, seed));
+    matrix.AddToDiagonal(order);
+    matrix.MultiplyByNumber(scale);
+    return matrix;
+}
+
 /// About half of the elements are 0, and every third row.
 inline KwMath_930::KwSparseRectMatrix RandomSparse(int nRows, int nCols, unsigned seed) {
     KwMath_930::KwSparseRectMatrix matrix(nRows, nCols);

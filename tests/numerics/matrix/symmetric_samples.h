@@ -34,6 +34,12 @@ inline KwMath_930::KwSymMatrix RandomMatrix(int order, unsigned seed) {
     return FromPacked(order, RandomVector(order * (order + 1) / 2, seed));
 }
 
+inline std::vector<double> Diagonal(const KwMath_930::KwSymMatrix& matrix) {
+    std::vector<double> diagonal;
+    matrix.GetDiagonal(diagonal);
+    return diagonal;
+}
+
 /// The full square, read from the packed storage by the formula i(i+1)/2 + j.
 inline Square ToSquare(const KwMath_930::KwSymMatrix& matrix) {
     const auto n = static_cast<std::size_t>(matrix.GetNRows());

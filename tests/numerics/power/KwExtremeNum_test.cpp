@@ -1,18 +1,18 @@
 // The root of a signed sum of two scaled squares: every branch, and operands whose squares leave the range.
 #include "numerics/power/KwExtremeNum.h"
+#include "tests/numerics/special_values.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace {
 
 using KwMath_930::KwExtremeNum;
 
 constexpr double kUntouched = 17.25;
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+using numerics_samples::kInfinity;
+using numerics_samples::kNaN;
 
 double Root(double a, double b, double c, double d) {
     double result = kUntouched;

@@ -1,5 +1,6 @@
 // The missing value: its bits, and that only they are missing.
 #include "numerics/power/KwMV.h"
+#include "tests/numerics/special_values.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +13,7 @@ namespace {
 
 using KwCommon_930::KwMV;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using numerics_samples::kInfinity;
 
 TEST(KwMV, MissingIsTheMostNegativeFiniteDouble) {
     EXPECT_EQ(std::bit_cast<std::uint64_t>(KwMV::Missing()), 0xFFEFFFFFFFFFFFFFu);

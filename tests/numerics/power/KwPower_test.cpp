@@ -7,14 +7,15 @@
 #include <limits>
 
 #include "numerics/power/KwMV.h"
+#include "tests/numerics/special_values.h"
 
 namespace {
 
 using KwCommon_930::KwMV;
 using KwMath_930::KwPower;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+using numerics_samples::kInfinity;
+using numerics_samples::kNaN;
 
 void ExpectPower(double base, double exponent, KwPower::PowerStatus status, double expected) {
     double result = 17.25;

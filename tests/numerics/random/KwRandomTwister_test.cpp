@@ -17,7 +17,7 @@
 namespace {
 
 using KwMath_930::KwRandomTwister;
-using Key = std::vector<std::uint32_t>;
+using TwisterKey = std::vector<std::uint32_t>;
 
 constexpr int kManyDraws = 10'000'000;
 
@@ -42,7 +42,7 @@ KwRandomTwister AtZeroDraw() {
 }
 
 // The published seeding by array, as plain as it is written there; the state goes into the library's generator.
-std::mt19937 SeededByArray(const Key& key) {
+std::mt19937 SeededByArray(const TwisterKey& key) {
     std::array<std::uint32_t, 624> mt;
     mt[0] = 19650218;
     for (std::uint32_t i = 1; i < 624; ++i) {
@@ -79,15 +79,15 @@ std::mt19937 SeededByArray(const Key& key) {
     return generator;
 }
 
-Key ManyWords(std::uint32_t length) {
-    Key key(length);
+TwisterKey ManyWords(std::uint32_t length) {
+    TwisterKey key(length);
     for (std::uint32_t j = 0; j < length; ++j) {
         key[j] = 2891336453u * j + 291u;
     }
     return key;
 }
 
-void Seed(KwRandomTwister& generator, Key key) {
+void Seed(KwRandomTwister& generator, TwisterKey key) {
     generator.InitByArray(key.data(), static_cast<std::uint32_t>(key.size()));
 }
 
@@ -165,10 +165,10 @@ TEST(KwRandomTwister, ArraysSeedAsAnotherProgramsGenerator) {
 }
 
 TEST(KwRandomTwister, ArraySeedLeavesTheKey) {
-    Key key = {1, 2, 3};
+    TwisterKey key = {1, 2, 3};
     KwRandomTwister generator;
     generator.InitByArray(key.data(), 3);
-    EXPECT_EQ(key, (Key{1, 2, 3}));
+    EXPECT_EQ(key, (TwisterKey{1, 2, 3}));
 }
 
 TEST(KwRandomTwister, SeedingAgainRestartsTheSequence) {

@@ -158,13 +158,14 @@ TEST(ScoringPlanLayout, OfZerosAndOnesIsInBitsForTheTilesOfABatchThatAreOfZerosA
 
 std::size_t g_exponentials = 0;
 
-void CountedExp(double factor, const double* x, double* y, std::size_t n, KwSVM_700::OpenPlaces& open) {
+void ExpCountingNumbers(double factor, const double* x, double* y, std::size_t n, KwSVM_700::OpenPlaces& open) {
     g_exponentials += n;
     KwSVM_700::kBaselineElementaryKernels.exp(factor, x, y, n, open);
 }
 
 TEST(ScoringPlanLayout, HasEachVectorOnceHoweverManyMachinesShareIt) {
-    const KwSVM_700::ElementaryKernels counted = {"counted", CountedExp, KwSVM_700::kBaselineElementaryKernels.pow};
+    const KwSVM_700::ElementaryKernels counted = {"counted", ExpCountingNumbers,
+                                                  KwSVM_700::kBaselineElementaryKernels.pow};
     const KwSVM_700::ExactExp exp(counted);
     // So many as to fill blocks.
     constexpr std::size_t kVectors = 48;
