@@ -3,10 +3,12 @@
 #include <random>
 #include <thread>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "host/number_text.h"
 #include "runtime/OutputFile.h"
+#include "runtime/PlainCases.h"
 #include "runtime/ScoringModel.h"
 #include "runtime/platform/libraries.h"
 #include "runtime/score_table.h"
@@ -207,7 +209,20 @@ protected:
         return ScoringModel::openText(SmallDocument().makeText(), options);
     }
 
+    // Scores a table in one thread. Returns: the result.
+    std::string scoreTable(const ScoringModel& model, const std::string& table) {
+        test_support::TextSource source(table);
+        const test_support::TemporaryFolder folder;
+        const std::string path = folder.pathOf("result.csv");
+        std::optional<brevix::OutputFile> output;
+        tally = brevix::scoreTable(model, source, [&]() -> brevix::OutputFile& { return output.emplace(path); },
+                                   {.threadCount = 1}, {});
+        output->commit();
+        return test_support::contentOf(path);
+    }
+
     test_support::WrappingPlugin* plugin = nullptr;
+    brevix::TableTally tally;
 
 private:
     void* fHandle = nullptr;
@@ -232,22 +247,51 @@ TEST_F(WrappingPluginTest, RecordsAreScoredOneByOneWhereItDoesNot) {
     EXPECT_EQ(plugin->singleCalls, 2u * 2u * (0 + 1 + 5 + 64 + 65 + 150));
 }
 
+TEST_F(WrappingPluginTest, PlainNumbersRefusedAfterAllAreAnError) {
+    const auto model = open();
+    const auto cases = model->makePlainCases();
+    ASSERT_TRUE(cases);
+    for (std::size_t input = 0; input < 2; ++input)
+        *cases->getNumbers(input) = 0.5;
+    model->score(*cases, 1);
+    EXPECT_FALSE(cases->hasFailed(0));
+    plugin->refusesNumbers = true;
+    try {
+        model->score(*cases, 1);
+        FAIL();
+    } catch (const brevix::Error& fault) {
+        EXPECT_STREQ(fault.what(), "the plug-in refuses plain numbers that it said it takes");
+    }
+}
+
 TEST_F(WrappingPluginTest, RowsOfATableAreScoredTogether) {
     const auto model = open();
     plugin->singleCalls = 0;
     std::string table = "x,y\n";
     for (int i = 0; i < 1000; ++i)
         table += i % 50 == 7 ? ",1\n" : "0.5," + std::to_string(i) + ".25\n";
-    test_support::TextSource source(table);
-    const test_support::TemporaryFolder folder;
-    std::optional<brevix::OutputFile> output;
-    const auto tally = brevix::scoreTable(
-        *model, source, [&]() -> brevix::OutputFile& { return output.emplace(folder.pathOf("result.csv")); },
-        {.threadCount = 1}, {});
-    output->commit();
+    scoreTable(*model, table);
     EXPECT_EQ(tally.rowCount, 1000u);
     EXPECT_EQ(plugin->singleCalls, 0u);
     EXPECT_EQ(plugin->casesInBatches, 1000u);
+}
+
+TEST_F(WrappingPluginTest, RowsThatFailAsPlainNumbersHaveTheirStatusAndNothingElse) {
+    const auto model = open();
+    ASSERT_TRUE(model->makePlainCases());
+    plugin->failsEach = 7;
+    plugin->casesInBatches = 0;
+    std::string table = "x,y\n";
+    std::string expected = "predicted_hue,confidence,probability_red,probability_blue,status\n";
+    for (int i = 1; i <= 300; ++i) {
+        table += i % 2 == 0 ? "0.5,0.25\n" : "-0.5,0.25\n";
+        expected += i % 7 == 0 ? ",,,,4711\n" : i % 2 == 0 ? "blue,,,,0\n" : "red,,,,0\n";
+    }
+    EXPECT_EQ(scoreTable(*model, table), expected);
+    EXPECT_EQ(tally.rowCount, 300u);
+    EXPECT_THAT(tally.rowCountByStatus,
+                testing::UnorderedElementsAre(testing::Pair(0, 258u), testing::Pair(4711, 42u)));
+    EXPECT_EQ(plugin->casesInBatches, 300u);
 }
 
 TEST(ScoringModelBatch, ManyThreadsScoreWithOneModel) {

@@ -75,9 +75,17 @@ public:
     }
     bool ScoreNumbers(std::size_t count, const double* const* columns, std::size_t columnCount, double* numbers,
                       KwScore::KwStatus* statuses) override {
+        if (count > 0 && g_plugin.refusesNumbers)
+            return false;
         g_plugin.batchCalls += count > 0 ? 1 : 0;
-        g_plugin.casesInBatches += count;
-        return dynamic_cast<IBatchModel&>(*fModel).ScoreNumbers(count, columns, columnCount, numbers, statuses);
+        const bool isTaken =
+            dynamic_cast<IBatchModel&>(*fModel).ScoreNumbers(count, columns, columnCount, numbers, statuses);
+        for (std::size_t i = 0; i < count; ++i) {
+            ++g_plugin.casesInBatches;
+            if (g_plugin.failsEach > 0 && g_plugin.casesInBatches % g_plugin.failsEach == 0)
+                statuses[i] = KwStatus(4711, true);
+        }
+        return isTaken;
     }
 };
 

@@ -1,6 +1,8 @@
 // What scoring a case allocates, and what coupling does when memory is short.
 #include <memory>
+#include <new>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -197,6 +199,48 @@ TEST(GetScoreAllocation, OfAWideModelIsNoneFromTheSecondCaseOn) {
     }
     for (ScoreResult* result : results)
         delete result;
+}
+
+// In a thread that has scored nothing before; the next call finds everything as it should be.
+TEST(GetScoreAllocation, ThatFailsForPlainNumbersLeavesTheNextCallWhole) {
+    Bench bench({"a", "b", "c"});
+    bench.TakeData(PairsOf(bench, 3));
+    const CaseRecord record(bench.dictionary);
+    ScoreResult* result = nullptr;
+    bench.model.GetScore(&record, result, false);
+    delete result;
+    constexpr std::size_t kCases = 70;
+    const std::vector<double> values(kCases, 0.0);
+    const std::vector<const double*> columns(bench.dictionary.GetVars().size(), values.data());
+    const auto score = [&](std::vector<double>& numbers) {
+        std::vector<KwScore::KwStatus> statuses(kCases, KwScore::KwStatus(4711, true));
+        EXPECT_TRUE(bench.model.ScoreNumbers(kCases, columns.data(), columns.size(), numbers.data(), statuses.data()));
+        for (const auto& status : statuses)
+            EXPECT_FALSE(status.IsError());
+    };
+    std::vector<double> expected(5 * kCases);
+    score(expected);
+    std::size_t failures = 0;
+    for (bool isFailing = true; isFailing; ++failures) {
+        std::vector<double> numbers(5 * kCases);
+        std::vector<KwScore::KwStatus> statuses(kCases);
+        bool isThrown = false;
+        std::thread([&] {
+            {
+                const failing_new::FailAfter failure(failures);
+                try {
+                    bench.model.ScoreNumbers(kCases, columns.data(), columns.size(), numbers.data(), statuses.data());
+                } catch (const std::bad_alloc&) {
+                    isThrown = true;
+                }
+                isFailing = failure.Failed();
+            }
+            score(numbers);
+        }).join();
+        EXPECT_EQ(isThrown, isFailing) << failures;
+        EXPECT_EQ(numbers, expected) << failures;
+    }
+    EXPECT_GT(failures, 3u);
 }
 
 TEST(GetScoreAllocation, OfANewResultIsTheResult) {

@@ -1,4 +1,5 @@
 // Many threads score one model after its first case.
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <thread>
@@ -148,6 +149,46 @@ TEST(SVMModelThreads, GiveEqualResultsForManyCasesInOneCall) {
                 delete alone;
                 delete made[i];
             }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(differences, 0);
+}
+
+TEST(SVMModelThreads, GiveEqualPlainNumbers) {
+    constexpr std::size_t kCases = 150;
+    Busy bench(false);
+    const CaseRecord record(bench.dictionary);
+    std::vector<double> values[2];
+    for (std::size_t i = 0; i < kCases; ++i) {
+        values[0].push_back(0.03125 * static_cast<double>(i) - 2.0);
+        values[1].push_back(static_cast<double>(i % 2));
+    }
+    std::vector<const double*> columns(bench.dictionary.GetVars().size());
+    columns[static_cast<std::size_t>(record.GetIndex("x"))] = values[0].data();
+    columns[static_cast<std::size_t>(record.GetIndex("color"))] = values[1].data();
+    const auto score = [&](std::vector<double>& numbers) {
+        std::vector<KwScore::KwStatus> statuses(kCases, KwScore::KwStatus(4711, true));
+        numbers.assign(6 * kCases, 47.25);
+        const bool isTaken =
+            bench.model.ScoreNumbers(kCases, columns.data(), columns.size(), numbers.data(), statuses.data());
+        return isTaken &&
+               std::none_of(statuses.begin(), statuses.end(), [](const auto& each) { return each.IsError(); });
+    };
+    ScoreResult* first = nullptr;
+    bench.model.GetScore(&record, first, false);
+    delete first;
+    std::vector<double> expected;
+    ASSERT_TRUE(score(expected));
+    EXPECT_NE(expected[1], expected[6 * kCases - 5]);
+    std::atomic<int> differences{0};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 8; ++thread) {
+        threads.emplace_back([&] {
+            std::vector<double> numbers;
+            for (int turn = 0; turn < 10; ++turn)
+                differences += score(numbers) && numbers == expected ? 0 : 1;
         });
     }
     for (std::thread& thread : threads)
