@@ -14,5 +14,5 @@ function(kw_instruction_set set)
     target_sources(brevix_svm_objects PRIVATE ${ARGN})
     # Nothing of the standard library may be compiled for them.
     set_source_files_properties(${ARGN} TARGET_DIRECTORY brevix_svm_objects PROPERTIES COMPILE_OPTIONS "${options}"
-        SKIP_PRECOMPILE_HEADERS ON)
+        SKIP_PRECOMPILE_HEADERS ON SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()

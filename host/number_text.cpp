@@ -150,8 +150,9 @@ char* WriteNumber(char* text, double value) {
 }
 
 std::string PaddedNumber(int number, std::size_t width, char padding) {
-    const std::string text = std::to_string(number);
-    return std::string(text.size() < width ? width - text.size() : 0, padding) + text;
+    char buffer[kLongestText];
+    const std::string_view text(buffer, std::to_chars(buffer, buffer + kLongestText, number).ptr);
+    return std::string(text.size() < width ? width - text.size() : 0, padding).append(text);
 }
 
 }  // namespace KwBrevix_930

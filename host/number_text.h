@@ -34,6 +34,6 @@ BREVIX_HOST_API void AppendNumber(std::string& text, double value);
 BREVIX_HOST_API char* WriteNumber(char* text, double value);
 
 /// Returns: the number, behind as much padding as makes it that wide.
-BREVIX_HOST_API std::string PaddedNumber(int number, std::size_t width, char padding = '0');
+std::string PaddedNumber(int number, std::size_t width, char padding = '0');
 
 }  // namespace KwBrevix_930

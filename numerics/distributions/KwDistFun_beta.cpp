@@ -21,8 +21,6 @@ using detail::PeizerPratt;
 using detail::ProbabilityOrMissing;
 using detail::UnitPoint;
 
-namespace {}  // namespace
-
 double KwDistFun::cdfbet(const double& x, const double& a, const double& b, long& ier) {
     ier = 0;
     if (!IsPositive(a) || !IsPositive(b) || std::isnan(x)) {

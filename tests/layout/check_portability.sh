@@ -25,7 +25,9 @@ found=$(
     find_elsewhere "$headers" "$system"
     find_elsewhere '\<long double\>' '^$'
     # A long has another size there: none is kept in an object.
-    find_elsewhere '^ *((static|mutable|const|unsigned) +)*long [A-Za-z_]+( = [^()]*|\{.*\})?;' '\.cpp$'
+    find_elsewhere \
+        '^ *((static|mutable|const|unsigned) +)*long( int)?[ *]+[A-Za-z_]+( = [^()]*|\{.*\}|\[.*\]|,[^()]*)?;' '\.cpp$'
+    find_elsewhere '[<,] *(unsigned )?long( int)? *\*? *[>,]' '^$' | grep -v '_cast<' || true
 )
 if [ -n "$found" ]; then
     echo "$found"

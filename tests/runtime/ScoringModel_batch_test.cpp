@@ -1,4 +1,4 @@
-// Records that are scored in one call against the same records one by one.
+// Cases that are scored in one call against the same cases one by one, and what a plug-in may answer to them.
 #include <atomic>
 #include <random>
 #include <thread>

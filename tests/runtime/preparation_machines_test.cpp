@@ -12,7 +12,6 @@ namespace {
 
 using KwBrevix_930::NumberText;
 using test_support::faultOf;
-using test_support::faultOfText;
 using test_support::openText;
 using test_support::predictCase;
 using test_support::scoreCase;

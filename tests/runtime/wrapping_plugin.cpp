@@ -1,5 +1,5 @@
-// A plug-in around the real one: it counts how its models are asked to score, and offers to score many cases in one
-// call only where a test wants that.
+// A plug-in around the real one: it counts how its models are asked to score, and does not offer to score many cases in
+// one call, refuses them or lets some fail where a test wants that.
 #include "tests/runtime/wrapping_plugin.h"
 
 #include <memory>

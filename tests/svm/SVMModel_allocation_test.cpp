@@ -1,4 +1,4 @@
-// What scoring a case allocates, and what coupling does when memory is short.
+// What scoring allocates, and what it and coupling do when memory is short.
 #include <memory>
 #include <new>
 #include <string>

@@ -5,12 +5,8 @@
 
 #include <bit>
 #include <cstdint>
-#include <limits>
 
 namespace KwMath_930::detail {
-
-// From 1 to the next double: what the last terms of a series are measured by.
-constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 
 struct DoubleDouble {
     double hi = 0.0;

@@ -1,6 +1,8 @@
 // The regularised incomplete gamma functions, both tails.
 #pragma once
 
+#include <limits>
+
 #include "numerics/distributions/detail/tails.h"
 
 namespace KwMath_930::detail {
@@ -9,5 +11,8 @@ namespace KwMath_930::detail {
 Tails IncompleteGamma(double x, double p);
 
 inline constexpr double kGammaNormalFrom = 1e10;
+
+// What the last terms of a series are measured by: from 1 to the next double.
+inline constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 
 }  // namespace KwMath_930::detail

@@ -151,7 +151,6 @@ TEST(Blas1XErBlaDeathTest, WritesFourLinesToStandardOutputWhateverItsFormat) {
               "  input parameter number 255 had an illegal value.\n");
 }
 
-// Fails every write.
 TEST(Blas1XErBlaDeathTest, EndsTheProcessWhenStandardOutputThrows) {
     char name[] = "DGEFA";
     EXPECT_EXIT(

@@ -17,6 +17,10 @@ for object in "$@"; do
         exit 1
     fi
     grep -qE "mulpd.*%$register" <<<"$code" || { echo "$object: no packed product in $register"; exit 1; }
+    if objdump -h "$object" | grep -E '\.text\$_Z'; then
+        echo "$object: a section of code that is common"
+        exit 1
+    fi
     if nm --defined-only "$object" | grep -E ' [WVu] ' | grep -vE '(__asan|__ubsan|_ZTS|_ZTI|DW\.ref)'; then
         echo "$object: a definition that other code may be linked with"
         exit 1

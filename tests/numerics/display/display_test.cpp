@@ -14,7 +14,6 @@
 #include <string>
 #include <vector>
 
-#include "numerics/power/KwMV.h"
 #include "tests/numerics/BrokenBuffer.h"
 #include "tests/numerics/display/DumpCapture.h"
 #include "tests/numerics/special_values.h"
@@ -22,7 +21,6 @@
 
 namespace {
 
-using KwCommon_930::KwMV;
 using std::string_literals::operator""s;
 using ::testing::ElementsAre;
 
@@ -375,7 +373,6 @@ TEST_F(Display, DumpIsABreakWithFlushThenOnePieceThenAFlush) {
     EXPECT_THAT(recorder.pieces, ElementsAre());
 }
 
-// Fails every write.
 TEST_F(Display, StreamThatThrowsNeverFailsTheCaller) {
     numerics_samples::BrokenBuffer broken;
     std::ostream stream(&broken);

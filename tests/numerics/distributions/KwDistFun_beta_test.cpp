@@ -6,13 +6,11 @@
 
 #include "numerics/distributions/KwDistFun.h"
 #include "numerics/distributions/detail/incomplete_beta.h"
-#include "numerics/power/KwMV.h"
 #include "tests/numerics/special_values.h"
 #include "tests/support/KwDistFunTestAccess.h"
 
 namespace {
 
-using KwCommon_930::KwMV;
 using KwMath_930::KwDistFun;
 using Kernels = KwMath_930::KwDistFunTestAccess;
 using KwMath_930::detail::BetaPrefix;

@@ -6,12 +6,10 @@
 #include <vector>
 
 #include "numerics/distributions/KwDistFun.h"
-#include "numerics/power/KwMV.h"
 #include "tests/numerics/special_values.h"
 
 namespace {
 
-using KwCommon_930::KwMV;
 using KwMath_930::KwDistFun;
 using Values = std::vector<double>;
 

@@ -4,13 +4,11 @@
 #include <cmath>
 
 #include "numerics/distributions/KwDistFun.h"
-#include "numerics/power/KwMV.h"
 #include "tests/numerics/special_values.h"
 #include "tests/support/KwDistFunTestAccess.h"
 
 namespace {
 
-using KwCommon_930::KwMV;
 using KwMath_930::KwDistFun;
 using Kernels = KwMath_930::KwDistFunTestAccess;
 

@@ -4,20 +4,18 @@
 #include <cmath>
 
 #include "numerics/distributions/KwDistFun.h"
-#include "numerics/power/KwMV.h"
 #include "tests/numerics/special_values.h"
 #include "tests/support/KwDistFunTestAccess.h"
 
 namespace {
 
-using KwCommon_930::KwMV;
 using KwMath_930::KwDistFun;
 using Kernels = KwMath_930::KwDistFunTestAccess;
-
 using numerics_samples::kInfinity;
-using numerics_samples::kNaN;
-constexpr double kPi = 3.141592653589793;
 using numerics_samples::kMissing;
+using numerics_samples::kNaN;
+
+constexpr double kPi = 3.141592653589793;
 
 TEST(KwDistFunT, OneDegreeOfFreedomIsCauchy) {
     EXPECT_EQ(KwDistFun::CdfT(1.0, 1.0), 0.75);

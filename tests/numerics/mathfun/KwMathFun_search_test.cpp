@@ -7,14 +7,12 @@
 #include <climits>
 #include <cmath>
 
-#include "numerics/power/KwMV.h"
 #include "tests/numerics/blas1/GuardedVector.h"
 #include "tests/numerics/special_values.h"
 
 namespace {
 
 using blas_test::Bits;
-using KwCommon_930::KwMV;
 using KwMath_930::KwMathFun;
 using Values = std::vector<double>;
 

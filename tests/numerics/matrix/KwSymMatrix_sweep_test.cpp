@@ -17,7 +17,6 @@ using KwMath_930::KwSymMatrix;
 using matrix_samples::ExpectNear;
 using matrix_samples::Full;
 using matrix_samples::PositiveDefinite;
-using matrix_samples::RandomRect;
 using matrix_samples::RandomVector;
 using matrix_samples::Square;
 using matrix_samples::Vector;
