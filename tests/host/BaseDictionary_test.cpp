@@ -5,15 +5,13 @@
 
 #include "host/DictVar.h"
 #include "tests/host/ForeignDictVar.h"
+#include "tests/host/new_number.h"
 
 namespace {
 
 using KwBrevix_930::BaseDictionary;
 using KwBrevix_930::DictVar;
-
-std::unique_ptr<DictVar> Number(const std::string& name) {
-    return std::make_unique<DictVar>(name, DictVar::kNumber, DictVar::kContinuous);
-}
+using test_support::NewNumber;
 
 TEST(BaseDictionary, IsEmptyAtFirst) {
     const BaseDictionary dictionary;
@@ -26,7 +24,7 @@ TEST(BaseDictionary, IsEmptyAtFirst) {
 TEST(BaseDictionary, KeepsTheOrderAndFindsByName) {
     BaseDictionary dictionary;
     for (const char* name : {"zeta", "alpha", "Größe"})
-        EXPECT_TRUE(dictionary.AddVar(Number(name)));
+        EXPECT_TRUE(dictionary.AddVar(NewNumber(name)));
     ASSERT_EQ(dictionary.GetVarCount(), 3);
     EXPECT_EQ(dictionary.GetVars()[0]->GetName(), "zeta");
     EXPECT_EQ(dictionary.GetVars()[2]->GetName(), "Größe");
@@ -36,16 +34,16 @@ TEST(BaseDictionary, KeepsTheOrderAndFindsByName) {
 
 TEST(BaseDictionary, RefusesANameThatIsThere) {
     BaseDictionary dictionary;
-    dictionary.AddVar(Number("x"));
+    dictionary.AddVar(NewNumber("x"));
     EXPECT_FALSE(dictionary.AddVar(std::make_unique<DictVar>("x", DictVar::kString, DictVar::kCategorical)));
-    EXPECT_FALSE(dictionary.AddVar("x", *Number("y")));
+    EXPECT_FALSE(dictionary.AddVar("x", *NewNumber("y")));
     EXPECT_EQ(dictionary.GetVarCount(), 1);
     EXPECT_FALSE(dictionary.FindVar("x")->IsString());
 }
 
 TEST(BaseDictionary, AddsACopyUnderANameOfItsOwn) {
     BaseDictionary dictionary;
-    const auto original = Number("x");
+    const auto original = NewNumber("x");
     original->AddCategory("4");
     EXPECT_TRUE(dictionary.AddVar("renamed", *original));
     const auto* copy = dictionary.FindVar("renamed");
@@ -58,7 +56,7 @@ TEST(BaseDictionary, AddsACopyUnderANameOfItsOwn) {
 
 TEST(BaseDictionary, CopyHoldsCopiesOfAllVariables) {
     BaseDictionary dictionary;
-    dictionary.AddVar(Number("b"));
+    dictionary.AddVar(NewNumber("b"));
     dictionary.AddVar(std::make_unique<ForeignDictVar>("a", true));
     const auto copy = BaseDictionary::CopyOf(dictionary);
     ASSERT_EQ(copy->GetVarCount(), 2);

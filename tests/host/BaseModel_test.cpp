@@ -12,6 +12,7 @@
 #include "host/transform/TransformationDictionary.h"
 #include "tests/host/SameValue.h"
 #include "tests/host/TestModel.h"
+#include "tests/host/new_number.h"
 
 namespace {
 
@@ -23,6 +24,7 @@ using KwBrevix_930::ScoreModel;
 using KwBrevix_930::TransformationDictionary;
 using KwBrevix_930::TransformVar;
 using KwBrevix_930::VersionInfo;
+using test_support::NewNumber;
 
 // Dictionaries that say when they end.
 struct WatchedDictionary : BaseDictionary {
@@ -42,10 +44,6 @@ struct WatchedVersion : VersionInfo {
     ~WatchedVersion() override { ++fEnds; }
     int& fEnds;
 };
-
-std::unique_ptr<DictVar> NewNumber(const std::string& name) {
-    return std::make_unique<DictVar>(name, DictVar::kNumber, DictVar::kContinuous);
-}
 
 TEST(BaseModel, IsEmptyAtFirst) {
     const TestModel model;

@@ -19,7 +19,7 @@ for file in bin/brevix.exe bin/brevix_svm.dll bin/brevix_host.dll bin/brevix_run
     [ -f "$place/$file" ] || { echo "the package lacks $file" >&2; exit 1; }
 done
 
-# Of the system they need no more than these; SHELL32 and ADVAPI32 only where they are for.
+# Of the system each needs these libraries and no more.
 needs() { objdump -p "$place/bin/$1" | sed -n 's/^[[:space:]]*DLL Name: //p' | LC_ALL=C sort | tr '\n' ' '; }
 [ "$(needs brevix.exe)" = "KERNEL32.dll brevix_host.dll brevix_runtime.dll msvcrt.dll " ]
 [ "$(needs brevix_runtime.dll)" = "KERNEL32.dll SHELL32.dll brevix_host.dll msvcrt.dll " ]

@@ -7,14 +7,12 @@
 #include <gtest/gtest.h>
 
 #include "host/number_text.h"
-#include "runtime/OutputFile.h"
 #include "runtime/PlainCases.h"
 #include "runtime/ScoringModel.h"
 #include "runtime/platform/libraries.h"
-#include "runtime/score_table.h"
 #include "tests/runtime/SmallDocument.h"
-#include "tests/runtime/TextSource.h"
 #include "tests/runtime/opened_model.h"
+#include "tests/runtime/scored_text.h"
 #include "tests/runtime/wrapping_plugin.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/random_document.h"
@@ -26,6 +24,7 @@ using brevix::Record;
 using brevix::ScoringModel;
 using KwBrevix_930::test_support::RandomDocument;
 using random_models::Generator;
+using test_support::scoreText;
 using test_support::SmallDocument;
 
 // Every output column; a number as its shortest text, which tells its bits.
@@ -209,20 +208,8 @@ protected:
         return ScoringModel::openText(SmallDocument().makeText(), options);
     }
 
-    // Scores a table in one thread. Returns: the result.
-    std::string scoreTable(const ScoringModel& model, const std::string& table) {
-        test_support::TextSource source(table);
-        const test_support::TemporaryFolder folder;
-        const std::string path = folder.pathOf("result.csv");
-        std::optional<brevix::OutputFile> output;
-        tally = brevix::scoreTable(model, source, [&]() -> brevix::OutputFile& { return output.emplace(path); },
-                                   {.threadCount = 1}, {});
-        output->commit();
-        return test_support::contentOf(path);
-    }
-
     test_support::WrappingPlugin* plugin = nullptr;
-    brevix::TableTally tally;
+    test_support::TemporaryFolder fFolder;
 
 private:
     void* fHandle = nullptr;
@@ -270,8 +257,8 @@ TEST_F(WrappingPluginTest, RowsOfATableAreScoredTogether) {
     std::string table = "x,y\n";
     for (int i = 0; i < 1000; ++i)
         table += i % 50 == 7 ? ",1\n" : "0.5," + std::to_string(i) + ".25\n";
-    scoreTable(*model, table);
-    EXPECT_EQ(tally.rowCount, 1000u);
+    const auto scored = scoreText(*model, table, fFolder.pathOf("result.csv"), {.threadCount = 1});
+    EXPECT_EQ(scored.tally.rowCount, 1000u);
     EXPECT_EQ(plugin->singleCalls, 0u);
     EXPECT_EQ(plugin->casesInBatches, 1000u);
 }
@@ -287,9 +274,10 @@ TEST_F(WrappingPluginTest, RowsThatFailAsPlainNumbersHaveTheirStatusAndNothingEl
         table += i % 2 == 0 ? "0.5,0.25\n" : "-0.5,0.25\n";
         expected += i % 7 == 0 ? ",,,,4711\n" : i % 2 == 0 ? "blue,,,,0\n" : "red,,,,0\n";
     }
-    EXPECT_EQ(scoreTable(*model, table), expected);
-    EXPECT_EQ(tally.rowCount, 300u);
-    EXPECT_THAT(tally.rowCountByStatus,
+    const auto scored = scoreText(*model, table, fFolder.pathOf("result.csv"), {.threadCount = 1});
+    EXPECT_EQ(scored.text, expected);
+    EXPECT_EQ(scored.tally.rowCount, 300u);
+    EXPECT_THAT(scored.tally.rowCountByStatus,
                 testing::UnorderedElementsAre(testing::Pair(0, 258u), testing::Pair(4711, 42u)));
     EXPECT_EQ(plugin->casesInBatches, 300u);
 }

@@ -15,6 +15,7 @@
 #include "runtime/ScoringModel.h"
 #include "tests/runtime/SmallDocument.h"
 #include "tests/runtime/TextSource.h"
+#include "tests/runtime/scored_text.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
@@ -38,13 +39,9 @@ protected:
     }
 
     std::string score(const SmallDocument& document, const std::string& table, const TableOptions& options = {}) {
-        const auto model = open(document);
-        TextSource source(table);
-        std::optional<brevix::OutputFile> output;
-        fTally = brevix::scoreTable(*model, source, [&]() -> brevix::OutputFile& { return output.emplace(fPath); },
-                                    options, {});
-        output->commit();
-        return test_support::contentOf(fPath);
+        auto scored = test_support::scoreText(*open(document), table, fPath, options);
+        fTally = scored.tally;
+        return scored.text;
     }
 
     test_support::TemporaryFolder fFolder;
